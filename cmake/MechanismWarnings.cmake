@@ -1,0 +1,10 @@
+# Warnings for our own code only; dependencies come in as SYSTEM includes.
+add_library(mechanism_warnings INTERFACE)
+if(MSVC)
+  target_compile_options(mechanism_warnings INTERFACE /W4 /utf-8 $<$<BOOL:${MECHANISM_WARNINGS_AS_ERRORS}>:/WX>)
+else()
+  target_compile_options(mechanism_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wcast-align -Wformat=2 -Wnull-dereference
+    $<$<BOOL:${MECHANISM_WARNINGS_AS_ERRORS}>:-Werror>)
+endif()

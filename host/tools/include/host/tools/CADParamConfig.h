@@ -1,0 +1,27 @@
+#pragma once
+
+#include <array>
+
+/// Process-wide settings that the host application keeps for its mechanisms.
+/// Plain data, meant to be filled during set-up and read afterwards; not guarded against concurrent writes.
+class CADParamConfig {
+public:
+    static CADParamConfig* GetInstance();
+
+    /// Distance (mm) below which collision checking reports contact in the normal state.
+    double defaultCollisionGap = 5.0;
+    /// Joint values (rad) that a robot takes as its initial ones.
+    std::array<double, 6> defaultRobotValues{};
+    /// Spray cone of a painting tool: radius at the tool centre, radius at its far end, length; mm.
+    double paintUpRadius = 10.0;
+    double paintDownRadius = 120.0;
+    double paintLength = 250.0;
+    /// Whether spray cones are shown.
+    bool paintShown = false;
+
+    CADParamConfig(const CADParamConfig&) = delete;
+    CADParamConfig& operator=(const CADParamConfig&) = delete;
+
+private:
+    CADParamConfig() = default;
+};

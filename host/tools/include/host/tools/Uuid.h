@@ -1,0 +1,24 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+/// A 128-bit identifier and its text form (8-4-4-4-12 lower-case hexadecimal digits).
+/// The default is the nil identifier with an empty text.
+struct Uuid {
+    std::array<std::uint8_t, 16> value{};
+    std::string text;
+
+    /// A fresh random identifier (version 4).
+    static Uuid CreateUuid();
+
+    /// @param text an identifier in any letter case; the empty text gives the nil identifier.
+    /// @throws std::invalid_argument naming the text when it is neither.
+    static Uuid FromString(std::string text);
+
+    /// The text form; the nil identifier answers the empty text it was made from.
+    std::string ToString() const;
+
+    friend bool operator==(const Uuid& a, const Uuid& b) { return a.value == b.value; }
+};
