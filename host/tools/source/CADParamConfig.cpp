@@ -1,0 +1,6 @@
+#include <host/tools/CADParamConfig.h>
+
+CADParamConfig* CADParamConfig::GetInstance() {
+    static CADParamConfig instance;
+    return &instance;
+}

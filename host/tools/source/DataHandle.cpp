@@ -1,0 +1,79 @@
+#include <host/tools/DataHandle.h>
+
+#include <array>
+#include <cmath>
+#include <host/tools/Rigid.h>
+#include <host/tools/gpHandle.h>
+#include <json/json.h>
+#include <stdexcept>
+
+namespace {
+
+/// Looser than a product of rotations drifts, tighter than a scale or a mirror that matters.
+constexpr double OrthonormalTolerance = 1e-6;
+
+template <std::size_t N>
+std::array<double, N> ReadNumbers(const Json::Value& json) {
+    if (!json.isArray() || json.size() != N) {
+        throw std::invalid_argument("a transform is an array of " + std::to_string(N) + " numbers");
+    }
+    std::array<double, N> numbers{};
+    for (Json::ArrayIndex i = 0; i < N; ++i) {
+        const double number = json[i].isNumeric() ? json[i].asDouble() : std::nan("");
+        if (!std::isfinite(number)) {
+            throw std::invalid_argument("a transform: element " + std::to_string(i) +
+                                        " is not a finite number");
+        }
+        numbers[i] = number;
+    }
+    return numbers;
+}
+
+double Dot(const double* a, const double* b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
+
+/// Each row must be a unit vector at right angles to the rows before it, and the three right-handed.
+void RequireRotation(const double* r) {
+    for (int row = 0; row < 3; ++row) {
+        for (int other = 0; other <= row; ++other) {
+            const double expected = row == other ? 1 : 0;
+            if (std::abs(Dot(r + 3 * row, r + 3 * other) - expected) > OrthonormalTolerance) {
+                throw std::invalid_argument("a transform: elements " + std::to_string(4 * row) + " to " +
+                                            std::to_string(4 * row + 2) +
+                                            " are not a unit row at right angles to the others");
+            }
+        }
+    }
+    const std::array<double, 3> third{r[1] * r[5] - r[2] * r[4], r[2] * r[3] - r[0] * r[5],
+                                      r[0] * r[4] - r[1] * r[3]};
+    if (Dot(third.data(), r + 6) < 0) {
+        throw std::invalid_argument("a transform: elements 8 to 10 make the rotation left-handed");
+    }
+}
+
+} // namespace
+
+Json::Value DataHandle::TrsfToJsonArr(const gp_Trsf& trsf) {
+    Json::Value json(Json::arrayValue);
+    for (int row = 1; row <= 3; ++row) {
+        for (int col = 1; col <= 4; ++col) {
+            json.append(trsf.Value(row, col));
+        }
+    }
+    return json;
+}
+
+gp_Trsf DataHandle::JsonArrToTrsf(const Json::Value& json) {
+    const auto n = ReadNumbers<12>(json);
+    const Rigid rigid{{n[0], n[1], n[2], n[4], n[5], n[6], n[8], n[9], n[10]}, {n[3], n[7], n[11]}};
+    RequireRotation(rigid.r);
+    return rigid.ToTrsf();
+}
+
+Json::Value DataHandle::TrsfToJsonSix(const gp_Trsf& trsf) {
+    return LocEulerToJson(gpHandle::TrsfToEuler(trsf), 6);
+}
+
+gp_Trsf DataHandle::JsonSixToTrsf(const Json::Value& json) {
+    const auto n = ReadNumbers<6>(json);
+    return gpHandle::EulerToTrsf({gp_Pnt(n[0], n[1], n[2]), gp_Pnt(n[3], n[4], n[5])});
+}
