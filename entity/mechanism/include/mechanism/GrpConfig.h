@@ -1,0 +1,79 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <mechanism/AxisVocabulary.h>
+#include <mechanism/Export.h>
+#include <memory>
+#include <vector>
+
+/// How the full value vector of one system follows from its independent axes, and which those are.
+/// The arrays hold one entry a position; positions from 20 on take no part in coupling.
+struct MECHANISM_EXPORT CoupedValue {
+    static constexpr int Capacity = 20;
+
+    /// Multiplier of the source value of each position; 1 by default.
+    double ratio[Capacity];
+    /// Step to the source of each position: position 0 reads source skip[0], position i + 1 the source after
+    /// the previous one plus skip[i + 1]. -1 repeats the previous source.
+    std::int32_t skip[Capacity] = {};
+    /// The independent positions in order; the first entry that is no position of the vector ends them.
+    std::int32_t index[Capacity];
+    bool enabled = false;
+    /// Number of values that the coupled operations on the first robot alone take.
+    std::int32_t robotValueCount = 6;
+
+    CoupedValue();
+};
+
+/// The layout of one system's flat value vector, and the process-wide lists of layouts and couplings.
+///
+/// Robot i owns robotDof values from i * robotDof on, the pedestal pedestalDof values after the last robot,
+/// bench k benchesDofs[k] values from trunc(k * benchesDofs[k] + (robotDof + pedestalDof)) on. The bench rule
+/// is a running layout only for one robot with benches of one size, and is kept for compatibility.
+///
+/// The lists are made on first use and hold no lock: hosts fill them during set-up, before any state of the
+/// system exists, and do not change an entry while one does.
+struct MECHANISM_EXPORT GrpConfig {
+    std::int32_t pedestalDof = 0;
+    std::int32_t robotDof = 6;
+    std::vector<double> benchesDofs;
+    std::int32_t benchNum = 0;
+    std::int32_t robotNum = 0;
+    std::int32_t contextDof = 6; ///< number of values of the whole system
+
+    /// Stores the counts and derives contextDof from robots and pedestal; benches are added by
+    /// SetBenchesDofs.
+    void InitDOF(int pedestalDof_, int robotDof_, int robotNum_, int benchNum_);
+    /// Sets the axes of each bench and adds them to contextDof, after InitDOF and once: a second call counts
+    /// the benches twice.
+    void SetBenchesDofs(const std::vector<double>& dofs);
+
+    /// The range of an entity's values. A bench past benchNum leaves both outputs as they are.
+    /// @throws std::out_of_range "invalid vector subscript" when benchNum promises a bench that was never
+    /// set.
+    void GetIndex(EntityName entity, int& start, int& count) const;
+    int GetContextDof() const { return contextDof; }
+    /// Joints of one robot plus the pedestal's axes, however many robots there are.
+    int GetRobotAndPedestalDof() const { return robotDof + pedestalDof; }
+
+    static const std::map<std::uint64_t, std::shared_ptr<GrpConfig>>& GetGrpConfigList();
+
+    /// The five look-ups by system hash.
+    /// @throws std::string ending in the function's name and "当前系统不存在该型号机器人", logged at
+    /// critical, when
+    ///         the system is not registered.
+    static const std::shared_ptr<GrpConfig>& GetGrpConfig(std::uint64_t system);
+    static int GetContextDof(std::uint64_t system);
+    static int GetRobotAndPedestalDof(std::uint64_t system);
+    static int GetRobotDof(std::uint64_t system);
+    static PedestalType GetSystemType(std::uint64_t system);
+
+    static std::map<std::uint64_t, CoupedValue>& ChangeCoupledList();
+    /// The system's coupling; asking for one that is not there makes a disabled one.
+    static CoupedValue& GetCoupledValue(std::uint64_t system);
+
+protected:
+    /// For a host's registrar, which derives from this struct.
+    static std::map<std::uint64_t, std::shared_ptr<GrpConfig>>& ChangeGrpConfigList();
+};

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <mechanism/AxisVocabulary.h>
+#include <mechanism/ContextState.h>
+#include <mechanism/GrpConfig.h>
+#include <mechanism/GrpState.h>
+#include <mechanism/InterpHandle.h>

@@ -1,0 +1,112 @@
+#include <mechanism/GrpState.h>
+
+#include "BoundedCopy.h"
+#include "Checked.h"
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+GrpState::GrpState(std::uint64_t system_) {
+    Bind(system_, GrpConfig::GetGrpConfig(system_).get());
+    std::fill_n(values, config->contextDof, 0.0);
+}
+
+GrpState::GrpState(const GrpState& other) { CopyFrom(other, false); }
+
+GrpState::GrpState(GrpState&& other) { TakeFrom(other); }
+
+GrpState& GrpState::operator=(const GrpState& other) {
+    if (this != &other) {
+        const double* const own = values;
+        CopyFrom(other, false);
+        if (system == 0) {
+            values = nullptr;
+        }
+        // Only now: had the copy failed, this state would still need its own.
+        delete[] own;
+    }
+    return *this;
+}
+
+GrpState& GrpState::operator=(GrpState&& other) {
+    if (this != &other) {
+        TakeFrom(other);
+    }
+    return *this;
+}
+
+GrpState::~GrpState() { delete[] values; }
+
+void GrpState::Bind(std::uint64_t system_, const GrpConfig* config_) {
+    tcps.resize(static_cast<std::size_t>(config_->robotNum));
+    values = new double[static_cast<std::size_t>(config_->contextDof)];
+    config = config_;
+    system = system_;
+}
+
+void GrpState::CopyFrom(const GrpState& other, bool shareValues) {
+    if (other.system == 0) {
+        system = 0;
+        return;
+    }
+    std::unique_ptr<double[]> copy;
+    if (!shareValues) {
+        const auto count = static_cast<std::size_t>(other.config->contextDof);
+        copy = std::make_unique_for_overwrite<double[]>(count);
+        mechanism_detail::CopyBounded(copy.get(), count, other.values, count);
+    }
+    CopyFields(other);
+    values = shareValues ? other.values : copy.release();
+}
+
+void GrpState::CopyFields(const GrpState& other) {
+    // The two that may fail come first.
+    tcps = other.tcps;
+    logicalCmd = other.logicalCmd;
+    config = other.config;
+    system = other.system;
+    moveModel = other.moveModel;
+    cmdType = other.cmdType;
+    needExport = other.needExport;
+    pathType = other.pathType;
+    toolIndex = other.toolIndex;
+    offset = other.offset;
+}
+
+void GrpState::TakeFrom(GrpState& other) {
+    if (other.system != 0) {
+        CopyFields(other);
+    }
+    system = other.system;
+    delete[] std::exchange(values, std::exchange(other.values, nullptr));
+    if (system == 0) {
+        delete[] std::exchange(values, nullptr);
+    }
+}
+
+void GrpState::SetCmdTypeAndCmd(RobotMoveCmdType type, const std::string& cmd) {
+    cmdType = type;
+    if (type == MoveCmdLogical) {
+        logicalCmd = cmd;
+    }
+}
+
+int GrpState::GetBenchDof() const {
+    int total = 0;
+    for (int bench = 0; bench < config->benchNum; ++bench) {
+        total = static_cast<int>(total + mechanism_detail::At(config->benchesDofs, bench));
+    }
+    return total;
+}
+
+const LocEuler& GrpState::GetLocEuler(int robot) const { return mechanism_detail::At(tcps, robot); }
+
+bool GrpState::GetLocEuler(int robot, LocEuler& out) const {
+    if (robot < 0 || std::cmp_greater_equal(robot, tcps.size())) {
+        return false;
+    }
+    out = tcps[static_cast<std::size_t>(robot)];
+    return true;
+}
+
+void GrpState::SetLocEuler(int robot, const LocEuler& pose) { mechanism_detail::At(tcps, robot) = pose; }

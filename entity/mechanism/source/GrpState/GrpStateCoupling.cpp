@@ -1,0 +1,76 @@
+#include <mechanism/GrpState.h>
+
+#include "BoundedCopy.h"
+#include "Checked.h"
+#include <algorithm>
+
+namespace {
+
+/// The values at the coupling's independent positions, up to the first that is not below the bound.
+std::vector<double> Independent(const double* values, const CoupedValue& coupling, int bound) {
+    std::vector<double> independent;
+    independent.reserve(static_cast<std::size_t>(std::max(bound, 0)));
+    for (const std::int32_t position : coupling.index) {
+        if (position >= bound) {
+            break;
+        }
+        independent.push_back(values[position]);
+    }
+    return independent;
+}
+
+/// Fills the first positions from their sources; those past the coupling's capacity keep their values.
+void Spread(const std::vector<double>& independent, const CoupedValue& coupling, int bound, double* values) {
+    int source = -1;
+    for (int i = 0; i < std::min(bound, CoupedValue::Capacity); ++i) {
+        source += 1 + coupling.skip[i];
+        values[i] = mechanism_detail::At(independent, source) * coupling.ratio[i];
+    }
+}
+
+/// A record's default count is an arm's six; a shorter system has no more than its own values.
+int RobotBound(const CoupedValue& coupling, const GrpConfig& config) {
+    return std::min(coupling.robotValueCount, config.contextDof);
+}
+
+} // namespace
+
+std::vector<double> GrpState::GetValuesCoupling() {
+    const CoupedValue& coupling = GrpConfig::GetCoupledValue(system);
+    return coupling.enabled ? Independent(values, coupling, config->contextDof) : GetValues();
+}
+
+std::vector<double> GrpState::GetValuesCoupling(EntityName entity) {
+    if (entity != Robot) {
+        return GetValues(entity);
+    }
+    const CoupedValue& coupling = GrpConfig::GetCoupledValue(system);
+    return coupling.enabled ? Independent(values, coupling, RobotBound(coupling, *config))
+                            : GetValues(entity);
+}
+
+void GrpState::SetValuesCoupling(const std::vector<double>& v) {
+    // Independent values are fewer than the positions: copy those there are.
+    const auto room = static_cast<std::size_t>(config->contextDof);
+    const bool isEmpty = v.empty();
+    mechanism_detail::CopyBounded(values, room, isEmpty ? nullptr : v.data(),
+                                  isEmpty ? room : std::min(room, v.size()));
+    const CoupedValue& coupling = GrpConfig::GetCoupledValue(system);
+    if (coupling.enabled) {
+        Spread(v, coupling, config->contextDof, values);
+    }
+}
+
+void GrpState::SetValuesCoupling(EntityName entity, const std::vector<double>& v) {
+    if (v.empty()) {
+        return;
+    }
+    if (entity == Robot) {
+        const CoupedValue& coupling = GrpConfig::GetCoupledValue(system);
+        if (coupling.enabled) {
+            Spread(v, coupling, RobotBound(coupling, *config), values);
+            return;
+        }
+    }
+    SetValues(entity, v);
+}

@@ -1,0 +1,81 @@
+#include <mechanism/InterpHandle.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+using Joints = std::vector<double>;
+
+constexpr double SmallestStep = 0.001;
+constexpr std::size_t ArmJoints = 6;
+/// External axes move in millimetres where the arm moves in radians.
+constexpr double ExternalAxisWeight = 1.0 / 1000;
+
+/// The vector k parts of so many from a to b.
+Joints Between(const Joints& a, const Joints& b, int k, double parts) {
+    Joints joints(a.size());
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        joints[i] = a[i] + k * (b[i] - a[i]) / parts;
+    }
+    return joints;
+}
+
+double WeightedChange(const Joints& a, const Joints& b) {
+    double largest = 0;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        const double weight = i < ArmJoints ? 1 : ExternalAxisWeight;
+        largest = std::max(largest, weight * std::abs(b[i] - a[i]));
+    }
+    return largest;
+}
+
+} // namespace
+
+std::vector<std::vector<double>> InterpHandle::InterpolationPtsByNum(const std::vector<double>&& a,
+                                                                     const std::vector<double>&& b, int n) {
+    std::vector<Joints> vectors;
+    if (a.empty() || a.size() != b.size()) {
+        return vectors;
+    }
+    vectors.reserve(static_cast<std::size_t>(std::max(n, 0)) + 2);
+    for (int k = 0; k <= n; ++k) {
+        vectors.push_back(Between(a, b, k, n));
+    }
+    vectors.push_back(b);
+    return vectors;
+}
+
+std::vector<std::vector<double>> InterpHandle::InterpolationPtsDescartes(const std::vector<double>& a,
+                                                                         const std::vector<double>& b,
+                                                                         double step) {
+    std::vector<Joints> vectors;
+    if (a.empty() || a.size() != b.size() || std::abs(step) < SmallestStep) {
+        return vectors;
+    }
+    double parts = 0;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        parts = std::max(parts, std::abs((b[i] - a[i]) / step));
+    }
+    for (int k = 0; parts > k; ++k) {
+        vectors.push_back(Between(a, b, k, parts));
+    }
+    vectors.push_back(b);
+    return vectors;
+}
+
+void InterpHandle::EquallyDisInterpolate(const std::vector<std::vector<double>>& in,
+                                         std::vector<std::vector<double>>& out, double step) {
+    if (in.size() < 2) {
+        return;
+    }
+    for (std::size_t i = 0; i + 1 < in.size(); ++i) {
+        const double parts = WeightedChange(in[i], in[i + 1]) / step;
+        out.push_back(in[i]);
+        // A zero step would ask for endlessly many.
+        for (int k = 1; std::isfinite(parts) && k < parts; ++k) {
+            out.push_back(Between(in[i], in[i + 1], k, parts));
+        }
+    }
+    out.push_back(in.back());
+}

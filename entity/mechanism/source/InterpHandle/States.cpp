@@ -1,0 +1,116 @@
+#include <mechanism/InterpHandle.h>
+
+#include "Checked.h"
+#include "GrpState/StateAccess.h"
+#include "Truncated.h"
+#include <algorithm>
+#include <cmath>
+#include <gp_Trsf.hxx>
+#include <gp_TrsfNLerp.hxx>
+#include <host/tools/gpHandle.h>
+
+namespace {
+
+/// Whole steps on the axis that needs most of them.
+int CountParts(const GrpState& a, const GrpState& b, const std::vector<double>& steps) {
+    int parts = 0;
+    for (int i = 0; i < a.GetContextDof(); ++i) {
+        const double change = b.GetValuesPtr()[i] - a.GetValuesPtr()[i];
+        parts = std::max(parts,
+                         mechanism_detail::Truncated(std::abs(change) / steps[static_cast<std::size_t>(i)]));
+    }
+    return parts;
+}
+
+/// Appends the states strictly between a and b.
+void AppendInterior(const GrpState& a, const GrpState& b, int parts, std::vector<GrpState>& states) {
+    if (parts < 2) {
+        return;
+    }
+    const GrpConfig* const config = GrpConfig::GetGrpConfig(a.GetSystem()).get();
+    const auto count = static_cast<std::size_t>(a.GetContextDof());
+    std::vector<double> change(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        change[i] = (b.GetValuesPtr()[i] - a.GetValuesPtr()[i]) / parts;
+    }
+    for (int k = 1; k < parts; ++k) {
+        GrpState& state = states.emplace_back();
+        mechanism_detail::StateAccess::Bind(state, a.GetSystem(), config);
+        for (std::size_t i = 0; i < count; ++i) {
+            state.GetValuesPtr()[i] = a.GetValuesPtr()[i] + k * change[i];
+        }
+    }
+}
+
+/// Moves a state's values the given fraction of the way to another's.
+void BlendValues(GrpState& state, const GrpState& to, double t) {
+    double* const values = state.GetValuesPtr();
+    for (int i = 0; i < state.GetContextDof(); ++i) {
+        values[i] += (to.GetValuesPtr()[i] - values[i]) * t;
+    }
+}
+
+} // namespace
+
+std::vector<GrpState> InterpHandle::InterpolationPts(const GrpState& a, const GrpState& b,
+                                                     const std::vector<double>& steps) {
+    const int parts = CountParts(a, b, steps);
+    std::vector<GrpState> states;
+    states.reserve(static_cast<std::size_t>(std::max(parts, 1)) + 1);
+    states.push_back(a);
+    AppendInterior(a, b, parts, states);
+    states.push_back(b);
+    return states;
+}
+
+std::vector<GrpState> InterpHandle::InterpolationPts(const std::vector<GrpState>& states,
+                                                     const std::vector<double>& steps) {
+    mechanism_detail::At(states, 0);
+    std::vector<GrpState> chain;
+    if (states.size() < 2) {
+        return chain;
+    }
+    std::vector<int> parts;
+    std::size_t total = 1;
+    for (std::size_t i = 0; i + 1 < states.size(); ++i) {
+        parts.push_back(CountParts(states[i], states[i + 1], steps));
+        total += static_cast<std::size_t>(std::max(parts.back(), 1));
+    }
+    // One growth: states are costly to move.
+    chain.reserve(total);
+    for (std::size_t i = 0; i + 1 < states.size(); ++i) {
+        chain.push_back(states[i]);
+        AppendInterior(states[i], states[i + 1], parts[i], chain);
+    }
+    chain.push_back(states.back());
+    return chain;
+}
+
+std::vector<GrpState> InterpHandle::InterpolationPtsByPosGap(const GrpState& a, const GrpState& b,
+                                                             double gap) {
+    const LocEuler& from = a.GetLocEuler(0);
+    const LocEuler& to = b.GetLocEuler(0);
+    const double wholeDistance = std::trunc(from.location.Distance(to.location));
+    const int between = std::max(mechanism_detail::Truncated(wholeDistance / gap), 0);
+    const gp_TrsfNLerp blend(gpHandle::EulerToTrsf(from), gpHandle::EulerToTrsf(to));
+
+    std::vector<GrpState> states;
+    states.reserve(static_cast<std::size_t>(between) + 2);
+    states.push_back(a);
+    for (int k = 1; k <= between; ++k) {
+        const double t = k / (between + 1.0);
+        GrpState& state = states.emplace_back(a);
+        BlendValues(state, b, t);
+        gp_Trsf pose;
+        blend.Interpolate(t, pose);
+        state.SetLocEuler(0, gpHandle::TrsfToEuler(pose));
+    }
+    states.push_back(b);
+    return states;
+}
+
+GrpState InterpHandle::InterpolationScalePts(const GrpState& a, const GrpState& b, double t) {
+    GrpState state(a);
+    BlendValues(state, b, t);
+    return state;
+}
