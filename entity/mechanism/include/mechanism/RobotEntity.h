@@ -1,0 +1,168 @@
+#pragma once
+
+#include <array>
+#include <host/tools/LocEuler.h>
+#include <host/workpiece/GenericEntityConfig.h>
+#include <mechanism/Export.h>
+#include <memory>
+#include <vector>
+
+class RobotWorkspace;
+
+/// How tightly collisions are checked: 0 with the configured gap, 1 and 2 with fixed ones.
+enum CheckCollisionState : int { CollisionNormal = 0, CollisionWide = 1, CollisionTight = 2 };
+
+/// A robot arm: six axes, or seven links with a coupled wrist.
+///
+/// Its links form one chain, each further link being child 0 of the one before; axis n is the link at
+/// position n - 1. The arm reads its table of modified (proximal) Denavit-Hartenberg parameters off the zero
+/// pose and rewrites every link to it, after which every link turns about its own Z. Laws that hold for every
+/// arm: rewriting moves no joint axis, model or flange at any joint values, and the table of a rewritten arm
+/// is the same table. Lengths in mm, angles in rad.
+///
+/// Failures are logged at critical and thrown as std::string, "...RobotEntity::Operation" + message.
+class MECHANISM_EXPORT RobotEntity : public GenericEntityConfig {
+public:
+    /// One row: a (along the previous X), alpha (about it), d (along the new Z), theta (about it).
+    using DhRow = std::array<double, 4>;
+
+    RobotEntity();
+    /// Takes over a built mechanism and is complete: Initial has run.
+    /// @throws std::invalid_argument for a null parent; std::out_of_range for one without a flange.
+    explicit RobotEntity(GenericEntity* parent);
+    ~RobotEntity() override;
+
+    // --- framework operations ----------------------------------------------------------------------------
+    /// Derives everything from the links: table, normalised links, end frame, tool frame model, workspace.
+    /// @throws std::out_of_range "invalid vector subscript" for a robot without a flange, or whose chain
+    /// gives
+    ///         fewer rows than it has links.
+    void Initial() override;
+    void Hide(size_t system) override;
+    /// Writes the package to `path` (an empty path writes none), then answers the robot's document.
+    Json::Value ToJson(const std::string& path) override;
+    /// Restores the robot from its document. Nothing happens without a root model.
+    void LoadFromJson(const Json::Value& json) override;
+    /// Joint limits of the robot's system, each narrowed by the margin (rad). They come out in the order of
+    /// the coupling record of this robot's hash, from `index[0]` on; an unfilled record gives an empty list.
+    /// @param system 666 follows the record's index list where the record is enabled; any other value takes
+    ///               consecutive links.
+    /// @throws std::string "...RobotEntity::GetLimit限位错误" when the margin leaves no range.
+    std::vector<std::pair<double, double>> GetLimit(size_t system, double margin) override;
+    /// As the base; a coupled wrist then has its sixth value set to minus its fifth.
+    void SetCurrentValue(const std::vector<double>& values, size_t system) override;
+    /// Names every model after the robot and brings table, links and tool frame up to date.
+    void UpdateLinkModelNames() override;
+    /// out["RobotBrand"] := brand code.
+    void ExportParaToJson(Json::Value& out) override;
+    /// Sizes the initial values and takes the six defaults of CADParamConfig.
+    void UpdateModelPara() override;
+
+    // --- kinematic data -----------------------------------------------------------------------------------
+    /// The table, one row a link, root link first.
+    const std::vector<DhRow>& GetArmDH() const { return armDH; }
+    /// Reads the table off the zero pose of any configurable mechanism; empty for anything else.
+    static std::vector<DhRow> GetArmDH1989(GenericEntity* entity);
+    /// Identity, or for arm structure code 1 the turn by pi about Z that its table stands on.
+    gp_Trsf GetRobotBaseDHTrsf() const;
+    /// World frame that the table starts from.
+    gp_Trsf GetRobotAssembleTrsf() const;
+    /// Root placement * end-centre transform.
+    gp_Trsf GetDefaultTCPTrsf() const;
+    /// Always 6.
+    int GetRobotDOF() const { return 6; }
+    /// The system that this robot leads: its own hash.
+    std::uint64_t GetRobotSystem() const { return GetHashIndex(); }
+    /// Joint values (rad) that the robot starts from.
+    const std::vector<double>& GetInitialValue() const { return initialValues; }
+
+    // --- axes
+    // -----------------------------------------------------------------------------------------------
+    /// Link of axis n, 1 <= n <= link count.
+    /// @throws std::string "...RobotEntity::GetAxisvector传入index错误，数据不在范围内" otherwise.
+    LinkRod* GetAxis(int axis) const;
+    /// World transform of the link at a position; the position must exist.
+    const gp_Trsf& GetCurJointTrsf(int position) const;
+    /// Joint origin of the link at a position, in its own frame; the zero point past the end.
+    gp_Pnt GetLinkRodsLocation(int position) const;
+    /// World positions of the joint origins of the links at positions 1 to 6.
+    /// @throws std::out_of_range "invalid vector subscript" for fewer than seven links.
+    std::vector<gp_Pnt> GetLinkJointPos() const;
+    /// False when the robot hangs within 20 degrees of straight down.
+    bool IsRobotUp() const;
+
+    // --- tools
+    // ------------------------------------------------------------------------------------------------
+    void SetTools(const std::vector<gp_Trsf>& newTools) { tools = newTools; }
+    const std::vector<gp_Trsf>& GetTools() const { return tools; }
+    /// Tool frame relative to the flange, growing the list with identities up to index 10.
+    /// An index past 10 logs an error and answers tool 0 (std::out_of_range where there is none).
+    const gp_Trsf& GetToolFromVector(int index) const;
+    const gp_Trsf& GetCurrentTool() const { return GetToolFromVector(currentTool); }
+    int GetToolIndex() const { return currentTool; }
+    /// Makes a tool current and answers its record.
+    Json::Value ChangeCurrentTool(int index);
+    /// Stores the tool of a record ("ToolIndex", "X", "Y", "Z" in mm, then "RX", "RY", "RZ" in degrees for
+    /// "Type" 0, else the quaternion "Q1" w, "Q2" x, "Q3" y, "Q4" z). Null does nothing.
+    void SetToolData(const Json::Value& json);
+    /// Record of the current tool, with both forms of its rotation.
+    Json::Value GetToolData();
+
+    // --- tool centre
+    // ------------------------------------------------------------------------------------------
+    /// Shift along the tool's Z (mm), applied after the tool.
+    void SetZOffset(double z);
+    double GetZOffset() const;
+    gp_Trsf GetCurrentToolWithOffset() const;
+    /// X_WT = X_WE * X_EF * X_FT * X_TZ: end link, flange, tool, offset.
+    gp_Trsf GetCurrentTrsfTCP() const;
+    LocEuler GetCurrentTCP() const;
+    /// The axis triad at the tool centre, or null.
+    opencascade::handle<BaseViewShape> GetToolFrame() const { return toolFrameMdl; }
+    /// Rebuilds the triad and hangs it on the end link's first model. The Z offset is not shown.
+    void UpdateToolFrame();
+
+    // --- workbenches
+    // ------------------------------------------------------------------------------------------
+    /// Lists the bench and enters it into this robot's system; the first one becomes current.
+    void AddWorkbench(GenericEntity* bench);
+    /// Takes the bench off the list and out of this robot's system. A bench that is not listed still moves a
+    /// positive current index down by one.
+    void DeleteWorkbench(GenericEntity* bench);
+    void SetCurrentWorkbench(GenericEntity* const bench);
+    /// Null when there is none or the index is negative.
+    /// @throws std::out_of_range "invalid vector subscript" for an index past the end.
+    const GenericEntity* GetCurrentWorkbench() const;
+    int GetCurrentWorkbenchIndex() const { return currentWorkbench; }
+    const std::vector<GenericEntity*>& GetWorkbenches() const { return workbenches; }
+
+    // --- collision state
+    // ----------------------------------------------------------------------------------------
+    /// Sets the collision gap of the robot: the configured one, 20 mm, 2 mm, or 30 mm for any other state.
+    void SetCurrentCollisionState(CheckCollisionState state);
+    CheckCollisionState GetCurrentCollisionState() const { return collisionState; }
+
+protected:
+    /// Gives every model of axes 1 to 6 its collision tolerance.
+    void UpdateCollisionMdlState() override;
+
+private:
+    void UpdateInfo();
+    void UpdateToolByDH();
+    void Normalized();
+    void SetToolInVector(const gp_Trsf& tool, int index);
+
+    std::shared_ptr<RobotWorkspace> workspace;
+    CheckCollisionState collisionState = CollisionNormal;
+    LinkRod* rootLink = nullptr;
+    opencascade::handle<BaseViewShape> toolFrameMdl;
+    opencascade::handle<BaseViewShape> unsafeWorkspaceMdl;
+    int currentTool = 0;
+    mutable std::vector<gp_Trsf> tools;
+    std::vector<double> initialValues;
+    std::vector<DhRow> armDH;
+    gp_Trsf zOffset;
+    std::vector<GenericEntity*> workbenches;
+    int currentWorkbench = -1;
+    int robotBrand = 0;
+};

@@ -1,0 +1,175 @@
+#include "Checked.h"
+#include "Failure.h"
+#include "Format.h"
+
+#include <algorithm>
+#include <gp_Ax2.hxx>
+#include <gp_Quaternion.hxx>
+#include <host/tools/CADParamConfig.h>
+#include <host/tools/gpHandle.h>
+#include <host/view/ViewShapeUtil.h>
+#include <mechanism/RobotEntity.h>
+#include <numbers>
+
+using namespace mechanism_detail;
+
+namespace {
+
+constexpr int ToolLimit = 11;
+constexpr int ToolFrameSize = 50;
+constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
+/// Squared norm below which four numbers are taken for no rotation at all.
+constexpr double NoRotation = 1e-7;
+
+gp_Pnt AnglesOfQuaternion(const Json::Value& json) {
+    const double w = json["Q1"].asDouble() * RadiansPerDegree;
+    const double x = json["Q2"].asDouble() * RadiansPerDegree;
+    const double y = json["Q3"].asDouble() * RadiansPerDegree;
+    const double z = json["Q4"].asDouble() * RadiansPerDegree;
+    gp_Trsf rotation;
+    if (x * x + y * y + z * z + w * w >= NoRotation) {
+        rotation.SetRotation(gp_Quaternion(x, y, z, w));
+    }
+    return gpHandle::TrsfToEuler(rotation).euler;
+}
+
+gp_Pnt AnglesOfDegrees(const Json::Value& json) {
+    return {json["RX"].asDouble() * RadiansPerDegree, json["RY"].asDouble() * RadiansPerDegree,
+            json["RZ"].asDouble() * RadiansPerDegree};
+}
+
+bool IsChildOf(const opencascade::handle<ViewShape>& parent,
+               const opencascade::handle<BaseViewShape>& child) {
+    const auto& children = parent->Children();
+    return std::any_of(children.begin(), children.end(),
+                       [&](const auto& other) { return other.get() == child.get(); });
+}
+
+} // namespace
+
+// --- tool list ---------------------------------------------------------------------------------------------
+
+const gp_Trsf& RobotEntity::GetToolFromVector(int index) const {
+    if (index >= ToolLimit) {
+        Log(spdlog::level::err, family::RobotEntity, __LINE__, "RobotEntity::GetToolFromVector",
+            format("传入错误的索引号，不可能出现当前大数{}", index));
+        return At(tools, 0);
+    }
+    const auto position = static_cast<std::size_t>(index);
+    if (position >= tools.size()) {
+        tools.resize(position + 1);
+    }
+    return tools[position];
+}
+
+void RobotEntity::SetToolInVector(const gp_Trsf& tool, int index) {
+    const auto position = static_cast<std::size_t>(index);
+    if (position >= tools.size()) {
+        tools.resize(position + 1);
+    }
+    tools[position] = tool;
+}
+
+Json::Value RobotEntity::ChangeCurrentTool(int index) {
+    currentTool = index;
+    return GetToolData();
+}
+
+void RobotEntity::SetToolData(const Json::Value& json) {
+    if (json.isNull()) {
+        return;
+    }
+    const int index = json["ToolIndex"].asInt();
+    const gp_Pnt origin(json["X"].asDouble(), json["Y"].asDouble(), json["Z"].asDouble());
+    const gp_Pnt angles = json["Type"].asInt() == 0 ? AnglesOfDegrees(json) : AnglesOfQuaternion(json);
+    SetToolInVector(gpHandle::LocEulerToTrsf(LocEuler(origin, angles)), index);
+}
+
+Json::Value RobotEntity::GetToolData() {
+    const LocEuler pose = gpHandle::TrsfToEuler(GetToolFromVector(currentTool));
+    const gp_Quaternion q = gpHandle::EulerToRotateTrsf(pose.euler).GetRotation();
+    Json::Value json(Json::objectValue);
+    json["ToolIndex"] = currentTool;
+    json["X"] = pose.location.X();
+    json["Y"] = pose.location.Y();
+    json["Z"] = pose.location.Z();
+    json["RX"] = pose.euler.X() / RadiansPerDegree;
+    json["RY"] = pose.euler.Y() / RadiansPerDegree;
+    json["RZ"] = pose.euler.Z() / RadiansPerDegree;
+    json["Q1"] = q.W();
+    json["Q2"] = q.X();
+    json["Q3"] = q.Y();
+    json["Q4"] = q.Z();
+    return json;
+}
+
+// --- tool centre -------------------------------------------------------------------------------------------
+
+void RobotEntity::SetZOffset(double z) { zOffset.SetTranslationPart(gp_Vec(0, 0, z)); }
+
+double RobotEntity::GetZOffset() const { return zOffset.TranslationPart().Z(); }
+
+gp_Trsf RobotEntity::GetCurrentToolWithOffset() const { return GetCurrentTool() * zOffset; }
+
+gp_Trsf RobotEntity::GetCurrentTrsfTCP() const {
+    gp_Trsf tcp = GetCurrentEndTrsf();
+    tcp.Multiply(endCenterTrsf);
+    tcp.Multiply(GetCurrentTool());
+    tcp.Multiply(zOffset);
+    return tcp;
+}
+
+LocEuler RobotEntity::GetCurrentTCP() const { return gpHandle::TrsfToEuler(GetCurrentTrsfTCP()); }
+
+void RobotEntity::UpdateToolByDH() {
+    armDH = GetArmDH1989(this);
+    endCenterTrsf = GetEndCenTrsf(0);
+    Flange& flange = *At(flanges, 0);
+    flange.ChangeTrsf(endCenterTrsf);
+    flange.SetLink(GetEndLink(0));
+    UpdateModelPara();
+}
+
+void RobotEntity::UpdateToolFrame() {
+    const LinkRod* end = GetEndLink(0);
+    if (end == nullptr) {
+        return;
+    }
+    const opencascade::handle<ViewShape> endModel =
+        end->models.empty() ? opencascade::handle<ViewShape>() : end->models.front();
+    if (!toolFrameMdl.IsNull()) {
+        if (!endModel.IsNull() && IsChildOf(endModel, toolFrameMdl)) {
+            endModel->RemoveChild(toolFrameMdl);
+        }
+        toolFrameMdl->RemoveFromView();
+    }
+    const gp_Trsf tool = endCenterTrsf * GetToolFromVector(currentTool);
+    toolFrameMdl = ViewShapeUtil::GenDirModel(gpHandle::TrsfToAx2(tool), ToolFrameSize);
+    toolFrameMdl->SetSelectionMode(-1, false);
+    toolFrameMdl->SetDispalyMode(0);
+    toolFrameMdl->Display();
+    toolFrameMdl->SetLocalTransformation(end->worldTrsf);
+    if (!endModel.IsNull()) {
+        toolFrameMdl->SetLocalTransformation(endModel->LocalTransformation());
+        endModel->AddChildWithCurrentTransformation(toolFrameMdl);
+    }
+}
+
+// --- collision state ---------------------------------------------------------------------------------------
+
+void RobotEntity::SetCurrentCollisionState(CheckCollisionState state) {
+    collisionState = state;
+    switch (state) {
+    case CollisionNormal:
+        SetCheckCollisionGap(CADParamConfig::GetInstance()->defaultCollisionGap);
+        break;
+    case CollisionWide:
+        SetCheckCollisionGap(20.0);
+        break;
+    case CollisionTight:
+        SetCheckCollisionGap(2.0);
+        break;
+    default:
+        SetCheckCollisionGap(30.0);
+    }
+}

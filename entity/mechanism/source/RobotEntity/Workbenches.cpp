@@ -1,0 +1,45 @@
+#include "Checked.h"
+
+#include <algorithm>
+#include <mechanism/RobotEntity.h>
+
+using namespace mechanism_detail;
+
+void RobotEntity::AddWorkbench(GenericEntity* bench) {
+    bench->AddSystem(GetHashIndex());
+    if (std::find(workbenches.begin(), workbenches.end(), bench) != workbenches.end()) {
+        return;
+    }
+    workbenches.push_back(bench);
+    if (currentWorkbench == -1) {
+        currentWorkbench = 0;
+    }
+}
+
+void RobotEntity::DeleteWorkbench(GenericEntity* bench) {
+    bench->DeleteSystem(GetHashIndex());
+    int position = 0;
+    const auto found = std::find(workbenches.begin(), workbenches.end(), bench);
+    if (found != workbenches.end()) {
+        position = static_cast<int>(found - workbenches.begin());
+        workbenches.erase(found);
+        if (currentWorkbench == position) {
+            currentWorkbench = 0;
+        }
+    }
+    if (position < currentWorkbench) {
+        --currentWorkbench;
+    }
+}
+
+void RobotEntity::SetCurrentWorkbench(GenericEntity* const bench) {
+    for (std::size_t i = 0; i < workbenches.size(); ++i) {
+        if (workbenches[i] == bench) {
+            currentWorkbench = static_cast<int>(i);
+        }
+    }
+}
+
+const GenericEntity* RobotEntity::GetCurrentWorkbench() const {
+    return workbenches.empty() || currentWorkbench < 0 ? nullptr : At(workbenches, currentWorkbench);
+}

@@ -1,0 +1,7 @@
+#include <host/view/ViewShape.h>
+
+#include <utility>
+
+IMPLEMENT_STANDARD_RTTIEXT(ViewShape, BaseViewShape)
+
+ViewShape::ViewShape(const TopoDS_Shape& shape, Uuid id_) : BaseViewShape(shape), id(std::move(id_)) {}

@@ -1,0 +1,15 @@
+#include <host/workpiece/ShapeEntity.h>
+
+#include <gp_Trsf.hxx>
+#include <utility>
+
+IMPLEMENT_STANDARD_RTTIEXT(ShapeEntity, ViewShape)
+
+ShapeEntity::ShapeEntity(const TopoDS_Shape& shape, Uuid id) : ViewShape(shape, std::move(id)) {}
+
+void ShapeEntity::SetTransformation(const gp_Trsf& trsf, bool refresh) {
+    SetLocalTransformation(trsf);
+    if (refresh) {
+        RedisplayShape(false, false);
+    }
+}
