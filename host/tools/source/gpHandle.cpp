@@ -5,12 +5,17 @@
 #include <gp.hxx>
 #include <gp_Ax1.hxx>
 #include <gp_Ax2.hxx>
+#include <gp_Mat.hxx>
 #include <gp_Quaternion.hxx>
 #include <gp_Trsf.hxx>
 #include <gp_Vec.hxx>
 #include <host/tools/Rigid.h>
+#include <limits>
 
 namespace {
+
+/// Cosine of the second angle below which the first is rounding noise: a few products of unit rotations.
+constexpr double GimbalLock = 16 * std::numeric_limits<double>::epsilon();
 
 gp_Quaternion EulerToQua(const gp_Pnt& euler) {
     gp_Quaternion rotation;
@@ -39,11 +44,16 @@ gp_Trsf gpHandle::EulerToRotateTrsf(const gp_Pnt& euler) {
 }
 
 gp_Pnt gpHandle::QuaToEuler(const gp_Quaternion& rotation) {
-    double x = 0;
-    double y = 0;
-    double z = 0;
-    rotation.GetEulerAngles(gp_Intrinsic_XYZ, x, y, z);
-    return {x, y, z};
+    // With the second angle near a right angle the outer two are ill-defined one by one. The third is taken
+    // from what the first leaves of the rotation, so that their errors cancel; gp_Quaternion::GetEulerAngles
+    // takes each alone and is off by a tenth of a radian there. At the right angle itself the first is zero.
+    const gp_Mat m = rotation.GetMatrix();
+    const double cosY = std::hypot(m(1, 1), m(1, 2));
+    const double x = cosY > GimbalLock ? std::atan2(-m(2, 3), m(3, 3)) : 0;
+    const double sinX = std::sin(x);
+    const double cosX = std::cos(x);
+    return {x, std::atan2(m(1, 3), cosY),
+            std::atan2(cosX * m(2, 1) + sinX * m(3, 1), cosX * m(2, 2) + sinX * m(3, 2))};
 }
 
 gp_Trsf gpHandle::AxisRotateToTrsf(const gp_Vec& axis, double angle) {

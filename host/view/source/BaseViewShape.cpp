@@ -9,7 +9,7 @@ IMPLEMENT_STANDARD_RTTIEXT(BaseViewShape, AIS_ColoredShape)
 namespace {
 
 // The context speaks of handles to mutable objects, also where only the view's state changes.
-opencascade::handle<AIS_InteractiveObject> Handle(const BaseViewShape* shape) {
+opencascade::handle<AIS_InteractiveObject> Mutable(const BaseViewShape* shape) {
     return const_cast<BaseViewShape*>(shape);
 }
 
@@ -43,20 +43,20 @@ void BaseViewShape::Display(int mode, int selectionMode) {
 void BaseViewShape::Hide() const {
     displayed = false;
     if (HasInteractiveContext()) {
-        InteractiveContext()->Erase(Handle(this), Standard_False);
+        InteractiveContext()->Erase(Mutable(this), Standard_False);
     }
 }
 
 void BaseViewShape::RemoveFromView() const {
     displayed = false;
     if (HasInteractiveContext()) {
-        InteractiveContext()->Remove(Handle(this), Standard_False);
+        InteractiveContext()->Remove(Mutable(this), Standard_False);
     }
 }
 
 void BaseViewShape::RedisplayShape(bool allModes, bool updateViewer) const {
     if (displayed && HasInteractiveContext()) {
-        InteractiveContext()->Redisplay(Handle(this), updateViewer, allModes);
+        InteractiveContext()->Redisplay(Mutable(this), updateViewer, allModes);
     }
 }
 
@@ -92,10 +92,10 @@ void BaseViewShape::ForwardSelection() const {
         return;
     }
     const auto context = InteractiveContext();
-    context->Deactivate(Handle(this));
+    context->Deactivate(Mutable(this));
     if (!unselectable) {
         for (const int mode : selectionModes) {
-            context->Activate(Handle(this), mode);
+            context->Activate(Mutable(this), mode);
         }
     }
 }

@@ -4,4 +4,4 @@
 
 IMPLEMENT_STANDARD_RTTIEXT(ViewShape, BaseViewShape)
 
-ViewShape::ViewShape(const TopoDS_Shape& shape, Uuid id_) : BaseViewShape(shape), id(std::move(id_)) {}
+ViewShape::ViewShape(const TopoDS_Shape& shape, Uuid identity) : BaseViewShape(shape), id(std::move(identity)) {}

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <host/tools/DataHandle.h>
 #include <host/workpiece/GenericEntityConfig.h>
+#include <json/writer.h>
 #include <numbers>
 #include <optional>
 #include <stdexcept>

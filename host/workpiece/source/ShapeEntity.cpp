@@ -5,7 +5,7 @@
 
 IMPLEMENT_STANDARD_RTTIEXT(ShapeEntity, ViewShape)
 
-ShapeEntity::ShapeEntity(const TopoDS_Shape& shape, Uuid id) : ViewShape(shape, std::move(id)) {}
+ShapeEntity::ShapeEntity(const TopoDS_Shape& shape, Uuid identity) : ViewShape(shape, std::move(identity)) {}
 
 void ShapeEntity::SetTransformation(const gp_Trsf& trsf, bool refresh) {
     SetLocalTransformation(trsf);

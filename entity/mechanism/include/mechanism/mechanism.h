@@ -5,3 +5,5 @@
 #include <mechanism/GrpConfig.h>
 #include <mechanism/GrpState.h>
 #include <mechanism/InterpHandle.h>
+#include <mechanism/RobotEntity.h>
+#include <mechanism/RobotWorkspace.h>
