@@ -1,0 +1,66 @@
+#include <gtest/gtest.h>
+#include <host/tools/gpHandle.h>
+#include <support/SampleMechanisms.h>
+#include <support/TrsfMatcher.h>
+
+namespace {
+
+constexpr double Mm = 1e-9;
+constexpr double Entries = 1e-12;
+
+struct KinematicsCase {
+    const char* name;
+    sample::Mechanism (*make)();
+};
+
+class Kinematics : public testing::TestWithParam<KinematicsCase> {};
+
+// One promise for every joint type: links stand where the motions about the axes at zero put them.
+TEST_P(Kinematics, LinksStandWhereTheirAxesPutThem) {
+    const sample::Mechanism mechanism = GetParam().make();
+    const auto entity = sample::Build(mechanism, 9);
+    const gp_Trsf base = sample::Frame({-50, 20, 10}, gp_Dir(1, 0, 1), gp_Dir(0, 1, 0));
+    entity->SetRootMdlTrsf(base);
+    std::mt19937 random(3);
+    for (int draw = 0; draw < 100; ++draw) {
+        const auto values = sample::RandomValues(mechanism, random);
+        entity->SetCurrentValue(values, 9);
+        ASSERT_TRUE(entity->ForwardTrsf(9, true, true));
+        ASSERT_THAT(entity->GetCurrentTrsfTool0(), IsTrsf(base * mechanism.FlangeAt(values), Mm, Entries));
+        ASSERT_THAT(entity->GetInstalledTrsf(0), IsTrsf(mechanism.FlangeAt(values), Mm, Entries));
+    }
+    const auto current = entity->GetCurrentValue(9);
+    const auto explicitValues = sample::RandomValues(mechanism, random);
+    ASSERT_TRUE(entity->ForwardTrsfWithValue(explicitValues, false, true));
+    EXPECT_THAT(entity->GetCurrentTrsfTool0(), IsTrsf(base * mechanism.FlangeAt(explicitValues), Mm, Entries));
+    EXPECT_EQ(entity->GetCurrentValue(9), current) << "explicit values are not kept";
+    ASSERT_TRUE(entity->Reset());
+    EXPECT_THAT(entity->GetCurrentTrsfTool0(), IsTrsf(base * mechanism.flange, Mm, Entries));
+}
+
+TEST_P(Kinematics, TooFewValuesMoveNothing) {
+    const auto entity = sample::Build(GetParam().make(), 9);
+    const gp_Trsf before = entity->GetCurrentTrsfTool0();
+    EXPECT_FALSE(entity->ForwardTrsfWithValue({0.5}, true, true));
+    EXPECT_THROW(entity->SetCurrentValue({0.5}, 9), std::invalid_argument);
+    EXPECT_THAT(entity->GetCurrentTrsfTool0(), IsTrsf(before, 0, 0));
+}
+
+INSTANTIATE_TEST_SUITE_P(Mechanisms, Kinematics,
+                         testing::Values(KinematicsCase{"SixAxis", sample::SixAxisArm},
+                                         KinematicsCase{"Parallel", sample::ParallelArm},
+                                         KinematicsCase{"CoupledWrist", sample::CoupledArm},
+                                         KinematicsCase{"Rail", sample::TwoAxisRail},
+                                         KinematicsCase{"Positioner", sample::Positioner}),
+                         [](const auto& mechanism) { return std::string(mechanism.param.name); });
+
+TEST(Limits, AreNarrowedByTheMarginAndNeverTurnedRound) {
+    const auto entity = sample::Build(sample::TwoAxisRail(), 9);
+    EXPECT_TRUE(entity->IsInLimit({100, 8900}, 9, 100));
+    EXPECT_FALSE(entity->IsInLimit({99, 8900}, 9, 100));
+    EXPECT_FALSE(entity->IsInLimit({100, 8901}, 9, 100));
+    EXPECT_EQ(entity->GetLimit(9, 10)[1], (std::pair{10.0, 8990.0}));
+    EXPECT_THROW(entity->GetLimit(9, 4501), std::invalid_argument);
+}
+
+} // namespace

@@ -1,0 +1,97 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <support/SampleMechanisms.h>
+#include <support/TrsfMatcher.h>
+
+namespace {
+
+class LinkRecords : public testing::Test {
+protected:
+    std::unique_ptr<GenericEntityConfig> entity = sample::Build(sample::Positioner(), 9);
+};
+
+struct BadRecord {
+    const char* key;
+    Json::Value value;
+    const char* complaint;
+};
+
+TEST_F(LinkRecords, BadOnesNameTheKeyAndChangeNothing) {
+    Json::Value nan(Json::arrayValue);
+    Json::Value five(Json::arrayValue);
+    for (int i = 0; i < 6; ++i) {
+        nan.append(i == 3 ? std::nan("") : 0.0);
+        if (i < 5) {
+            five.append(0.0);
+        }
+    }
+    const std::vector<BadRecord> bad = {
+        {"link_hash", 0, "link_hash: 0"},
+        {"link_hash", "x", "link_hash: \"x\""},
+        {"parent_link_hash", 5555, "parent_link_hash: 5555"},
+        {"parent_link_hash", 0, "parent_link_hash: 0"},
+        {"parent_link_hash", -1, "parent_link_hash: -1"},
+        {"joint_type", 6, "joint_type: 6"},
+        {"joint_type", 7.5, "joint_type: 7.5"},
+        {"joint_value", "1", "joint_value: \"1\""},
+        {"name", Json::Value(), "name: null"},
+        {"center_trsf", nan, "center_trsf"},
+        {"center_trsf", five, "center_trsf"},
+        {"axis_min", 400, "axis_min: 400"},
+        {"joint_axis", five, "joint_axis"},
+        {"axis_models", "id", "axis_models"},
+    };
+    const Json::Value before = entity->DataToJson("");
+    for (const BadRecord& record : bad) {
+        Json::Value json = entity->LinkToJson(entity->GetLink(1));
+        json["axis_max"] = 10;
+        json["axis_min"] = -10;
+        json["joint_value"] = 0.25;
+        json[record.key] = record.value;
+        try {
+            entity->UpdateLinkRodPara(json, false);
+            ADD_FAILURE() << record.complaint;
+        } catch (const std::invalid_argument& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(record.complaint));
+        }
+        EXPECT_EQ(entity->DataToJson(""), before) << record.complaint;
+    }
+}
+
+TEST_F(LinkRecords, BodiesStayOrGoWithTheFrameAsAsked) {
+    Json::Value json = entity->LinkToJson(entity->GetLink(1));
+    Json::Value& center = json["center_trsf"];
+    center[2] = 40.0;
+    const auto flange = [&] { return entity->GetCurrentTrsfTool0(); };
+    const gp_Trsf before = flange();
+    entity->UpdateLinkRodPara(json, false);
+    EXPECT_THAT(flange(), IsTrsf(before, 1e-12, 1e-12)) << "a frame is a choice of coordinates";
+    center[2] = 140.0;
+    entity->UpdateLinkRodPara(json, true);
+    EXPECT_NEAR(flange().Value(3, 4), before.Value(3, 4) + 100, 1e-9);
+}
+
+TEST_F(LinkRecords, TheStructureComesBackFromItsOwnData) {
+    entity->SetCurrentValue({0.5, -0.25}, 9);
+    entity->ForwardTrsf(9, true, true);
+    GenericEntityConfig copy;
+    copy.SetRootMdl(new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid()));
+    copy.LoadFromJson(entity->DataToJson(""));
+    EXPECT_THAT(copy.GetCurrentTrsfTool0(), IsTrsf(entity->GetCurrentTrsfTool0(), 1e-9, 1e-12));
+    EXPECT_EQ(copy.GetRootMdl()->GetId(), entity->GetRootMdl()->GetId());
+    EXPECT_EQ(copy.GetName(), entity->GetName());
+    EXPECT_NEAR(copy.GetLink(1)->GetLimit().second, entity->GetLink(1)->GetLimit().second, 1e-12);
+}
+
+TEST_F(LinkRecords, LinksAreFoundByPlaceByHashAndByChain) {
+    EXPECT_EQ(entity->GetRootLinkNum(), 1);
+    EXPECT_EQ(entity->GetRootLink(0), entity->GetLink(0));
+    EXPECT_EQ(entity->GetEndLink(0), entity->GetLink(1));
+    EXPECT_EQ(entity->GetRootLink(1), nullptr);
+    EXPECT_EQ(entity->GetEndLink(1), nullptr);
+    EXPECT_EQ(entity->GetLink(2), nullptr);
+    EXPECT_EQ(entity->GetLinkIndexOrder(101), 1);
+    EXPECT_THROW(entity->GetLinkIndexOrder(7), std::out_of_range);
+}
+
+} // namespace

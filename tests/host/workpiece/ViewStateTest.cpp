@@ -1,0 +1,55 @@
+#include <BRepBndLib.hxx>
+#include <BRepPrimAPI_MakeBox.hxx>
+#include <gtest/gtest.h>
+#include <host/view/ViewShapeUtil.h>
+#include <host/workpiece/ShapeEntity.h>
+#include <support/SampleMechanisms.h>
+
+// Without a context every shape keeps its own state; nothing here has a display.
+
+namespace {
+
+TEST(ViewState, IsKeptWithoutAView) {
+    const opencascade::handle<BaseViewShape> shape = new BaseViewShape(BRepPrimAPI_MakeBox(1, 2, 3).Shape());
+    EXPECT_FALSE(shape->IsDisplayed());
+    shape->Display(0, 4);
+    EXPECT_TRUE(shape->IsDisplayed());
+    EXPECT_EQ(shape->GetDisplayMode(), 0);
+    EXPECT_EQ(shape->GetSelectionModes(), std::set<int>{4});
+    shape->SetSelectionMode(-1, false);
+    EXPECT_TRUE(shape->GetSelectionModes().empty());
+    shape->SetUnSelected(true);
+    shape->Display(1, -1);
+    EXPECT_TRUE(shape->GetSelectionModes().empty()) << "-1 leaves the selection as it is";
+    EXPECT_TRUE(shape->IsUnSelected());
+    shape->RedisplayShape(true, true);
+    shape->Hide();
+    EXPECT_FALSE(shape->IsDisplayed());
+    shape->Display();
+    shape->RemoveFromView();
+    EXPECT_FALSE(shape->IsDisplayed());
+}
+
+TEST(ViewState, AnEntityHidesAndKeepsItsParts) {
+    const auto entity = sample::Build(sample::SixAxisArm(), 3);
+    entity->AddFixMdl(sample::Block(gp_Trsf()));
+    entity->GetFixMdls()[0]->Display();
+    entity->GetLink(4)->models[0]->Display();
+    entity->Hide(3);
+    EXPECT_FALSE(entity->GetFixMdls()[0]->IsDisplayed());
+    EXPECT_FALSE(entity->GetLink(4)->models[0]->IsDisplayed());
+    const auto newRoot = new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid());
+    entity->SetRootMdl(newRoot);
+    EXPECT_EQ(newRoot->Children().Size(), 1) << "fixed parts hang below the root that is there";
+}
+
+TEST(ViewState, ATriadStandsInItsFrame) {
+    const gp_Ax2 frame(gp_Pnt(100, 0, 0), gp_Dir(1, 0, 0), gp_Dir(0, 0, 1));
+    Bnd_Box box;
+    BRepBndLib::AddOptimal(ViewShapeUtil::GenDirModel(frame, 50)->Shape(), box);
+    EXPECT_NEAR(box.CornerMax().X(), 150, 1) << "Z arrow along world X";
+    EXPECT_NEAR(box.CornerMax().Z(), 50, 1) << "X arrow along world Z";
+    EXPECT_THROW(ViewShapeUtil::GenDirModel(frame, 0), std::invalid_argument);
+}
+
+} // namespace

@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+#include <mechanism/RobotEntity.h>
+#include <support/SampleMechanisms.h>
+#include <support/TrsfMatcher.h>
+
+// The law of normalisation: rewriting an arm to its table moves no axis, body or flange at any joint values,
+// and the table of a rewritten arm is the same table.
+
+namespace {
+
+// A few products of unit rotations over metres: rounding of 1e-13 relative, with room.
+constexpr double Mm = 1e-9;
+constexpr double Entries = 1e-12;
+constexpr double SameNumber = 1e-9;
+constexpr int Draws = 200;
+
+struct ArmCase {
+    const char* name;
+    sample::Mechanism (*make)();
+};
+
+class Normalisation : public testing::TestWithParam<ArmCase> {
+protected:
+    Normalisation() : arm(GetParam().make()), structure(sample::Build(arm, 77)) {
+        structure->SetRootMdlTrsf(base);
+        robot = std::make_unique<RobotEntity>(structure.get());
+    }
+
+    static gp_Trsf MakeBase() {
+        return sample::Frame({300, -200, 150}, gp_Dir(0.1, 0.2, 1), gp_Dir(1, 0.3, -0.1));
+    }
+
+    void ExpectEverythingInPlace(const std::string& when) {
+        SCOPED_TRACE(when);
+        std::mt19937 random(20);
+        for (int draw = 0; draw < Draws; ++draw) {
+            const auto values = sample::RandomValues(arm, random);
+            robot->SetCurrentValue(values, 77);
+            ASSERT_TRUE(robot->ForwardTrsf(77, true, true));
+            ASSERT_THAT(robot->GetCurrentTrsfTCP(), IsTrsf(base * arm.FlangeAt(values), Mm, Entries));
+            ASSERT_THAT(robot->GetCurrentTrsfTool0(), IsTrsf(base * arm.FlangeAt(values), Mm, Entries));
+            for (std::size_t i = 0; i < arm.axes.size(); ++i) {
+                ExpectLinkInPlace(i, base * arm.MotionAt(values, i + 1));
+            }
+        }
+    }
+
+    void ExpectLinkInPlace(std::size_t i, const gp_Trsf& motion) {
+        const LinkRod& link = *robot->GetLink(i);
+        const gp_Ax1 axis = link.axis.Transformed(link.worldTrsf);
+        const gp_Ax1 expected = arm.axes[i].Transformed(motion);
+        EXPECT_TRUE(axis.Direction().IsEqual(expected.Direction(), SameNumber)) << "axis " << i + 1;
+        EXPECT_LE(axis.Location().Distance(expected.Location()), Mm) << "joint origin " << i + 1;
+        const ViewShape& model = *link.models.front();
+        const gp_Trsf body = model.LocalTransformation() * model.Shape().Location().Transformation();
+        EXPECT_THAT(body, IsTrsf(motion * bodyAtZero[i], Mm, Entries)) << "body " << i + 1;
+    }
+
+    const gp_Trsf base = MakeBase();
+    const sample::Mechanism arm;
+    const std::unique_ptr<GenericEntityConfig> structure;
+    // Where the description put each body, before anything was rewritten.
+    const std::vector<gp_Trsf> bodyAtZero = [this] {
+        std::vector<gp_Trsf> bodies;
+        for (int i = 0; i < structure->GetLinkSize(); ++i) {
+            bodies.push_back(structure->GetLink(static_cast<std::size_t>(i))->worldTrsf);
+        }
+        return bodies;
+    }();
+    std::unique_ptr<RobotEntity> robot;
+};
+
+TEST_P(Normalisation, MovesNothingHoweverOftenTheArmIsRewritten) {
+    ExpectEverythingInPlace("as built");
+    robot->SetName("renamed");
+    robot->UpdateLinkModelNames();
+    ExpectEverythingInPlace("renamed");
+    robot->LoadFromJson(robot->ToJson(""));
+    ExpectEverythingInPlace("saved and loaded");
+}
+
+TEST_P(Normalisation, EveryLinkTurnsAboutItsOwnZAndExtractionIsItsOwnInverse) {
+    const auto table = robot->GetArmDH();
+    ASSERT_EQ(table.size(), arm.axes.size());
+    for (int i = 0; i < robot->GetLinkSize(); ++i) {
+        EXPECT_EQ(robot->GetLink(static_cast<std::size_t>(i))->jointType, JointZ);
+    }
+    const auto again = RobotEntity::GetArmDH1989(robot.get());
+    ASSERT_EQ(again.size(), table.size());
+    for (std::size_t row = 0; row < table.size(); ++row) {
+        for (std::size_t column = 0; column < 4; ++column) {
+            EXPECT_NEAR(again[row][column], table[row][column], SameNumber) << "row " << row << ", " << column;
+        }
+    }
+}
+
+TEST_P(Normalisation, RepeatedLoadingSettlesToTheBit) {
+    robot->LoadFromJson(robot->ToJson(""));
+    const Json::Value first = robot->ToJson("");
+    robot->LoadFromJson(first);
+    EXPECT_EQ(robot->ToJson(""), first);
+}
+
+INSTANTIATE_TEST_SUITE_P(Arms, Normalisation,
+                         testing::Values(ArmCase{"SixAxis", sample::SixAxisArm},
+                                         ArmCase{"Parallel", sample::ParallelArm},
+                                         ArmCase{"CoupledWrist", sample::CoupledArm}),
+                         [](const auto& arm) { return std::string(arm.param.name); });
+
+} // namespace

@@ -1,0 +1,149 @@
+#include <BRepGProp.hxx>
+#include <GProp_GProps.hxx>
+#include <TopoDS_Iterator.hxx>
+#include <gtest/gtest.h>
+#include <host/tools/CADParamConfig.h>
+#include <host/tools/gpHandle.h>
+#include <mechanism/RobotEntity.h>
+#include <support/LogCapture.h>
+#include <support/SampleMechanisms.h>
+#include <support/TrsfMatcher.h>
+
+namespace {
+
+constexpr double Mm = 1e-9;
+constexpr double Entries = 1e-12;
+constexpr double Degree = std::numbers::pi / 180.0;
+
+class RobotTools : public testing::Test {
+protected:
+    static Json::Value Record(int type) {
+        Json::Value json;
+        json["Type"] = type;
+        json["ToolIndex"] = 2;
+        json["X"] = 12.0;
+        json["Y"] = -5.0;
+        json["Z"] = 320.0;
+        return json;
+    }
+
+    RobotEntity robot{sample::Build(sample::SixAxisArm(), 5).get()};
+};
+
+TEST_F(RobotTools, TheListGrowsForReadersUpToTenAndForWritersBeyond) {
+    EXPECT_EQ(robot.GetTools().size(), 1U) << "the tool frame asked for tool 0";
+    EXPECT_THAT(robot.GetToolFromVector(5), IsTrsf(gp_Trsf(), 0, 0));
+    EXPECT_EQ(robot.GetTools().size(), 6U);
+    LogCapture log;
+    EXPECT_EQ(&robot.GetToolFromVector(11), &robot.GetTools()[0]);
+    ASSERT_EQ(log.Records().size(), 1U);
+    EXPECT_EQ(log.Records()[0].level, spdlog::level::err);
+    EXPECT_EQ(log.Records()[0].text, "传入错误的索引号，不可能出现当前大数11");
+    Json::Value far = Record(0);
+    far["ToolIndex"] = 11;
+    robot.SetToolData(far);
+    EXPECT_EQ(robot.GetTools().size(), 12U);
+    robot.SetTools({});
+    EXPECT_THROW(robot.GetToolFromVector(11), std::out_of_range);
+}
+
+TEST_F(RobotTools, BothFormsOfARotationGiveOneFrameAndComeBack) {
+    const gp_Pnt angles(20 * Degree, -35 * Degree, 110 * Degree);
+    const gp_Trsf expected = gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, angles));
+    Json::Value euler = Record(0);
+    euler["RX"] = 20;
+    euler["RY"] = -35;
+    euler["RZ"] = 110;
+    robot.SetToolData(euler);
+    const Json::Value record = robot.ChangeCurrentTool(2);
+    EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(expected, Mm, Entries));
+    EXPECT_NEAR(record["RZ"].asDouble(), 110, 1e-9);
+
+    Json::Value quaternion = Record(1);
+    for (const char* key : {"Q1", "Q2", "Q3", "Q4"}) {
+        quaternion[key] = record[key];
+    }
+    robot.SetTools({});
+    robot.SetToolData(quaternion);
+    EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(expected, Mm, Entries));
+
+    robot.SetToolData(Record(1));
+    EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, {})), Mm, Entries))
+        << "four zeros are no rotation";
+    robot.SetToolData(Json::Value());
+    EXPECT_EQ(robot.GetTools().size(), 3U);
+}
+
+TEST_F(RobotTools, TheToolCentreIsEndFlangeToolAndOffsetInThisOrder) {
+    const auto arm = sample::SixAxisArm();
+    Json::Value tool = Record(0);
+    tool["RX"] = 30;
+    tool["RY"] = 40;
+    robot.SetToolData(tool);
+    robot.ChangeCurrentTool(2);
+    robot.SetZOffset(7.5);
+    const std::vector<double> values = {0.3, -0.4, 0.2, 1.0, -0.8, 2.0};
+    robot.SetCurrentValue(values, 5);
+    robot.ForwardTrsf(5, true, true);
+    gp_Trsf offset;
+    offset.SetTranslation(gp_Vec(0, 0, 7.5));
+    const gp_Trsf expected = arm.FlangeAt(values) *
+                             gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, {30 * Degree, 40 * Degree, 0})) * offset;
+    EXPECT_THAT(robot.GetCurrentTrsfTCP(), IsTrsf(expected, Mm, Entries));
+    EXPECT_THAT(gpHandle::EulerToTrsf(robot.GetCurrentTCP()), IsTrsf(expected, Mm, Entries));
+    EXPECT_EQ(robot.GetZOffset(), 7.5);
+}
+
+TEST_F(RobotTools, TheTriadStandsAtTheToolAndMovesWithTheEndLink) {
+    robot.SetToolData(Record(0));
+    robot.ChangeCurrentTool(2);
+    robot.UpdateToolFrame();
+    const auto first = robot.GetToolFrame();
+    robot.UpdateToolFrame();
+    const auto& endModel = robot.GetEndLink(0)->models.front();
+    EXPECT_NE(robot.GetToolFrame(), first);
+    EXPECT_EQ(endModel->Children().Size(), 1) << "the old triad is taken off";
+    EXPECT_FALSE(first->IsDisplayed());
+    EXPECT_TRUE(robot.GetToolFrame()->IsDisplayed());
+
+    robot.SetCurrentValue({0.5, 0.1, -0.2, 0.3, 0.9, -1.0}, 5);
+    robot.ForwardTrsf(5, true, true);
+    // The ball at the triad's origin is its first part.
+    const TopoDS_Shape ball = TopoDS_Iterator(robot.GetToolFrame()->Shape()).Value();
+    GProp_GProps volume;
+    BRepGProp::VolumeProperties(ball, volume);
+    const gp_Pnt centre = volume.CentreOfMass().Transformed(robot.GetToolFrame()->Transformation());
+    EXPECT_LE(centre.Distance(gp_Pnt(robot.GetCurrentTrsfTCP().TranslationPart())), 1e-6);
+}
+
+TEST_F(RobotTools, WorkbenchesKeepTheirAsymmetries) {
+    const auto a = sample::Build(sample::Positioner(), 21);
+    const auto b = sample::Build(sample::Positioner(), 22);
+    const auto c = sample::Build(sample::Positioner(), 23);
+    EXPECT_EQ(robot.GetCurrentWorkbench(), nullptr);
+    for (auto* bench : {a.get(), b.get(), c.get(), a.get()}) {
+        robot.AddWorkbench(bench);
+    }
+    EXPECT_EQ(robot.GetWorkbenches().size(), 3U);
+    EXPECT_EQ(robot.GetCurrentWorkbenchIndex(), 0);
+    EXPECT_TRUE(a->GetSystems().contains(5));
+    robot.SetCurrentWorkbench(c.get());
+    robot.DeleteWorkbench(a.get());
+    EXPECT_EQ(robot.GetCurrentWorkbench(), c.get());
+    EXPECT_FALSE(a->GetSystems().contains(5));
+    robot.DeleteWorkbench(a.get());
+    EXPECT_EQ(robot.GetCurrentWorkbench(), b.get()) << "a bench that is not listed still moves the index";
+    robot.DeleteWorkbench(b.get());
+    EXPECT_EQ(robot.GetCurrentWorkbenchIndex(), 0);
+}
+
+TEST_F(RobotTools, CollisionStatesHaveTheirGaps) {
+    CADParamConfig::GetInstance()->defaultCollisionGap = 6.5;
+    for (const auto& [state, gap] : {std::pair{0, 6.5}, {1, 20.0}, {2, 2.0}, {7, 30.0}}) {
+        robot.SetCurrentCollisionState(static_cast<CheckCollisionState>(state));
+        EXPECT_EQ(robot.GetCheckCollisionGap(), gap) << state;
+        EXPECT_EQ(robot.GetCurrentCollisionState(), state);
+    }
+}
+
+} // namespace
