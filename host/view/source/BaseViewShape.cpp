@@ -91,7 +91,7 @@ void BaseViewShape::ForwardSelection() const {
     if (!displayed || !HasInteractiveContext()) {
         return;
     }
-    const auto context = InteractiveContext();
+    AIS_InteractiveContext* const context = InteractiveContext();
     context->Deactivate(Mutable(this));
     if (!unselectable) {
         for (const int mode : selectionModes) {

@@ -106,7 +106,7 @@ public:
     /// "Type" 0, else the quaternion "Q1" w, "Q2" x, "Q3" y, "Q4" z). Null does nothing.
     void SetToolData(const Json::Value& json);
     /// Record of the current tool, with both forms of its rotation.
-    Json::Value GetToolData();
+    Json::Value GetToolData() const;
 
     // --- tool centre
     // ------------------------------------------------------------------------------------------

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <TopoDS_Shape.hxx>
 #include <host/view/BaseViewShape.h>
 #include <host/workspace/WorkSpace.h>
 #include <mechanism/Export.h>
@@ -30,10 +29,7 @@ private:
 
     WorkSpace::Robot robotData;
     RobotEntity* robot = nullptr;
-    TopoDS_Shape workspaceShape;
     opencascade::handle<BaseViewShape> displayShape;
-    TopoDS_Shape trimmedBox;
     int managerNum = 1;
     bool railState = false;
-    bool narrowTrim = false;
 };

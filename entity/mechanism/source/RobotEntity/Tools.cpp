@@ -85,7 +85,7 @@ void RobotEntity::SetToolData(const Json::Value& json) {
     SetToolInVector(gpHandle::LocEulerToTrsf(LocEuler(origin, angles)), index);
 }
 
-Json::Value RobotEntity::GetToolData() {
+Json::Value RobotEntity::GetToolData() const {
     const LocEuler pose = gpHandle::TrsfToEuler(GetToolFromVector(currentTool));
     const gp_Quaternion q = gpHandle::EulerToRotateTrsf(pose.euler).GetRotation();
     Json::Value json(Json::objectValue);
