@@ -1,0 +1,91 @@
+#include <Bnd_OBB.hxx>
+#include <cmath>
+#include <gmock/gmock.h>
+#include <gp_Ax1.hxx>
+#include <gp_Ax2.hxx>
+#include <gp_Quaternion.hxx>
+#include <host/tools/DataHandle.h>
+#include <host/tools/gpHandle.h>
+#include <random>
+#include <support/Text.h>
+#include <support/Thrown.h>
+
+namespace {
+
+using namespace gpHandle;
+using namespace DataHandle;
+
+/// Some ten products of unit numbers on the way to angles and back; translations are copied.
+constexpr double RoundingOfRotation = 1e-14;
+
+/// Poses whose second angle lies a given distance short of a right angle, the others anywhere.
+class RoundTrip : public ::testing::TestWithParam<double> {};
+
+TEST_P(RoundTrip, AnglesAndTextComposeBackToTheSameTransform) {
+    std::mt19937_64 random(7);
+    std::uniform_real_distribution<double> angle(-3.14, 3.14);
+    for (int i = 0; i < 5000; ++i) {
+        const double y = std::copysign(std::acos(0.0) - GetParam(), angle(random));
+        const LocEuler pose(gp_Pnt(1e4 * angle(random), -3, 5), gp_Pnt(angle(random), y, angle(random)));
+        const gp_Trsf trsf = EulerToTrsf(pose);
+        ASSERT_TRUE(IsSameTrsf(LocEulerToTrsf(TrsfToEuler(trsf)), trsf, RoundingOfRotation))
+            << pose.euler.X() << ", " << y << ", " << pose.euler.Z();
+        ASSERT_TRUE(IsSameTrsf(JsonArrToTrsf(ThroughText(TrsfToJsonArr(trsf))), trsf, 0)) << "to the bit";
+        ASSERT_TRUE(sameTrsf(JsonSixToTrsf(ThroughText(TrsfToJsonSix(trsf))), trsf, RoundingOfRotation));
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(FromFreeToGimbalLock, RoundTrip,
+                         ::testing::Values(1.5, 0.4, 1e-3, 1e-7, 1e-9, 1e-12, 1e-14, 4e-15, 1e-16, 0.0));
+
+TEST(GpHandle, AnglesAreIntrinsicXyz) {
+    const gp_Trsf product = AxisRotateToTrsf(gp_Vec(2, 0, 0), 0.3) *
+                            AxisRotateToTrsf(gp_Vec(0, 0.1, 0), -0.7) *
+                            AxisRotateToTrsf(gp_Vec(0, 0, 5), 2.1);
+    EXPECT_TRUE(IsSameTrsf(EulerToRotateTrsf(gp_Pnt(0.3, -0.7, 2.1)), product, RoundingOfRotation));
+    gp_Quaternion scaled = product.GetRotation();
+    scaled.Scale(3);
+    EXPECT_LT(QuaToEuler(scaled).Distance(gp_Pnt(0.3, -0.7, 2.1)), RoundingOfRotation);
+}
+
+TEST(GpHandle, FramesFollowTheirTransformAxisOrBox) {
+    const gp_Trsf along = Ax1ToTrsf(gp_Ax1(gp_Pnt(4, 5, 6), gp_Dir(1, -2, 3)));
+    EXPECT_TRUE(TrsfToAx2(along).Axis().IsCoaxial(gp_Ax1(gp_Pnt(4, 5, 6), gp_Dir(1, -2, 3)),
+                                                  RoundingOfRotation, RoundingOfRotation));
+    double origin[3];
+    double rotation[9];
+    TrsfToDoubleArray(along, origin, rotation);
+    EXPECT_THAT(origin, ::testing::ElementsAre(4, 5, 6));
+    EXPECT_LT(gp_Dir(rotation[2], rotation[5], rotation[8]).Angle(gp_Dir(1, -2, 3)), RoundingOfRotation);
+
+    EXPECT_TRUE(GetOBBlengthAndDir(Bnd_OBB()).empty());
+    const Bnd_OBB box(gp_Pnt(), gp_Dir(0, 1, 0), gp_Dir(0, 0, 1), gp_Dir(1, 0, 0), 1, 2, 3);
+    EXPECT_EQ(GetOBBlengthAndDir(box).at(2).first, 6) << "full length";
+}
+
+TEST(DataHandle, RefusesWhatIsNoRigidTransform) {
+    const auto messageFor = [&](Json::ArrayIndex index, const Json::Value& element) {
+        Json::Value json = TrsfToJsonArr(gp_Trsf());
+        json[index] = element;
+        return Thrown([&] { JsonArrToTrsf(json); });
+    };
+    EXPECT_THAT(messageFor(7, "far"), ::testing::HasSubstr("element 7"));
+    EXPECT_THAT(messageFor(3, true), ::testing::HasSubstr("element 3"));
+    EXPECT_THAT(messageFor(5, 1.001), ::testing::HasSubstr("elements 4 to 6"));
+    EXPECT_THAT(messageFor(10, -1.0), ::testing::HasSubstr("left-handed"));
+    EXPECT_EQ(messageFor(0, 1 + 1e-7), "");
+    EXPECT_THROW(JsonArrToTrsf(TrsfToJsonSix(gp_Trsf())), std::invalid_argument);
+    EXPECT_THROW(JsonSixToTrsf(TrsfToJsonArr(gp_Trsf())), std::invalid_argument);
+}
+
+TEST(DataHandle, TextsBecomeUtf8) {
+    for (const char* valid : {"", "axis", "机器人", "\xF0\x9F\xA6\xBE", "\xED\x9F\xBF", "\xF4\x8F\xBF\xBF"}) {
+        EXPECT_EQ(StringToUTF8string(valid), valid);
+    }
+    EXPECT_EQ(StringToUTF8string("caf\xE9"), "caf\xC3\xA9");
+    EXPECT_EQ(StringToUTF8string("\xE6\x9C"), "\xC3\xA6\xC2\x9C") << "cut short";
+    EXPECT_EQ(StringToUTF8string("\xC0\xAF"), "\xC3\x80\xC2\xAF") << "too long a form";
+    EXPECT_EQ(StringToUTF8string("\xED\xA0\x80"), "\xC3\xAD\xC2\xA0\xC2\x80") << "surrogate";
+}
+
+} // namespace

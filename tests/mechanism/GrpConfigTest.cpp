@@ -1,0 +1,78 @@
+#include <gmock/gmock.h>
+#include <support/LogCapture.h>
+#include <support/Registrar.h>
+#include <support/Thrown.h>
+
+namespace {
+
+TEST(AxisVocabulary, TextsAreMatchedWholeAndUnknownOnesAreTheTool) {
+    const std::pair<const char*, int> texts[] = {{"ARM_J1", 0},     {"ARM_J6", 5},   {"Gantry_X1", 10},
+                                                 {"Gantry_Z1", 12}, {"axisX1", 100}, {"axisZ1", 102},
+                                                 {"ARM_J0", 6},     {"Pedestal", 6}, {"", 6},
+                                                 {"arm_j1", 6},     {"ARM_J12", 6},  {"Gantry_X2", 6}};
+    for (const auto& [text, axis] : texts) {
+        EXPECT_EQ(StringToAxis(text), axis) << text;
+    }
+}
+
+std::pair<int, int> IndexOf(const GrpConfig& config, int entity) {
+    std::pair<int, int> range{-1, -1};
+    config.GetIndex(static_cast<EntityName>(entity), range.first, range.second);
+    return range;
+}
+
+TEST(GrpConfig, EntitiesAreReadAgainstTheConfiguration) {
+    using ::testing::Pair;
+    GrpConfig one;
+    one.InitDOF(2, 6, 1, 2);
+    EXPECT_EQ(Thrown([&] { IndexOf(one, Bench); }), "invalid vector subscript") << "promised, never set";
+    one.SetBenchesDofs({2.0, 2.0});
+    EXPECT_THAT(IndexOf(one, Robot), Pair(0, 6));
+    EXPECT_THAT(IndexOf(one, 1), Pair(6, 2));
+    EXPECT_THAT(IndexOf(one, 7), Pair(6, 2));
+    EXPECT_THAT(IndexOf(one, Bench), Pair(8, 2));
+    EXPECT_THAT(IndexOf(one, Bench + 1), Pair(10, 2));
+    EXPECT_THAT(IndexOf(one, Bench + 2), Pair(-1, -1));
+    one.SetBenchesDofs({1.5});
+    EXPECT_EQ(one.GetContextDof(), 13) << "the first benches stay counted";
+
+    GrpConfig two;
+    two.InitDOF(1, 6, 2, 0);
+    two.SetBenchesDofs({1.0, 1.5});
+    EXPECT_EQ(two.GetContextDof(), 15);
+    EXPECT_THAT(IndexOf(two, 1), Pair(6, 6));
+    EXPECT_THAT(IndexOf(two, 2), Pair(12, 1));
+    EXPECT_THAT(IndexOf(two, Bench), Pair(7, 1)) << "inside the second robot, as ever";
+    EXPECT_THAT(IndexOf(two, Bench + 1), Pair(8, 1)) << "cut after the sum of 1.5 and 7";
+}
+
+TEST(GrpConfig, SystemTypeComparesValuesWithJoints) {
+    const Registrar plain(1, {}), rail(2, {.pedestal = 1}), table(3, {.robots = 0, .benches = {2.0}});
+    EXPECT_EQ(GrpConfig::GetSystemType(1), 0);
+    EXPECT_EQ(GrpConfig::GetSystemType(2), 3);
+    EXPECT_EQ(GrpConfig::GetSystemType(3), 4);
+}
+
+TEST(GrpConfig, LookupsOfAnUnknownSystemFailLoudly) {
+    constexpr std::uint64_t Unknown = 404;
+    const std::string message = "当前系统不存在该型号机器人";
+    const std::pair<const char*, void (*)()> lookups[] = {
+        {"GrpConfig::GetGrpConfig", [] { GrpConfig::GetGrpConfig(Unknown); }},
+        {"GrpConfig::GetContextDof", [] { GrpConfig::GetContextDof(Unknown); }},
+        {"GrpConfig::GetRobotAndPedestalDof", [] { GrpConfig::GetRobotAndPedestalDof(Unknown); }},
+        {"GrpConfig::GetRobotDof", [] { GrpConfig::GetRobotDof(Unknown); }},
+        {"GrpConfig::GetSystemType", [] { GrpConfig::GetSystemType(Unknown); }}};
+    for (const auto& [name, lookup] : lookups) {
+        const LogCapture capture;
+        EXPECT_THAT(Thrown(lookup), ::testing::EndsWith(name + message));
+        ASSERT_EQ(capture.Records().size(), 1U);
+        const LogRecord& record = capture.Records().front();
+        EXPECT_EQ(record.level, spdlog::level::critical);
+        EXPECT_EQ(record.text, message);
+        EXPECT_EQ(record.function, name);
+        EXPECT_EQ(record.file, "entity/mechanism/source/GrpState");
+    }
+    EXPECT_FALSE(GrpConfig::GetGrpConfigList().contains(Unknown));
+}
+
+} // namespace

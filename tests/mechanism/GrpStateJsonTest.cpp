@@ -1,0 +1,92 @@
+#include <cmath>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <mechanism/GrpState.h>
+#include <random>
+#include <support/Registrar.h>
+#include <support/Text.h>
+#include <support/Thrown.h>
+
+namespace {
+
+constexpr std::uint64_t Cell = 0xF123456789ABCDEFU;
+
+struct GrpStateJsonTest : ::testing::Test {
+    Registrar cell{Cell, {.pedestal = 1}};
+    GrpState state{Cell};
+};
+
+bool SameBits(const GrpState& a, const GrpState& b) {
+    const LocEuler& p = a.GetLocEuler(0);
+    const LocEuler& q = b.GetLocEuler(0);
+    return std::memcmp(a.GetValuesPtr(), b.GetValuesPtr(), 7 * sizeof(double)) == 0 &&
+           std::memcmp(&p, &q, sizeof(LocEuler)) == 0 && a.GetOffset() == b.GetOffset() &&
+           a.GetToolIndex() == b.GetToolIndex() && a.GetSystem() == b.GetSystem() &&
+           a.NeedExport() == b.NeedExport() && a.GetLogicalCmd() == b.GetLogicalCmd();
+}
+
+TEST_F(GrpStateJsonTest, RandomStatesSurviveTextToTheBit) {
+    std::mt19937_64 random(3);
+    std::uniform_real_distribution<double> mantissa(-1, 1);
+    std::uniform_int_distribution<int> exponent(-300, 300);
+    const auto number = [&] { return std::ldexp(mantissa(random), exponent(random)); };
+    GrpState back(Cell);
+    for (int i = 0; i < 10000; ++i) {
+        state.SetValues({number(), number(), number(), number(), number(), number(), number()});
+        state.SetLocEuler(0, {gp_Pnt(number(), number(), number()), gp_Pnt(number(), number(), number())});
+        state.SetOffset(static_cast<float>(mantissa(random)));
+        state.SetToolIndex(static_cast<unsigned short>(random()));
+        state.SetNeedExport(i % 2 == 0);
+        state.SetCmdTypeAndCmd(MoveCmdLogical, "指令\"\\\n" + std::to_string(i));
+        ASSERT_TRUE(back.FromJson(ThroughText(state.ToJson())));
+        ASSERT_TRUE(SameBits(state, back)) << state.ToJson();
+    }
+}
+
+TEST_F(GrpStateJsonTest, WhatIsMissingOrTooShortHasItsOwnRule) {
+    state.SetValues({5, 0, 0, 0, 0, 0, 4});
+    state.SetToolIndex(9);
+    Json::Value json;
+    EXPECT_FALSE(state.FromJson(json));
+    json["system_index"] = static_cast<Json::UInt64>(Cell);
+    EXPECT_TRUE(state.FromJson(json));
+    EXPECT_FALSE(state.NeedExport());
+    EXPECT_EQ(state.GetToolIndex(), 0);
+
+    json["J_value"].resize(6);
+    json["tcp_value"][0] = LocEulerToJson({gp_Pnt(1, 2, 3), gp_Pnt()}, 6);
+    json["ToolIndex"] = 65537;
+    EXPECT_TRUE(state.FromJson(json));
+    EXPECT_EQ(state.GetValue(Robot, ARM_J1), 5) << "too short an array";
+    EXPECT_EQ(state.GetLocEuler(0).location.Z(), 3);
+    EXPECT_EQ(state.GetToolIndex(), 1);
+    json["J_value"].resize(9);
+    json.removeMember("tcp_value");
+    EXPECT_TRUE(state.FromJson(json));
+    EXPECT_EQ(state.GetValue(Pedestal, Gantry_X1), 0);
+    EXPECT_TRUE(state.GetLocEuler(0) == LocEuler());
+
+    json["J_value"] = 3;
+    json["tcp_value"][0] = LocEulerToJson({gp_Pnt(1, 2, 3), gp_Pnt()}, 6);
+    EXPECT_TRUE(state.FromJson(json));
+    EXPECT_TRUE(state.GetLocEuler(0) == LocEuler()) << "no array, no poses";
+    json["ToolIndex"] = -1;
+    EXPECT_THROW(state.FromJson(json), Json::Exception);
+}
+
+TEST_F(GrpStateJsonTest, AnUnknownSystemFailsAfterTheValues) {
+    Json::Value json = state.ToJson();
+    json["J_value"][0] = 8;
+    json["system_index"] = 5;
+    json["ToolIndex"] = 4;
+    EXPECT_EQ(Thrown([&] { state.FromJson(json); }), "invalid map<K, T> key");
+    EXPECT_EQ(state.GetSystem(), 5U);
+    EXPECT_EQ(state.GetValue(Robot, ARM_J1), 8);
+    EXPECT_EQ(state.GetToolIndex(), 0);
+    EXPECT_EQ(state.GetContextDof(), 7) << "still the old layout";
+
+    const Registrar empty(5, {.robots = 0});
+    EXPECT_TRUE(GrpState(5).ToJson()["J_value"].isNull() && GrpState(5).ToJson()["tcp_value"].isNull());
+}
+
+} // namespace

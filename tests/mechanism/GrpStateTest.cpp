@@ -1,0 +1,124 @@
+#include <csignal>
+#include <cstdio>
+#include <gmock/gmock.h>
+#include <mechanism/GrpState.h>
+#include <support/Registrar.h>
+#include <support/Thrown.h>
+
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr std::uint64_t Cell = 71;
+constexpr auto NoBench = static_cast<EntityName>(Bench + 1);
+
+class GrpStateTest : public ::testing::Test {
+protected:
+    Registrar cell{Cell, {.pedestal = 2, .benches = {1.0}}};
+    GrpState state{Cell};
+
+    void SetUp() override { state.SetValues({1, 2, 3, 4, 5, 6, 7, 8, 9}); }
+};
+
+TEST_F(GrpStateTest, HasAPoseARobot) {
+    LocEuler out(gp_Pnt(1, 1, 1), gp_Pnt());
+    for (const int robot : {-1, 1}) {
+        EXPECT_FALSE(state.GetLocEuler(robot, out));
+        EXPECT_EQ(Thrown([&] { state.SetLocEuler(robot, out); }), "invalid vector subscript");
+        EXPECT_EQ(Thrown([&] { state.GetLocEuler(robot); }), "invalid vector subscript");
+    }
+    EXPECT_EQ(out.location.X(), 1);
+    EXPECT_TRUE(state.GetLocEuler(0, out) && out == LocEuler());
+    EXPECT_THROW(GrpState(Cell + 1), std::string);
+}
+
+TEST_F(GrpStateTest, CopiesAreDeepAndMovesTakeTheBuffer) {
+    state.SetCmdTypeAndCmd(MoveCmdLogical, "MOVE");
+    state.SetLocEuler(0, {gp_Pnt(1, 2, 3), gp_Pnt()});
+    GrpState copy(state);
+    copy.SetValue(Robot, 0, 50);
+    EXPECT_EQ(state.GetValue(Robot, ARM_J1), 1);
+
+    const double* const buffer = copy.GetValuesPtr();
+    GrpState moved(std::move(copy));
+    EXPECT_EQ(copy.GetValuesPtr(), nullptr);
+    EXPECT_EQ(copy.GetSystem(), Cell);
+    EXPECT_EQ(copy.GetLogicalCmd(), "MOVE") << "the text is copied";
+    EXPECT_EQ(copy.GetLocEuler(0).location.Y(), 2) << "poses are copied";
+    state = std::move(moved);
+    GrpState& self = state;
+    state = self;
+    state = std::move(self);
+    EXPECT_EQ(state.GetValuesPtr(), buffer);
+
+    state.SetToolIndex(3);
+    copy = state;
+    state = GrpState();
+    const GrpState unbound;
+    copy = unbound;
+    for (const GrpState* target : {&state, &copy}) {
+        EXPECT_EQ(target->GetSystem(), 0U);
+        EXPECT_EQ(target->GetValuesPtr(), nullptr);
+        EXPECT_EQ(target->GetToolIndex(), 3) << "an unbound source takes system and buffer only";
+    }
+}
+
+TEST_F(GrpStateTest, CommandFieldsKeepTheirRules) {
+    state.SetCmdTypeAndCmd(MoveCmdLogical, "MOVE");
+    state.SetCmdTypeAndCmd(static_cast<RobotMoveCmdType>(1), "WAIT");
+    EXPECT_EQ(state.GetLogicalCmd(), "MOVE");
+    for (const int type : {-1, 0, 1, 2, 3}) {
+        state.SetPathStateType(static_cast<GrpState::RobotPathType>(type));
+        EXPECT_EQ(state.IsWorkState(), type > 0) << type;
+        EXPECT_EQ(state.IsValidWorkState(), type == 2) << type;
+    }
+}
+
+TEST_F(GrpStateTest, EntitiesReadAndWriteTheirRange) {
+    EXPECT_THAT(state.GetValues(Pedestal), ElementsAre(7, 8));
+    EXPECT_EQ(state.GetValue(Pedestal, Gantry_Y1), 8);
+    EXPECT_EQ(state.GetValue(NoBench, axisZ1), 3) << "no such bench counts from 0";
+    state.SetValue(Pedestal, 1, 5.0);
+    state.SetValue(Bench, 0, 1.0);
+    state.SetValues(Bench, {});
+    state.SetValues(NoBench, {1.0});
+    EXPECT_TRUE(state.GetValues(NoBench).empty());
+    const double first[] = {10, 20};
+    state.SetValues(Robot, first, 2);
+    EXPECT_THAT(state.GetValues(), ElementsAre(10, 20, 3, 4, 5, 6, 7, 5, 9));
+
+    const Registrar uneven(Cell + 1, {.benches = {1.0, 3.0}});
+    GrpState other(Cell + 1);
+    other.SetValues(NoBench, {7, 8, 9});
+    EXPECT_THAT(other.GetValues(), ElementsAre(0, 0, 0, 0, 0, 0, 0, 0, 0, 7)) << "cut at the buffer's end";
+
+    state.AddOtherValues(other);
+    state.AddOtherValues(std::vector<double>(8, 100));
+    state.AddOtherValues(std::vector<double>(9, 100));
+    EXPECT_EQ(state.GetValue(Robot, ARM_J3), 6) << "doubled, whatever the vector holds";
+    state.AddOtherValues(GrpState(state));
+    EXPECT_EQ(state.GetValue(Bench, axisX1), 36);
+}
+
+const double* watched = nullptr;
+
+/// Runs a copy that must be fatal and says at the abort what it left at a place of the state.
+template <class Copy>
+void WatchAbort(const double* value, Copy copy) {
+    watched = value;
+    std::signal(SIGABRT, [](int) { std::fprintf(stderr, "left %g\n", *watched); });
+    copy();
+}
+
+TEST_F(GrpStateTest, CopiesWithoutASourceOrRoomClearTheRangeAndAbort) {
+    GrpState gone(state);
+    const GrpState taker(std::move(gone));
+    const double* const values = state.GetValuesPtr();
+    EXPECT_DEATH(WatchAbort(values, [&] { state.SetValues({}); }), "left 0");
+    EXPECT_DEATH(WatchAbort(values, [&] { state.SetValuesByState(gone); }), "left 0");
+    EXPECT_DEATH(WatchAbort(values + 7, [&] { state.SetValues(Pedestal, values, 3); }), "left 0");
+    EXPECT_DEATH(WatchAbort(values + 5, [&] { state.SetValues(Pedestal, values, 3); }), "left 6");
+    EXPECT_DEATH(GrpState{gone}, "cannot copy 9 values from nowhere");
+}
+
+} // namespace

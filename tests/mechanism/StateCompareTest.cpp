@@ -1,0 +1,104 @@
+#include <cmath>
+#include <gmock/gmock.h>
+#include <mechanism/GrpState.h>
+#include <support/Registrar.h>
+
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr std::uint64_t Cell = 31;
+
+class StateCoupling : public ::testing::Test {
+protected:
+    /// The seventh value follows the sixth in the opposite sense.
+    void SetUp() override {
+        for (int i = 0; i < 6; ++i) {
+            coupling.index[i] = i;
+        }
+        coupling.skip[6] = -1;
+        coupling.ratio[6] = -1;
+        coupling.enabled = true;
+        state.SetValues({1, 2, 3, 4, 5, 6, -6, 9});
+    }
+
+    Registrar cell{Cell, {.pedestal = 1, .joints = 7}};
+    GrpState state{Cell};
+    CoupedValue& coupling = GrpConfig::GetCoupledValue(Cell);
+};
+
+TEST_F(StateCoupling, FollowersAreLeftOutAndPutBack) {
+    EXPECT_THAT(state.GetValuesCoupling(), ElementsAre(1, 2, 3, 4, 5, 6));
+    state.SetValuesCoupling({10, 20, 30, 40, 50, 60, 70});
+    EXPECT_THAT(state.GetValues(), ElementsAre(10, 20, 30, 40, 50, 60, -60, 70));
+    coupling.index[0] = 100000;
+    EXPECT_TRUE(state.GetValuesCoupling().empty());
+    EXPECT_THROW(state.SetValuesCoupling({1, 2}), std::out_of_range);
+}
+
+TEST_F(StateCoupling, TheRobotAloneIsBoundedByItsOwnCount) {
+    coupling.robotValueCount = 3;
+    EXPECT_THAT(state.GetValuesCoupling(Robot), ElementsAre(1, 2, 3));
+    state.SetValuesCoupling(Robot, {});
+    state.SetValuesCoupling(Robot, {7, 8, 9});
+    state.SetValuesCoupling(Pedestal, {5});
+    EXPECT_THAT(state.GetValues(), ElementsAre(7, 8, 9, 4, 5, 6, -6, 5));
+}
+
+TEST_F(StateCoupling, AskingMakesADisabledRecordWhereNoneIs) {
+    GrpConfig::ChangeCoupledList().erase(Cell);
+    EXPECT_THAT(state.GetValuesCoupling(Pedestal), ElementsAre(9));
+    EXPECT_FALSE(GrpConfig::ChangeCoupledList().contains(Cell));
+    EXPECT_EQ(state.GetValuesCoupling(), state.GetValues());
+    const CoupedValue& made = GrpConfig::ChangeCoupledList().at(Cell);
+    EXPECT_FALSE(made.enabled);
+    EXPECT_EQ(made.robotValueCount, 6);
+    EXPECT_THAT(made.ratio, ::testing::Each(1.0));
+    EXPECT_THAT(made.index, ::testing::Each(100000));
+    state.SetValuesCoupling({0, 0});
+    EXPECT_THAT(state.GetValues(), ElementsAre(0, 0, 3, 4, 5, 6, -6, 9)) << "as many as there are";
+}
+
+TEST(StateComparison, HoldsEveryToleranceOnBothSides) {
+    const Registrar cell(Cell, {.pedestal = 1, .benches = {1.0}});
+    const struct {
+        int index;
+        double difference;
+        bool identical, simulated, shown;
+    } cases[] = {{0, 1e-7, true, true, true},    {0, -2e-7, false, true, true},
+                 {5, 0.0001, false, true, true}, {5, 0.00011, false, false, false},
+                 {6, -0.1, false, true, true},   {6, 0.11, false, false, true},
+                 {6, 1.0, false, false, true},   {6, 1.01, false, false, false},
+                 {7, 0.05, false, false, false}, {3, std::nan(""), true, true, true}};
+    for (const auto& [index, difference, identical, simulated, shown] : cases) {
+        const GrpState a(Cell);
+        GrpState b(Cell);
+        b.GetValuesPtr()[index] = difference;
+        const bool results[] = {a == b, !(a != b), a.IsEqualForSimu(b), b.IsEqualForCollisonShow(a)};
+        EXPECT_THAT(results, ElementsAre(identical, identical, simulated, shown))
+            << index << ": " << difference;
+    }
+}
+
+TEST(StateComparison, CountsSystemsAndPosesButNoCommands) {
+    const Registrar one(Cell, {.robots = 2}), two(Cell + 1, {.robots = 2});
+    const GrpState a(Cell), stranger(Cell + 1);
+    GrpState b(Cell);
+    b.SetToolIndex(4);
+    EXPECT_TRUE(a == b);
+    b.SetLocEuler(1, {gp_Pnt(0, 0, 1e-6), gp_Pnt()});
+    EXPECT_FALSE(a == b);
+    EXPECT_TRUE(a.IsEqual(b, 0) && a.IsEqual(stranger, 0));
+    EXPECT_FALSE(a == stranger || a.IsEqualForSimu(stranger));
+    EXPECT_FALSE(GrpState::IsEqual({1.0}, {1.0, 2.0}, 10));
+    EXPECT_TRUE(GrpState::IsEqual({}, {}, 0));
+    EXPECT_FALSE(GrpState::IsEqual({1.0, 2.0}, {1.0, 2.5}, 0.4));
+}
+
+TEST(StateScale, LinearStepsStandAfterOneRobot) {
+    const Registrar rails(Cell, {.pedestal = 2, .joints = 2, .robots = 2});
+    const double angular = 0.017453292519943295;
+    EXPECT_THAT(GrpState(Cell).GetScaleValues(10), ElementsAre(angular, angular, 10, 10, angular, angular));
+}
+
+} // namespace
