@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cell/Frames.h>
+#include <cell/JsonNode.h>
+#include <string>
+#include <vector>
+
+namespace cell {
+
+/// One joint at value zero, in the robot's frame.
+struct ArmJoint {
+    Triple origin; ///< mm
+    Triple axis;   ///< unit, positive sense
+    double minDeg;
+    double maxDeg;
+};
+
+/// A robot arm as plain facts.
+struct ArmDescription {
+    std::string name;
+    int structure; ///< 0 not stated, 1 and 2 the two arm structures
+    bool coupled;  ///< the sixth of its seven values is minus the fifth
+    std::vector<ArmJoint> joints;
+    Rigid flange;  ///< in the robot's frame at zero
+    JsonNode node; ///< where it was read
+};
+
+/// @throws InputError for whatever is missing or makes no arm.
+ArmDescription ReadArm(const JsonNode& node);
+
+} // namespace cell

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <cell/ArmFile.h>
+#include <cell/JsonNode.h>
+#include <filesystem>
+#include <functional>
+#include <mechanism/GrpState.h>
+#include <mechanism/RobotEntity.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace cell {
+
+/// A mechanism of the cell and where the file speaks of it.
+struct Mechanism {
+    std::string kind;
+    std::unique_ptr<GenericEntityConfig> entity;
+    JsonNode node;
+};
+
+/// A state that was taught by hand, with the tool centre that its values give.
+struct KeyState {
+    std::string name;
+    GrpState state;
+};
+
+/// Fills the way through some key states.
+using Interpolation = std::function<std::vector<GrpState>(const std::vector<GrpState>&)>;
+
+struct Motion {
+    std::string name;
+    std::string kind;
+    RobotEntity* robot;
+    std::vector<KeyState> keys;
+    Interpolation interpolate;
+};
+
+/// A robot cell as its file describes it, built. Everything in it has been checked.
+class Cell {
+public:
+    /// Reads a cell file, or an arm file as a cell with that one robot in it.
+    /// @throws InputError for the first thing that is wrong.
+    static Cell Load(const std::filesystem::path& file);
+
+    const std::string& Name() const { return name; }
+    const JsonNode& Node() const { return node; }
+    const std::vector<Mechanism>& Mechanisms() const { return mechanisms; }
+    /// The robots in the order of the file.
+    std::vector<RobotEntity*> Robots() const;
+    /// The robots that lead a system.
+    const std::vector<RobotEntity*>& Systems() const { return systems; }
+    const std::vector<KeyState>& KeyStates() const { return keyStates; }
+    const std::vector<Motion>& Motions() const { return motions; }
+
+    /// Null where no mechanism has that name.
+    GenericEntityConfig* Find(const std::string& mechanism) const;
+    /// The robot that leads the system with that hash, or null.
+    RobotEntity* FindSystem(std::uint64_t hash) const;
+
+private:
+    explicit Cell(JsonNode node_) : node(std::move(node_)) {}
+
+    void ReadArmAlone();
+    void ReadCell();
+    void ReadMechanism(const JsonNode& item);
+    void ReadMount(const JsonNode& item);
+    void ReadSystem(const JsonNode& item);
+    void ReadKeyState(const std::string& stateName, const JsonNode& item);
+    void ReadMotion(const JsonNode& item);
+
+    RobotEntity& RequireRobot(const JsonNode& reference) const;
+    RobotEntity& RequireSystem(const JsonNode& reference) const;
+    std::vector<KeyState> RequireKeys(const JsonNode& list) const;
+    void Register(RobotEntity& robot);
+
+    JsonNode node;
+    std::string name;
+    std::vector<Mechanism> mechanisms;
+    std::vector<RobotEntity*> systems;
+    std::vector<KeyState> keyStates;
+    std::vector<Motion> motions;
+};
+
+} // namespace cell

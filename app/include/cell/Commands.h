@@ -1,0 +1,39 @@
+#pragma once
+
+#include <filesystem>
+#include <iosfwd>
+#include <optional>
+#include <string>
+
+/// What the program can do. Each command checks all of its input before it writes anything, and throws
+/// InputError where something is wrong with it.
+namespace cell {
+
+/// Prints what the cell is made of.
+void Info(const std::filesystem::path& file, std::ostream& out);
+
+struct FkRequest {
+    std::filesystem::path file;
+    std::string robot;                 ///< empty: the cell's only robot
+    std::optional<std::string> values; ///< degrees; none: one set a line from `in`
+};
+/// Prints one JSON object a set of values: flange, tool centre and joint origins in the world.
+void Fk(const FkRequest& request, std::istream& in, std::ostream& out);
+
+struct PlanRequest {
+    std::filesystem::path file;
+    std::filesystem::path folder;
+    bool progress = false; ///< report on standard error while it works
+};
+/// Writes trace.json into the folder and prints a table of the motions.
+void Plan(const PlanRequest& request, std::ostream& out);
+
+struct RenderRequest {
+    std::filesystem::path file;
+    std::filesystem::path state; ///< state or trace to show; empty: half way through the last motion
+    std::filesystem::path picture;
+};
+/// Draws the cell into a PNG file. Needs a display (DISPLAY), a virtual one will do.
+void Render(const RenderRequest& request);
+
+} // namespace cell

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cell/Cell.h>
+#include <map>
+#include <string>
+
+/// What a cell can be made of: one table entry a kind.
+namespace cell {
+
+/// Builds the mechanism that an item of the file's list describes.
+using MechanismReader = std::unique_ptr<GenericEntityConfig> (*)(const JsonNode& item,
+                                                                 const std::string& name, std::uint64_t hash);
+const std::map<std::string, MechanismReader>& MechanismKinds();
+
+/// Reads the parameters of a motion between key states.
+/// @param keys at least two states of one system.
+using MotionReader = Interpolation (*)(const JsonNode& item, const std::vector<KeyState>& keys);
+const std::map<std::string, MotionReader>& MotionKinds();
+
+/// The table's entry for the item's "kind".
+template <typename Reader>
+const Reader& RequireKind(const std::map<std::string, Reader>& kinds, const JsonNode& kind) {
+    const auto found = kinds.find(kind.Text());
+    if (found != kinds.end()) {
+        return found->second;
+    }
+    std::string list;
+    for (const auto& [known, reader] : kinds) {
+        list += (list.empty() ? "" : ", ") + known;
+    }
+    kind.Refuse("one of " + list);
+}
+
+/// "location_mm" and "euler_deg" (intrinsic X, Y, Z) of a placement.
+gp_Trsf ReadPlacement(const JsonNode& node);
+
+} // namespace cell

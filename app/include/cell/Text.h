@@ -1,0 +1,26 @@
+#pragma once
+
+#include <gp_Trsf.hxx>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Numbers as text, the same in every locale.
+namespace cell {
+
+/// The shortest text that reads back to the same number.
+std::string Shortest(double number);
+/// Rounded to some decimals, without trailing zeros or a minus before nothing.
+std::string Rounded(double number, int decimals);
+/// An angle (rad) in degrees to ten decimals: what a file says comes out as the file said it.
+std::string Degrees(double radians);
+/// The text padded with blanks on the left (right-aligned) to a width.
+std::string Padded(const std::string& text, std::size_t width);
+/// "x y z" of a position (mm), or of three numbers, to some decimals.
+std::string Spaced(const std::vector<double>& numbers, int decimals);
+
+/// Numbers separated by commas or blanks; nothing where any part is no finite number.
+std::optional<std::vector<double>> ParseNumbers(std::string_view text);
+
+} // namespace cell

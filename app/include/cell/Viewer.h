@@ -1,0 +1,36 @@
+#pragma once
+
+#include <AIS_InteractiveContext.hxx>
+#include <Bnd_Box.hxx>
+#include <V3d_View.hxx>
+#include <filesystem>
+
+namespace cell {
+
+/// The Open CASCADE viewer on a window that is never shown. View shapes that are displayed while it lives
+/// appear in it.
+class Viewer {
+public:
+    /// @throws InputError where there is no display to draw on.
+    Viewer(int width, int height);
+    ~Viewer();
+    Viewer(const Viewer&) = delete;
+    Viewer& operator=(const Viewer&) = delete;
+
+    const opencascade::handle<AIS_InteractiveContext>& Context() const { return context; }
+    /// Turns the camera to the three-quarter view and brings it close enough for the box to fill the frame.
+    void LookAt(const Bnd_Box& box);
+    /// @return whether the picture could be made and written. The name's extension tells the format.
+    bool Save(const std::filesystem::path& file);
+
+private:
+    void SetUpLights(const opencascade::handle<V3d_Viewer>& viewer);
+    void SetUpView();
+
+    int width;
+    int height;
+    opencascade::handle<AIS_InteractiveContext> context;
+    opencascade::handle<V3d_View> view;
+};
+
+} // namespace cell

@@ -1,0 +1,121 @@
+#include <TopLoc_Location.hxx>
+#include <array>
+#include <cell/ArmBuilder.h>
+#include <cell/ArmShapes.h>
+#include <cell/Solids.h>
+#include <cell/Systems.h>
+#include <gp_Vec.hxx>
+#include <host/tools/DataHandle.h>
+#include <host/tools/gpHandle.h>
+#include <numbers>
+
+namespace cell {
+
+namespace {
+
+/// How far the robot's axes may stray from the description's: its rounded digits move them by less.
+constexpr double SameLine = 1e-4;      // mm
+constexpr double SameDirection = 1e-7; // rad
+
+/// Fine enough that silhouettes look round at the size of a screen.
+constexpr double RelativeDeflection = 0.0004;
+constexpr double AngularDeflection = 0.1; // rad
+
+opencascade::handle<ShapeEntity> MakeModel(const Body& body, const Rigid& linkInRobot) {
+    const TopLoc_Location inLink(Inverse(linkInRobot).ToTrsf());
+    opencascade::handle<ShapeEntity> model = new ShapeEntity(body.shape.Moved(inLink), Uuid::CreateUuid());
+    model->SetMaterial(Graphic3d_NOM_PLASTIC);
+    model->SetColor(body.colour);
+    model->Attributes()->SetDeviationCoefficient(RelativeDeflection);
+    model->Attributes()->SetDeviationAngle(AngularDeflection);
+    return model;
+}
+
+Json::Value LinkRecord(std::size_t number, const ArmJoint& joint, JointType type, const Rigid& centre) {
+    Json::Value record(Json::objectValue);
+    record["name"] = "Link" + std::to_string(number);
+    record["joint_type"] = static_cast<int>(type);
+    record["joint_value"] = 0;
+    record["link_hash"] = Json::UInt64(number);
+    record["parent_link_hash"] = Json::UInt64(number - 1);
+    record["center_trsf"] = DataHandle::TrsfToJsonSix(centre.ToTrsf());
+    record["axis_min"] = joint.minDeg;
+    record["axis_max"] = joint.maxDeg;
+    return record;
+}
+
+/// Structure 1 counts its chain from a base that is turned by half a turn.
+Rigid ChainBase(int structure) {
+    return structure == 1 ? Rigid::From(gpHandle::AxisRotateToTrsf(gp_Vec(0, 0, 1), std::numbers::pi))
+                          : Rigid();
+}
+
+void AddBase(const std::vector<Body>& bodies, GenericEntityConfig& structure) {
+    structure.SetEntityShape(new ShapeEntity(Assembly().Shape(), Uuid::CreateUuid()));
+    for (const Body& body : bodies) {
+        structure.AddFixMdl(MakeModel(body, Rigid()));
+    }
+}
+
+void AddLinks(const ArmDescription& arm, GenericEntityConfig& structure) {
+    const ArmBodies bodies = ShapeArm(arm);
+    AddBase(bodies.base, structure);
+    Rigid parent = ChainBase(arm.structure);
+    for (std::size_t i = 0; i < arm.joints.size(); ++i) {
+        const auto [frame, type] = FrameOfJoint(arm.joints[i].origin, arm.joints[i].axis);
+        LinkRod* link = structure.UpdateLinkRodPara(
+            LinkRecord(i + 1, arm.joints[i], type, Inverse(parent) * frame), false);
+        for (const Body& body : bodies.links[i]) {
+            link->models.push_back(MakeModel(body, frame));
+        }
+        parent = frame;
+    }
+    structure.AddFlange(
+        std::make_shared<Flange>(structure.GetEndLink(0), (Inverse(parent) * arm.flange).ToTrsf()));
+}
+
+/// The table knows the axes of an arm only as far as its structure has them; any other arm would come out
+/// bent.
+void RequireSameAxes(const ArmDescription& arm, const RobotEntity& robot) {
+    for (std::size_t i = 0; i < arm.joints.size(); ++i) {
+        const Rigid& world = robot.GetLink(i)->GetWorld();
+        const ArmJoint& joint = arm.joints[i];
+        const Triple offset = Minus({world.p[0], world.p[1], world.p[2]}, joint.origin);
+        const double apart = Length(Cross(offset, joint.axis));
+        const double turned = Length(Minus(Turn(world, {0, 0, 1}), joint.axis));
+        if (!(apart <= SameLine && turned <= SameDirection)) {
+            arm.node.At("joints").Items("joints")[i].Refuse(
+                "an axis that an arm of structure " + std::to_string(arm.structure) +
+                    " does not have there (" + std::to_string(apart) + " mm and " + std::to_string(turned) +
+                    " rad off)",
+                "joint origins and axes that fit arm_structure");
+        }
+    }
+}
+
+} // namespace
+
+std::unique_ptr<RobotEntity> BuildArm(const ArmDescription& arm, const std::string& name,
+                                      std::uint64_t hash) {
+    GenericEntityConfig structure;
+    structure.SetName(name);
+    structure.SetHashIndex(hash);
+    structure.SetArmStructureCode(arm.structure);
+    structure.SetCouplingRobot(arm.coupled);
+    AddLinks(arm, structure);
+    FillCoupling(hash, static_cast<int>(arm.joints.size()), arm.coupled);
+    auto robot = std::make_unique<RobotEntity>(&structure);
+    RequireSameAxes(arm, *robot);
+    robot->UpdateLinkModelNames();
+    return robot;
+}
+
+std::uint64_t HashOfName(const std::string& name) {
+    std::uint64_t hash = 14695981039346656037ULL;
+    for (const char c : name) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211ULL;
+    }
+    return hash != 0 ? hash : 1;
+}
+
+} // namespace cell

@@ -1,0 +1,90 @@
+#include <cell/Cell.h>
+#include <cell/Commands.h>
+#include <cell/JointValues.h>
+#include <cell/Text.h>
+#include <ostream>
+
+namespace cell {
+
+namespace {
+
+constexpr int ShownDecimals = 9;
+
+std::string Numbers(const gp_XYZ& xyz) { return Spaced({xyz.X(), xyz.Y(), xyz.Z()}, ShownDecimals); }
+
+std::string Pose(const LocEuler& pose) {
+    return Numbers(pose.location.XYZ()) + " mm, " + Numbers(pose.euler.XYZ() / RadiansPerDegree) + " deg";
+}
+
+void PrintAxes(const RobotEntity& robot, std::ostream& out) {
+    out << "  axes (limits in degrees, direction and origin at zero in the world):\n";
+    for (int i = 0; i < robot.GetLinkSize(); ++i) {
+        const LinkRod& link = *robot.GetLink(static_cast<std::size_t>(i));
+        const auto& [low, high] = link.GetLimit();
+        const gp_Ax1 axis = link.axis.Transformed(link.worldTrsf);
+        out << "    " << i + 1 << ": " << Degrees(low) << " to " << Degrees(high) << ", direction "
+            << Numbers(axis.Direction().XYZ()) << ", origin " << Numbers(axis.Location().XYZ()) << '\n';
+    }
+}
+
+void PrintTable(const RobotEntity& robot, std::ostream& out) {
+    out << "  Denavit-Hartenberg rows (a mm, alpha deg, d mm, theta deg):\n";
+    std::size_t number = 1;
+    for (const auto& [a, alpha, d, theta] : robot.GetArmDH()) {
+        out << "    " << number++ << ": "
+            << Spaced({a, alpha / RadiansPerDegree, d, theta / RadiansPerDegree}, ShownDecimals) << '\n';
+    }
+}
+
+void PrintRobot(RobotEntity& robot, std::ostream& out) {
+    robot.Reset();
+    out << "  structure " << robot.GetArmStructureCode() << (robot.IsCouplingRobot() ? ", coupled wrist" : "")
+        << ", stands " << (robot.IsRobotUp() ? "up" : "upside down") << '\n';
+    PrintAxes(robot, out);
+    PrintTable(robot, out);
+    out << "  tools: " << robot.GetTools().size() << ", current " << robot.GetToolIndex() << '\n';
+    out << "  TCP at zero: " << Pose(robot.GetCurrentTCP()) << '\n';
+}
+
+void PrintMechanism(const Mechanism& mechanism, std::ostream& out) {
+    GenericEntityConfig& entity = *mechanism.entity;
+    out << mechanism.kind << " \"" << entity.GetName() << "\", hash " << entity.GetHashIndex() << '\n';
+    out << "  placement: " << Numbers(entity.GetRootMdlTrsf().TranslationPart()) << " mm";
+    if (const GenericEntity* carrier = entity.GetMountingEntity()) {
+        out << ", mounted on \"" << carrier->GetName() << "\" at place " << entity.GetInstallIndex();
+    }
+    out << '\n';
+    if (auto* robot = dynamic_cast<RobotEntity*>(&entity)) {
+        PrintRobot(*robot, out);
+    }
+}
+
+void PrintMotions(const Cell& cell, std::ostream& out) {
+    for (const RobotEntity* robot : cell.Systems()) {
+        out << "system " << robot->GetRobotSystem() << ": robot \"" << robot->GetName() << "\", "
+            << GrpConfig::GetContextDof(robot->GetRobotSystem()) << " values\n";
+    }
+    for (const KeyState& key : cell.KeyStates()) {
+        out << "key state \"" << key.name << "\": TCP " << Pose(key.state.GetLocEuler(0)) << '\n';
+    }
+    for (const Motion& motion : cell.Motions()) {
+        out << "motion \"" << motion.name << "\" (" << motion.kind << "):";
+        for (const KeyState& key : motion.keys) {
+            out << ' ' << key.name;
+        }
+        out << '\n';
+    }
+}
+
+} // namespace
+
+void Info(const std::filesystem::path& file, std::ostream& out) {
+    const Cell cell = Cell::Load(file);
+    out << "cell \"" << cell.Name() << "\"\n";
+    for (const Mechanism& mechanism : cell.Mechanisms()) {
+        PrintMechanism(mechanism, out);
+    }
+    PrintMotions(cell, out);
+}
+
+} // namespace cell

@@ -1,0 +1,201 @@
+#include <algorithm>
+#include <cell/InputError.h>
+#include <cell/JsonNode.h>
+#include <cmath>
+#include <fstream>
+#include <json/reader.h>
+#include <json/writer.h>
+#include <limits>
+#include <sstream>
+
+namespace cell {
+
+namespace {
+
+// Enough digits to recognise the value in the file, without the tail of its binary form.
+constexpr int ShownDigits = 15;
+
+std::string Compact(const Json::Value& value) {
+    Json::StreamWriterBuilder writer;
+    writer["indentation"] = "";
+    writer["precision"] = ShownDigits;
+    writer["emitUTF8"] = true;
+    return Json::writeString(writer, value);
+}
+
+std::string ReadAll(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    std::ostringstream text;
+    if (!std::filesystem::is_regular_file(file) && std::filesystem::exists(file) &&
+        std::filesystem::is_directory(file)) {
+        throw InputError(file.string(), "", "is a folder", "a JSON file");
+    }
+    if (!stream || !(text << stream.rdbuf())) {
+        throw InputError(file.string(), "", "cannot be read", "a JSON file");
+    }
+    return text.str();
+}
+
+// The parser's report is "* Line 3, Column 5\n  Message\n..."; the first entry is the cause, the rest follows
+// from it.
+[[noreturn]] void RefuseSyntax(const std::filesystem::path& file, const std::string& report) {
+    std::istringstream lines(report);
+    std::string place;
+    std::string message;
+    std::getline(lines, place);
+    std::getline(lines, message);
+    const auto trim = [](std::string& text) {
+        text.erase(0, std::min(text.find_first_not_of("* "), text.size()));
+    };
+    trim(place);
+    trim(message);
+    throw InputError(file.string(), place, message, "a JSON document");
+}
+
+} // namespace
+
+JsonNode JsonNode::Load(const std::filesystem::path& file) {
+    const std::string text = ReadAll(file);
+    auto document = std::make_shared<Document>();
+    document->file = file;
+    Json::CharReaderBuilder builder;
+    Json::CharReaderBuilder::strictMode(&builder.settings_);
+    builder["rejectDupKeys"] = true;
+    std::string report;
+    try {
+        const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
+        if (!reader->parse(text.data(), text.data() + text.size(), &document->root, &report)) {
+            RefuseSyntax(file, report);
+        }
+    } catch (const Json::Exception& error) {
+        throw InputError(file.string(), "", error.what(), "a JSON document");
+    }
+    const Json::Value* root = &document->root;
+    return {std::move(document), root, ""};
+}
+
+JsonNode JsonNode::Member(const std::string& key, const Json::Value* member) const {
+    return {document, member, path.empty() ? key : path + "." + key};
+}
+
+std::optional<JsonNode> JsonNode::Find(const std::string& key) const {
+    if (!value->isObject()) {
+        Refuse("an object");
+    }
+    const Json::Value* member = value->find(key.data(), key.data() + key.size());
+    return member != nullptr ? std::optional(Member(key, member)) : std::nullopt;
+}
+
+JsonNode JsonNode::At(const std::string& key) const {
+    auto member = Find(key);
+    if (!member) {
+        Member(key, value).Refuse("missing", "this key to be there");
+    }
+    return *member;
+}
+
+std::vector<JsonNode> JsonNode::Items(const std::string& what) const {
+    if (!value->isArray()) {
+        Refuse("a list of " + what);
+    }
+    std::vector<JsonNode> items;
+    for (Json::ArrayIndex i = 0; i < value->size(); ++i) {
+        items.push_back({document, &(*value)[i], path + "[" + std::to_string(i) + "]"});
+    }
+    return items;
+}
+
+std::vector<JsonNode> JsonNode::OptionalItems(const std::string& key, const std::string& what) const {
+    const auto list = Find(key);
+    return list ? list->Items(what) : std::vector<JsonNode>();
+}
+
+std::vector<std::pair<std::string, JsonNode>> JsonNode::Members() const {
+    if (!value->isObject()) {
+        Refuse("an object");
+    }
+    std::vector<std::pair<std::string, JsonNode>> members;
+    for (const std::string& key : value->getMemberNames()) {
+        members.emplace_back(key, At(key));
+    }
+    return members;
+}
+
+void JsonNode::OnlyKeys(std::initializer_list<const char*> known) const {
+    for (const auto& [key, member] : Members()) {
+        if (std::find(known.begin(), known.end(), key) == known.end()) {
+            std::string list;
+            for (const char* name : known) {
+                list += (list.empty() ? "" : ", ") + std::string(name);
+            }
+            member.Refuse("unknown key", "one of " + list);
+        }
+    }
+}
+
+double JsonNode::Number() const {
+    if (!value->isNumeric() || !std::isfinite(value->asDouble())) {
+        Refuse("a finite number");
+    }
+    return value->asDouble();
+}
+
+double JsonNode::Positive() const {
+    const double number = Number();
+    if (number <= 0) {
+        Refuse("a number above 0");
+    }
+    return number;
+}
+
+std::string JsonNode::Text() const {
+    if (!value->isString() || value->asString().empty()) {
+        Refuse("a text that is not empty");
+    }
+    return value->asString();
+}
+
+bool JsonNode::Flag() const {
+    if (!value->isBool()) {
+        Refuse("true or false");
+    }
+    return value->asBool();
+}
+
+int JsonNode::Whole(int low, int high) const {
+    if (!value->isInt() || value->asInt() < low || value->asInt() > high) {
+        Refuse("a whole number from " + std::to_string(low) + " to " + std::to_string(high));
+    }
+    return value->asInt();
+}
+
+std::uint64_t JsonNode::Hash() const {
+    if (!value->isUInt64() || value->asUInt64() == 0) {
+        Refuse("a whole number from 1 to " + std::to_string(std::numeric_limits<std::uint64_t>::max()));
+    }
+    return value->asUInt64();
+}
+
+std::vector<double> JsonNode::Numbers() const {
+    std::vector<double> numbers;
+    for (const JsonNode& item : Items("numbers")) {
+        numbers.push_back(item.Number());
+    }
+    return numbers;
+}
+
+std::array<double, 3> JsonNode::Triple() const {
+    if (!value->isArray() || value->size() != 3) {
+        Refuse("three numbers");
+    }
+    const std::vector<double> numbers = Numbers();
+    return {numbers[0], numbers[1], numbers[2]};
+}
+
+void JsonNode::Refuse(const std::string& expected) const { Refuse(Compact(*value), expected); }
+
+void JsonNode::Refuse(const std::string& shown, const std::string& expected) const {
+    throw InputError(File().string(), path, shown, expected);
+}
+
+} // namespace cell

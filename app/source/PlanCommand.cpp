@@ -1,0 +1,68 @@
+#include <cell/Commands.h>
+#include <cell/JointValues.h>
+#include <cell/OutputFile.h>
+#include <cell/Planner.h>
+#include <cell/Text.h>
+#include <iostream>
+#include <json/writer.h>
+
+namespace cell {
+
+namespace {
+
+constexpr int RoundTripDigits = 17;
+constexpr int ShownDecimals = 3;
+/// A report for each thousand states costs nothing and is seen as movement.
+constexpr std::size_t ProgressStep = 1000;
+
+Progress ProgressLine(bool wanted) {
+    if (!wanted) {
+        return [](std::size_t, std::size_t) {};
+    }
+    return [](std::size_t done, std::size_t total) {
+        if (done % ProgressStep == 0) {
+            std::cerr << "\rplanning: " << done << " of " << total << " states" << std::flush;
+        }
+        if (done == total && total >= ProgressStep) {
+            std::cerr << "\r\033[K" << std::flush;
+        }
+    };
+}
+
+void PrintRow(std::ostream& out, const std::string& name, const std::vector<std::string>& columns) {
+    constexpr std::size_t NameWidth = 24;
+    constexpr std::size_t ColumnWidth = 20;
+    out << name << std::string(name.size() < NameWidth ? NameWidth - name.size() : 1, ' ');
+    for (const std::string& column : columns) {
+        out << Padded(column, ColumnWidth);
+    }
+    out << '\n';
+}
+
+void PrintTable(std::ostream& out, const std::vector<PlannedMotion>& plan) {
+    PrintRow(out, "motion", {"kind", "states", "joint travel (deg)", "TCP path (mm)"});
+    for (const PlannedMotion& planned : plan) {
+        PrintRow(out, planned.motion->name,
+                 {planned.motion->kind, std::to_string(planned.states.size()),
+                  Rounded(planned.jointTravel / RadiansPerDegree, ShownDecimals),
+                  Rounded(planned.tcpLength, ShownDecimals)});
+    }
+}
+
+} // namespace
+
+void Plan(const PlanRequest& request, std::ostream& out) {
+    const Cell cell = Cell::Load(request.file);
+    if (cell.Motions().empty()) {
+        cell.Node().Refuse("no motions", "at least one under motions");
+    }
+    std::vector<PlannedMotion> plan = PlanMotions(cell, ProgressLine(request.progress));
+    Json::StreamWriterBuilder writer;
+    writer["indentation"] = " ";
+    writer["precision"] = RoundTripDigits;
+    writer["emitUTF8"] = true;
+    WriteWhole(request.folder / "trace.json", Json::writeString(writer, TraceToJson(cell, plan)) + "\n");
+    PrintTable(out, plan);
+}
+
+} // namespace cell

@@ -1,0 +1,240 @@
+#include <AIS_TextLabel.hxx>
+#include <BRepBndLib.hxx>
+#include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakePolygon.hxx>
+#include <BRepBuilderAPI_Transform.hxx>
+#include <BRepPrimAPI_MakeBox.hxx>
+#include <Prs3d_LineAspect.hxx>
+#include <algorithm>
+#include <array>
+#include <cell/Scene.h>
+#include <cell/Solids.h>
+#include <cell/Text.h>
+#include <cmath>
+#include <host/tools/gpHandle.h>
+#include <host/view/ViewShapeUtil.h>
+
+namespace cell {
+
+namespace {
+
+constexpr double MajorGrid = 1000; // mm
+constexpr double MinorGrid = 250;  // mm
+/// How far lines lie above the floor so that the two do not flicker into each other.
+constexpr double GridLift = 1.5; // mm
+constexpr double FloorThickness = 20;
+/// Floor around the cell, as part of its size.
+constexpr double FloorMargin = 0.28;
+/// The triad and the marks of key poses, as parts of the cell's size.
+constexpr double TriadSize = 0.085;
+constexpr double MarkRadius = 0.0055;
+/// Tools shorter than this need no neck to be seen as part of the arm.
+constexpr double ShortestTool = 30; // mm
+
+const Quantity_Color Ground(0.86, 0.875, 0.89, Quantity_TOC_sRGB);
+const Quantity_Color GridMajor(0.56, 0.60, 0.65, Quantity_TOC_sRGB);
+const Quantity_Color GridMinor(0.75, 0.775, 0.80, Quantity_TOC_sRGB);
+const Quantity_Color Concrete(0.66, 0.68, 0.70, Quantity_TOC_sRGB);
+const Quantity_Color Neck(0.30, 0.32, 0.35, Quantity_TOC_sRGB);
+const Quantity_Color Ink(0.16, 0.19, 0.24, Quantity_TOC_sRGB);
+const std::array<Quantity_Color, 4> PathColours = {
+    Quantity_Color(0.05, 0.42, 0.80, Quantity_TOC_sRGB), Quantity_Color(0.85, 0.10, 0.35, Quantity_TOC_sRGB),
+    Quantity_Color(0.02, 0.60, 0.40, Quantity_TOC_sRGB), Quantity_Color(0.50, 0.25, 0.75, Quantity_TOC_sRGB)};
+
+double SizeOf(const Bnd_Box& box) { return box.IsVoid() ? 1000 : std::sqrt(box.SquareExtent()); }
+
+Bnd_Box BoxOf(const opencascade::handle<ViewShape>& model) {
+    Bnd_Box box;
+    BRepBndLib::AddOptimal(model->Shape(), box, Standard_False);
+    return box.Transformed(model->Transformation());
+}
+
+Graphic3d_MaterialAspect Matt() {
+    Graphic3d_MaterialAspect material(Graphic3d_NOM_PLASTER);
+    material.SetSpecularColor(Quantity_NOC_BLACK);
+    return material;
+}
+
+} // namespace
+
+void Scene::ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour, bool matt) {
+    opencascade::handle<BaseViewShape> model = new BaseViewShape(shape);
+    model->SetMaterial(matt ? Matt() : Graphic3d_MaterialAspect(Graphic3d_NOM_PLASTIC));
+    model->SetColor(colour);
+    model->Display(1, -1);
+}
+
+void Scene::ShowLines(const TopoDS_Shape& shape, const Quantity_Color& colour, double width,
+                      Aspect_TypeOfLine type) {
+    opencascade::handle<BaseViewShape> model = new BaseViewShape(shape);
+    model->Attributes()->SetWireAspect(new Prs3d_LineAspect(colour, type, width));
+    model->Display(0, -1);
+}
+
+void Scene::ShowText(const std::string& text, const gp_Pnt& place, double height) {
+    opencascade::handle<AIS_TextLabel> label = new AIS_TextLabel();
+    label->SetText(TCollection_ExtendedString(text.c_str(), Standard_True));
+    label->SetPosition(place);
+    label->SetHeight(height);
+    label->SetColor(Ink);
+    viewer.Context()->Display(label, Standard_False);
+}
+
+// --- robots
+// --------------------------------------------------------------------------------------------------
+
+void Scene::ShowBody(const opencascade::handle<ViewShape>& model) {
+    if (!model.IsNull()) {
+        model->Display(1, -1);
+        extent.Add(BoxOf(model));
+    }
+}
+
+void Scene::ShowRobot(RobotEntity& robot) {
+    for (const auto& [key, model] : robot.GetFixMdlMap()) {
+        ShowBody(model);
+    }
+    for (int i = 0; i < robot.GetLinkSize(); ++i) {
+        for (const auto& model : robot.GetLink(static_cast<std::size_t>(i))->models) {
+            ShowBody(model);
+        }
+    }
+    ShowPlinth(robot);
+    ShowTool(robot);
+}
+
+/// A robot that is placed above the floor and carried by nothing stands on a block.
+void Scene::ShowPlinth(RobotEntity& robot) {
+    const double height = robot.GetRootMdlTrsf().TranslationPart().Z();
+    if (height < FloorThickness || robot.GetMountingEntity() != nullptr || !robot.IsRobotUp()) {
+        return;
+    }
+    Bnd_Box foot;
+    for (const auto& model : robot.GetFixMdls()) {
+        foot.Add(BoxOf(model));
+    }
+    const gp_Pnt low = foot.CornerMin();
+    const gp_Pnt high = foot.CornerMax();
+    ShowSolid(BRepPrimAPI_MakeBox(gp_Pnt(low.X(), low.Y(), 0), gp_Pnt(high.X(), high.Y(), height)).Shape(),
+              Concrete, true);
+}
+
+void Scene::ShowTool(const RobotEntity& robot) {
+    const gp_Trsf flange = robot.GetCurrentTrsfTool0();
+    const gp_Trsf tcp = robot.GetCurrentTrsfTCP();
+    const gp_Pnt from(flange.TranslationPart());
+    const gp_Pnt to(tcp.TranslationPart());
+    if (from.Distance(to) > ShortestTool) {
+        const gp_Vec reach(from, to);
+        const gp_Vec normal(flange.HVectorialPart().Column(3));
+        const gp_Pnt bend = from.Translated(normal * (0.55 * reach.Dot(normal)));
+        Assembly neck;
+        neck.Add(Drum(from.Translated(normal * 18), gp_Dir(normal), 36, 18));
+        if (from.Distance(bend) > 1) {
+            neck.Add(Tube(from, bend, 20, 17));
+        }
+        neck.Add(Ball(bend, 17));
+        neck.Add(Tube(bend, to, 17, 5));
+        ShowSolid(neck.Shape(), Neck, false);
+    }
+    // The robot's own frame is meant for a screen that can be zoomed.
+    if (!robot.GetToolFrame().IsNull()) {
+        robot.GetToolFrame()->Hide();
+    }
+    const int size = std::max(1, static_cast<int>(TriadSize * SizeOf(extent)));
+    const auto triad = ViewShapeUtil::GenDirModel(gpHandle::TrsfToAx2(tcp), size);
+    triad->Display(1, -1);
+    extent.Add(to);
+}
+
+// --- paths
+// ---------------------------------------------------------------------------------------------------
+
+void Scene::ShowPath(const PlannedMotion& planned, std::size_t number) {
+    const Quantity_Color& colour = PathColours[number % PathColours.size()];
+    BRepBuilderAPI_MakePolygon path;
+    for (const gp_Pnt& point : planned.tcpPath) {
+        path.Add(point);
+        extent.Add(point);
+    }
+    if (path.IsDone()) {
+        ShowLines(path.Shape(), colour, 4.0, Aspect_TOL_SOLID);
+    }
+    for (const KeyState& key : planned.motion->keys) {
+        if (std::find(shownKeys.begin(), shownKeys.end(), key.name) == shownKeys.end()) {
+            ShowKeyPose(key, colour);
+            shownKeys.push_back(key.name);
+        }
+    }
+}
+
+/// The thin line down to the floor tells where in depth the pose is.
+void Scene::ShowKeyPose(const KeyState& key, const Quantity_Color& colour) {
+    const gp_Pnt place = key.state.GetLocEuler(0).location;
+    const double radius = MarkRadius * SizeOf(extent);
+    ShowSolid(Ball(place, radius), colour, false);
+    const gp_Pnt below(place.X(), place.Y(), GridLift);
+    if (place.Z() > radius) {
+        ShowLines(BRepBuilderAPI_MakeEdge(place, below).Shape(), colour, 1.0, Aspect_TOL_DASH);
+    }
+    ShowText(key.name, place.Translated(gp_Vec(0, 0, 2.2 * radius)), 17);
+}
+
+// --- floor
+// ---------------------------------------------------------------------------------------------------
+
+namespace {
+
+struct FloorPlan {
+    double xLow, xHigh, yLow, yHigh;
+
+    explicit FloorPlan(const Bnd_Box& around) {
+        const double margin = FloorMargin * SizeOf(around);
+        const gp_Pnt low = around.CornerMin();
+        const gp_Pnt high = around.CornerMax();
+        const auto down = [](double v) { return std::floor(v / MinorGrid) * MinorGrid; };
+        const auto up = [](double v) { return std::ceil(v / MinorGrid) * MinorGrid; };
+        xLow = down(low.X() - margin);
+        xHigh = up(high.X() + margin);
+        yLow = down(low.Y() - margin);
+        yHigh = up(high.Y() + margin);
+    }
+
+    void AddLines(double spacing, bool skipMajor, Assembly& lines) const {
+        const auto wanted = [&](double v) { return !skipMajor || std::fmod(v, MajorGrid) != 0; };
+        for (double x = std::ceil(xLow / spacing) * spacing; x <= xHigh; x += spacing) {
+            if (wanted(x)) {
+                lines.Add(BRepBuilderAPI_MakeEdge(gp_Pnt(x, yLow, GridLift), gp_Pnt(x, yHigh, GridLift)));
+            }
+        }
+        for (double y = std::ceil(yLow / spacing) * spacing; y <= yHigh; y += spacing) {
+            if (wanted(y)) {
+                lines.Add(BRepBuilderAPI_MakeEdge(gp_Pnt(xLow, y, GridLift), gp_Pnt(xHigh, y, GridLift)));
+            }
+        }
+    }
+};
+
+} // namespace
+
+void Scene::ShowFloor() {
+    const FloorPlan plan(extent);
+    ShowSolid(
+        BRepPrimAPI_MakeBox(gp_Pnt(plan.xLow, plan.yLow, -FloorThickness), gp_Pnt(plan.xHigh, plan.yHigh, 0))
+            .Shape(),
+        Ground, true);
+    Assembly minor;
+    plan.AddLines(MinorGrid, true, minor);
+    ShowLines(minor.Shape(), GridMinor, 1.0, Aspect_TOL_SOLID);
+    Assembly major;
+    plan.AddLines(MajorGrid, false, major);
+    ShowLines(major.Shape(), GridMajor, 1.6, Aspect_TOL_SOLID);
+    for (double x = std::ceil(plan.xLow / MajorGrid) * MajorGrid; x <= plan.xHigh; x += MajorGrid) {
+        ShowText("X " + Rounded(x, 0) + " mm", gp_Pnt(x, plan.yLow, GridLift), 15);
+    }
+    for (double y = std::ceil(plan.yLow / MajorGrid) * MajorGrid; y <= plan.yHigh; y += MajorGrid) {
+        ShowText("Y " + Rounded(y, 0) + " mm", gp_Pnt(plan.xHigh, y, GridLift), 15);
+    }
+}
+
+} // namespace cell

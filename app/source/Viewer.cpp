@@ -1,0 +1,111 @@
+#include <AIS_DisplayMode.hxx>
+#include <Aspect_DisplayConnection.hxx>
+#include <Aspect_DisplayConnectionDefinitionError.hxx>
+#include <Image_AlienPixMap.hxx>
+#include <Message.hxx>
+#include <Message_Messenger.hxx>
+#include <OpenGl_GraphicDriver.hxx>
+#include <V3d_AmbientLight.hxx>
+#include <V3d_DirectionalLight.hxx>
+#include <V3d_Viewer.hxx>
+#include <Xw_Window.hxx>
+#include <cell/InputError.h>
+#include <cell/Viewer.h>
+#include <cstdlib>
+#include <host/view/ViewContext.h>
+
+namespace cell {
+
+namespace {
+
+constexpr int Samples = 8;
+constexpr int ShadowMap = 4096;
+constexpr double FieldOfView = 26; // degrees; short enough to keep the arm's proportions
+constexpr double Margin = 0.02;
+
+const Quantity_Color Sky(0.74, 0.82, 0.90, Quantity_TOC_sRGB);
+const Quantity_Color Horizon(0.97, 0.98, 0.99, Quantity_TOC_sRGB);
+
+opencascade::handle<Aspect_DisplayConnection> Connect() {
+    const char* display = std::getenv("DISPLAY");
+    try {
+        return new Aspect_DisplayConnection();
+    } catch (const Aspect_DisplayConnectionDefinitionError&) {
+        throw InputError("render", "DISPLAY", display != nullptr ? display : "not set",
+                         "a display to draw on; without a screen: xvfb-run -a mechanism-cell render ...");
+    }
+}
+
+opencascade::handle<V3d_DirectionalLight> MakeLight(const gp_Dir& direction, double strength) {
+    opencascade::handle<V3d_DirectionalLight> light = new V3d_DirectionalLight(direction, Quantity_NOC_WHITE);
+    light->SetIntensity(static_cast<Standard_ShortReal>(strength));
+    return light;
+}
+
+} // namespace
+
+Viewer::Viewer(int width_, int height_) : width(width_), height(height_) {
+    // The driver's remarks would end up between the program's own output.
+    Message::DefaultMessenger()->ChangePrinters().Clear();
+    const auto connection = Connect();
+    opencascade::handle<OpenGl_GraphicDriver> driver = new OpenGl_GraphicDriver(connection);
+    opencascade::handle<V3d_Viewer> viewer = new V3d_Viewer(driver);
+    SetUpLights(viewer);
+    opencascade::handle<Xw_Window> window = new Xw_Window(connection, "mechanism-cell", 0, 0, width, height);
+    window->SetVirtual(true);
+    view = viewer->CreateView();
+    view->SetWindow(window);
+    SetUpView();
+    context = new AIS_InteractiveContext(viewer);
+    context->SetDisplayMode(AIS_Shaded, Standard_False);
+    ViewContext::SetCurrent(context);
+}
+
+Viewer::~Viewer() {
+    ViewContext::SetCurrent(nullptr);
+    context->RemoveAll(Standard_False);
+    view->Remove();
+}
+
+void Viewer::SetUpLights(const opencascade::handle<V3d_Viewer>& viewer) {
+    opencascade::handle<V3d_AmbientLight> ambient = new V3d_AmbientLight(Quantity_NOC_WHITE);
+    ambient->SetIntensity(0.42F);
+    const auto key = MakeLight(gp_Dir(-0.25, 0.75, -1.3), 0.75);
+    key->SetCastShadows(Standard_True);
+    const auto fill = MakeLight(gp_Dir(-1.0, -0.25, -0.35), 0.34);
+    for (const opencascade::handle<V3d_Light>& light :
+         {opencascade::handle<V3d_Light>(ambient), opencascade::handle<V3d_Light>(key),
+          opencascade::handle<V3d_Light>(fill)}) {
+        viewer->AddLight(light);
+        viewer->SetLightOn(light);
+    }
+}
+
+void Viewer::SetUpView() {
+    view->SetShadingModel(Graphic3d_TOSM_FRAGMENT);
+    view->SetBgGradientColors(Sky, Horizon, Aspect_GFM_VER);
+    Graphic3d_RenderingParams& params = view->ChangeRenderingParams();
+    params.NbMsaaSamples = Samples;
+    params.IsShadowEnabled = Standard_True;
+    params.ShadowMapResolution = ShadowMap;
+    view->Camera()->SetProjectionType(Graphic3d_Camera::Projection_Perspective);
+    view->Camera()->SetFOVy(FieldOfView);
+}
+
+void Viewer::LookAt(const Bnd_Box& box) {
+    view->SetProj(1.0, -1.15, 0.62);
+    view->FitAll(box, Margin, Standard_False);
+    view->ZFitAll();
+}
+
+bool Viewer::Save(const std::filesystem::path& file) {
+    view->Redraw();
+    V3d_ImageDumpOptions options;
+    options.Width = width;
+    options.Height = height;
+    options.BufferType = Graphic3d_BT_RGB;
+    Image_AlienPixMap picture;
+    return view->ToPixMap(picture, options) && picture.Save(file.string().c_str());
+}
+
+} // namespace cell

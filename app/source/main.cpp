@@ -1,0 +1,100 @@
+#include <CLI/CLI.hpp>
+#include <Standard_Failure.hxx>
+#include <cell/Commands.h>
+#include <cell/InputError.h>
+#include <functional>
+#include <host/tools/LogUtils.h>
+#include <iostream>
+#include <spdlog/sinks/null_sink.h>
+#include <spdlog/sinks/stdout_sinks.h>
+#include <spdlog/spdlog.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int Done = 0;
+constexpr int WrongInput = 1;
+constexpr int WrongUsage = 2;
+
+/// Standard error is for the one line that says what is wrong, unless the user wants to see the log as well.
+void SetUpLog(bool verbose) {
+    spdlog::sink_ptr sink;
+    if (verbose) {
+        sink = std::make_shared<spdlog::sinks::stderr_sink_mt>();
+    } else {
+        sink = std::make_shared<spdlog::sinks::null_sink_mt>();
+    }
+    auto logger = std::make_shared<spdlog::logger>(LogUtils::LoggerName, std::move(sink));
+    logger->set_level(spdlog::level::debug);
+    spdlog::register_logger(std::move(logger));
+}
+
+int Report(const std::string& line) {
+    std::cerr << line << '\n';
+    return WrongInput;
+}
+
+int Guarded(const std::function<void()>& command) {
+    try {
+        command();
+        std::cout.flush();
+        return std::cout ? Done : Report("standard output: cannot be written, expected room for the result");
+    } catch (const cell::InputError& error) {
+        return Report(error.what());
+    } catch (const Standard_Failure& failure) {
+        return Report(std::string("mechanism-cell: geometry: ") + failure.GetMessageString());
+    } catch (const std::exception& error) {
+        return Report(std::string("mechanism-cell: ") + error.what());
+    } catch (const std::string& text) { // the library's own failures
+        return Report("mechanism-cell: " + text);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Robot cells on the command line: what they are made of, where they reach, how they move.");
+    app.require_subcommand(1);
+    bool verbose = false;
+    app.add_flag("--verbose", verbose, "Show the library's log on standard error");
+
+    std::string infoFile;
+    auto* info = app.add_subcommand("info", "Print mechanisms, axes, tables, systems and motions");
+    info->add_option("CELL", infoFile, "Cell or arm file")->required();
+
+    cell::FkRequest fkRequest;
+    auto* fk = app.add_subcommand("fk", "Print flange, tool centre and joint origins in the world, as JSON");
+    fk->add_option("CELL", fkRequest.file, "Cell or arm file")->required();
+    fk->add_option("--robot", fkRequest.robot, "Robot to move, where the cell has several");
+    fk->add_option("--values-deg", fkRequest.values, "Joint values a,b,... (else lines from standard input)");
+
+    cell::PlanRequest planRequest;
+    auto* plan = app.add_subcommand("plan", "Plan every motion, write trace.json, print a table");
+    plan->add_option("CELL", planRequest.file, "Cell file")->required();
+    plan->add_option("--out", planRequest.folder, "Folder for trace.json")->required();
+
+    cell::RenderRequest renderRequest;
+    auto* render = app.add_subcommand("render", "Draw the cell into a PNG file (needs a display)");
+    render->add_option("CELL", renderRequest.file, "Cell or arm file")->required();
+    render->add_option("--state", renderRequest.state, "State or trace to show");
+    render->add_option("--out", renderRequest.picture, "Picture to write")->required();
+
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? Done : WrongUsage;
+    }
+    SetUpLog(verbose);
+    planRequest.progress = isatty(STDERR_FILENO) != 0;
+    return Guarded([&] {
+        if (info->parsed()) {
+            cell::Info(infoFile, std::cout);
+        } else if (fk->parsed()) {
+            cell::Fk(fkRequest, std::cin, std::cout);
+        } else if (plan->parsed()) {
+            cell::Plan(planRequest, std::cout);
+        } else {
+            cell::Render(renderRequest);
+        }
+    });
+}
