@@ -20,7 +20,7 @@ endfunction()
 
 mechanism_wrap_occt(occt_geometry TKernel TKMath TKG2d TKG3d TKGeomBase TKBRep)
 mechanism_wrap_occt(occt_modeling mechanism::occt_geometry
-                    TKGeomAlgo TKTopAlgo TKPrim TKBO TKBool TKFillet TKMesh TKShHealing)
+                    TKGeomAlgo TKTopAlgo TKPrim TKBO TKBool TKFillet TKOffset TKMesh TKShHealing)
 mechanism_wrap_occt(occt_view mechanism::occt_modeling TKService TKV3d)
 
 # jsoncpp's config may leave its include directories unset when it is a system package.

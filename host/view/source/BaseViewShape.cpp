@@ -20,6 +20,10 @@ opencascade::handle<AIS_InteractiveContext> ContextOf(const BaseViewShape* shape
     return ViewContext::GetCurrent();
 }
 
+Quantity_Color ColourOf(const ColorLayer& layer) {
+    return {layer.red, layer.green, layer.blue, Quantity_TOC_sRGB};
+}
+
 } // namespace
 
 BaseViewShape::BaseViewShape(const TopoDS_Shape& shape) : AIS_ColoredShape(shape) {
@@ -29,7 +33,7 @@ BaseViewShape::BaseViewShape(const TopoDS_Shape& shape) : AIS_ColoredShape(shape
 void BaseViewShape::Display() { Display(displayMode, -1); }
 
 void BaseViewShape::Display(int mode, int selectionMode) {
-    displayed = true;
+    MarkDisplayed();
     SetDispalyMode(mode);
     if (selectionMode >= 0) {
         selectionModes = {selectionMode};
@@ -40,24 +44,49 @@ void BaseViewShape::Display(int mode, int selectionMode) {
     }
 }
 
+// What hangs below a shape comes into view with it.
+void BaseViewShape::MarkDisplayed() const {
+    displayed = true;
+    known = true;
+    for (const auto& child : Children()) {
+        if (const auto shape = opencascade::handle<BaseViewShape>::DownCast(child)) {
+            shape->MarkDisplayed();
+        }
+    }
+}
+
 void BaseViewShape::Hide() const {
     displayed = false;
     if (HasInteractiveContext()) {
         InteractiveContext()->Erase(Mutable(this), Standard_False);
+        // A child that came into view with its parent is not the context's own object, only the presentation's.
+        InteractiveContext()->MainPrsMgr()->Erase(Mutable(this), -1);
     }
 }
 
 void BaseViewShape::RemoveFromView() const {
-    displayed = false;
     if (HasInteractiveContext()) {
+        Hide();
         InteractiveContext()->Remove(Mutable(this), Standard_False);
     }
+    displayed = false;
+    known = false;
 }
 
-void BaseViewShape::RedisplayShape(bool allModes, bool updateViewer) const {
-    if (displayed && HasInteractiveContext()) {
-        InteractiveContext()->Redisplay(Mutable(this), updateViewer, allModes);
+void BaseViewShape::RedisplayShape(bool bringIn, bool updateViewer) const {
+    if (!known && !bringIn) {
+        return;
     }
+    MarkDisplayed();
+    const auto context = ContextOf(this);
+    if (context.IsNull()) {
+        return;
+    }
+    if (!context->IsDisplayed(Mutable(this))) {
+        context->Display(Mutable(this), displayMode, -1, Standard_False);
+        ForwardSelection();
+    }
+    context->Redisplay(Mutable(this), updateViewer, Standard_True);
 }
 
 void BaseViewShape::SetDispalyMode(int mode) {
@@ -100,6 +129,25 @@ void BaseViewShape::ForwardSelection() const {
     }
 }
 
+void BaseViewShape::SetShapeLayer(const TopoDS_Shape& part, const ColorLayer& layer) {
+    SetCustomColor(part, ColourOf(layer));
+    SetCustomTransparency(part, layer.transparency);
+    layers.emplace_back(part, layer);
+}
+
+void BaseViewShape::SetShapeColorLayer(const ColorLayer& layer) {
+    SetColor(ColourOf(layer));
+    SetTransparency(layer.transparency);
+    layers.emplace_back(Shape(), layer);
+}
+
+void BaseViewShape::RemoveAllChild() {
+    const PrsMgr_ListOfPresentableObjects children = Children();
+    for (const auto& child : children) {
+        RemoveChild(child);
+    }
+}
+
 void BaseViewShape::MoveGeometry(const gp_Trsf& motion) {
     // One location instead of a growing chain of them, however often the geometry is moved.
     const auto moved = [&](const TopoDS_Shape& shape) {
@@ -110,6 +158,9 @@ void BaseViewShape::MoveGeometry(const gp_Trsf& motion) {
         aspects.Bind(moved(it.Key()), it.Value());
     }
     ChangeCustomAspectsMap() = aspects;
+    for (auto& [part, layer] : layers) {
+        part = part.IsNull() ? part : moved(part);
+    }
     if (!Shape().IsNull()) {
         SetShape(moved(Shape()));
         SetToUpdate();

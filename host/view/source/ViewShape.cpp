@@ -1,7 +1,47 @@
 #include <host/view/ViewShape.h>
 
+#include <Prs3d_Drawer.hxx>
+#include <atomic>
+#include <host/view/TriangleModel.h>
 #include <utility>
 
 IMPLEMENT_STANDARD_RTTIEXT(ViewShape, BaseViewShape)
 
-ViewShape::ViewShape(const TopoDS_Shape& shape, Uuid identity) : BaseViewShape(shape), id(std::move(identity)) {}
+namespace {
+
+// How far (mm) the triangles of a distance query may leave a curved face.
+constexpr double QueryDeflection = 0.05;
+
+std::uint64_t NextSerial() {
+    static std::atomic<std::uint64_t> last{0};
+    return ++last;
+}
+
+} // namespace
+
+ViewShape::ViewShape(const TopoDS_Shape& shape, Uuid identity)
+    : BaseViewShape(shape), id(std::move(identity)), serial(NextSerial()) {}
+
+ViewShape::~ViewShape() = default;
+
+void ViewShape::SetPrimitiveProperty(const std::string& primitiveName, const Uuid& primitiveId) {
+    primitive = {primitiveName, primitiveId};
+}
+
+void ViewShape::CreateBVHMdl(bool keep) {
+    if (!keep || !triangles) {
+        triangles = std::make_shared<TriangleModel>(Shape(), QueryDeflection);
+    }
+}
+
+IMeshTools_Parameters ViewShape::GetMeshPara(const opencascade::handle<Prs3d_Drawer>& drawer, double angle,
+                                             double deflection) {
+    IMeshTools_Parameters parameters;
+    parameters.Angle = angle;
+    parameters.Deflection = deflection;
+    parameters.Relative = !drawer.IsNull() && drawer->HasOwnDeviationCoefficient();
+    if (parameters.Relative) {
+        parameters.Deflection = drawer->DeviationCoefficient();
+    }
+    return parameters;
+}

@@ -2,6 +2,7 @@
 
 #include <AIS_ColoredShape.hxx>
 #include <set>
+#include <vector>
 
 class gp_Trsf;
 
@@ -25,19 +26,19 @@ public:
 
     /// Shows the shape in its present display mode, with selection as it is set.
     void Display();
-    /// Shows the shape. @param mode 0 wireframe, 1 shaded. @param selectionMode the one mode to activate, or
-    /// -1 to leave selection as it is.
+    /// Shows the shape and all that hangs below it. @param mode 0 wireframe, 1 shaded. @param selectionMode the
+    /// one mode to activate, or -1 to leave selection as it is.
     void Display(int mode, int selectionMode);
-    /// Takes the shape out of sight; the context keeps it for a later Display.
+    /// Takes the shape out of sight; the view keeps it for a later RedisplayShape or Display.
     void Hide() const;
     /// Takes the shape, and all that hangs below it, out of the context altogether.
     void RemoveFromView() const;
     bool IsDisplayed() const { return displayed; }
 
-    /// Recomputes the presentation after a change. Shapes that are not displayed are left alone.
-    /// @param allModes every computed display mode rather than the current one.
-    /// @param updateViewer redraw at once.
-    void RedisplayShape(bool allModes, bool updateViewer) const;
+    /// Recomputes the presentation after a change and shows a shape that was hidden.
+    /// @param bringIn also show a shape that the view does not know (never displayed, or removed); without it
+    /// such a shape is left alone. @param updateViewer redraw at once.
+    void RedisplayShape(bool bringIn, bool updateViewer) const;
     /// @param mode 0 wireframe, 1 shaded.
     void SetDispalyMode(int mode);
     int GetDisplayMode() const { return displayMode; }
@@ -50,14 +51,28 @@ public:
     void SetUnSelected(bool unselected);
     bool IsUnSelected() const { return unselectable; }
 
+    /// Gives a part of the shape its own colour and transparency.
+    void SetShapeLayer(const TopoDS_Shape& part, const ColorLayer& layer);
+    /// Gives the whole shape a colour and transparency.
+    void SetShapeColorLayer(const ColorLayer& layer);
+    /// What SetShapeLayer (part) and SetShapeColorLayer (the shape itself) were told, in order; the last one
+    /// for a part counts.
+    const std::vector<std::pair<TopoDS_Shape, ColorLayer>>& GetLayers() const { return layers; }
+
+    /// Takes off everything that hangs below this shape.
+    void RemoveAllChild();
+
     /// Moves the geometry within the shape's own frame, custom colours with it; the placement stays.
     void MoveGeometry(const gp_Trsf& motion);
 
 private:
+    void MarkDisplayed() const;
     void ForwardSelection() const;
 
     mutable bool displayed = false;
+    mutable bool known = false; // displayed before, and not removed since
     bool unselectable = false;
     int displayMode = 1;
     std::set<int> selectionModes{0};
+    std::vector<std::pair<TopoDS_Shape, ColorLayer>> layers;
 };

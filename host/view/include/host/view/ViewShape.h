@@ -1,8 +1,19 @@
 #pragma once
 
 #include <host/tools/Uuid.h>
+#include <IMeshTools_Parameters.hxx>
 #include <host/view/BaseViewShape.h>
+#include <memory>
 #include <string>
+
+class Prs3d_Drawer;
+class TriangleModel;
+
+/// What a shape is as an object of the scene tree, independent of the model that draws it.
+struct PrimitiveProperty {
+    std::string name;
+    Uuid id;
+};
 
 /// A shape in the view that stands for a part of the cell: it has an identity, a name and its place in
 /// collision checking.
@@ -11,11 +22,34 @@ class ViewShape : public BaseViewShape {
 
 public:
     explicit ViewShape(const TopoDS_Shape& shape, Uuid id = Uuid::CreateUuid());
+    ~ViewShape() override;
 
     void SetId(const Uuid& newId) { id = newId; }
     const Uuid& GetId() const { return id; }
     void SetName(const std::string& newName) { name = newName; }
     const std::string& GetName() const { return name; }
+
+    void SetPrimitiveProperty(const std::string& primitiveName, const Uuid& primitiveId);
+    const PrimitiveProperty& GetPrimitiveProperty() const { return primitive; }
+
+    /// Key under which the entity that owns the shape finds it again; 0 while it belongs to none.
+    std::uint64_t GetHashKey() const { return hashKey; }
+    void SetHashKey(std::uint64_t key) { hashKey = key; }
+    /// Rises with every shape that is made: the order of creation.
+    std::uint64_t GetSerial() const { return serial; }
+
+    /// Builds the tree of triangles that distance queries search, in the shape's own frame: moving the shape
+    /// costs no rebuild. @param keep keep a tree that is there; otherwise it is built anew.
+    void CreateBVHMdl(bool keep);
+    /// Null until CreateBVHMdl has been called.
+    const std::shared_ptr<const TriangleModel>& GetBVHMdl() const { return triangles; }
+
+    /// Parameters for BRepMesh_IncrementalMesh.
+    /// @param drawer its relative deflection is taken over where it sets one; may be null.
+    /// @param angle largest angle (rad) between neighbouring triangles. @param deflection largest distance
+    /// (mm) from the surface.
+    static IMeshTools_Parameters GetMeshPara(const opencascade::handle<Prs3d_Drawer>& drawer, double angle,
+                                             double deflection);
 
     /// Distance (mm) below which this part counts as touched, on top of the entity's collision gap.
     double collisionTolerance = 0;
@@ -29,4 +63,8 @@ public:
 private:
     Uuid id;
     std::string name;
+    PrimitiveProperty primitive;
+    std::uint64_t hashKey = 0;
+    std::uint64_t serial;
+    std::shared_ptr<const TriangleModel> triangles;
 };

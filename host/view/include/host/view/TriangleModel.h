@@ -1,0 +1,27 @@
+#pragma once
+
+#include <BVH_BoxSet.hxx>
+#include <cstddef>
+
+class TopoDS_Shape;
+
+/// The triangles of a shape in a tree of boxes, for distance queries. Millimetres, in the shape's own frame
+/// (its location included).
+class TriangleModel {
+public:
+    using Point = BVH_Vec3d;
+    struct Triangle {
+        Point a, b, c;
+    };
+    using Tree = BVH_BoxSet<double, 3, Triangle>;
+
+    /// Takes the triangulation that the shape carries; a face without one, or with one coarser than the
+    /// deflection (mm), is triangulated first. A shape without faces gives an empty model.
+    TriangleModel(const TopoDS_Shape& shape, double deflection);
+
+    std::size_t Size() const { return static_cast<std::size_t>(tree.Size()); }
+    const Tree& GetTree() const { return tree; }
+
+private:
+    Tree tree;
+};

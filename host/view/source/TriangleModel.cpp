@@ -1,0 +1,57 @@
+#include <host/view/TriangleModel.h>
+
+#include <BRepMesh_IncrementalMesh.hxx>
+#include <BRep_Tool.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Face.hxx>
+
+namespace {
+
+constexpr double MeshAngle = 0.35;
+
+void Mesh(const TopoDS_Face& face, double deflection) {
+    TopLoc_Location location;
+    const auto present = BRep_Tool::Triangulation(face, location);
+    if (present.IsNull() || present->Deflection() > deflection) {
+        BRepMesh_IncrementalMesh(face, deflection, Standard_False, MeshAngle);
+    }
+}
+
+TriangleModel::Point ToPoint(const gp_Pnt& p) { return TriangleModel::Point(p.X(), p.Y(), p.Z()); }
+
+void AddFace(const TopoDS_Face& face, TriangleModel::Tree& tree) {
+    TopLoc_Location location;
+    const auto mesh = BRep_Tool::Triangulation(face, location);
+    if (mesh.IsNull()) {
+        return;
+    }
+    const gp_Trsf& place = location.Transformation();
+    for (int i = 1; i <= mesh->NbTriangles(); ++i) {
+        int n1 = 0;
+        int n2 = 0;
+        int n3 = 0;
+        mesh->Triangle(i).Get(n1, n2, n3);
+        const TriangleModel::Triangle triangle{ToPoint(mesh->Node(n1).Transformed(place)),
+                                               ToPoint(mesh->Node(n2).Transformed(place)),
+                                               ToPoint(mesh->Node(n3).Transformed(place))};
+        BVH_Box<double, 3> box(triangle.a);
+        box.Add(triangle.b);
+        box.Add(triangle.c);
+        tree.Add(triangle, box);
+    }
+}
+
+} // namespace
+
+TriangleModel::TriangleModel(const TopoDS_Shape& shape, double deflection) {
+    if (shape.IsNull()) {
+        return;
+    }
+    for (TopExp_Explorer faces(shape, TopAbs_FACE); faces.More(); faces.Next()) {
+        const TopoDS_Face& face = TopoDS::Face(faces.Current());
+        Mesh(face, deflection);
+        AddFace(face, tree);
+    }
+    tree.Build();
+}
