@@ -25,8 +25,8 @@ constexpr double ColumnHeight = 0.40;
 /// Joint axes within about ten degrees of a limb turn it about its own length.
 constexpr double AlongLimb = 0.985;
 
-const Quantity_Color Paint(0.96, 0.40, 0.06, Quantity_TOC_sRGB);
-const Quantity_Color Cast(0.21, 0.23, 0.26, Quantity_TOC_sRGB);
+const Quantity_Color Paint(1.0, 0.50, 0.08, Quantity_TOC_sRGB);
+const Quantity_Color Cast(0.25, 0.27, 0.31, Quantity_TOC_sRGB);
 const Quantity_Color Steel(0.78, 0.80, 0.82, Quantity_TOC_sRGB);
 
 class ArmShaper {

@@ -13,7 +13,7 @@ namespace {
 constexpr int Width = 1280;
 constexpr int Height = 960;
 
-/// Half way through the last motion, where the arm is at work.
+/// A third through the last motion, where the arm is at work and hides little of what is to come.
 std::optional<GrpState> ShownState(const RenderRequest& request, const Cell& cell,
                                    const std::vector<PlannedMotion>& plan) {
     if (!request.state.empty()) {
@@ -22,7 +22,7 @@ std::optional<GrpState> ShownState(const RenderRequest& request, const Cell& cel
     if (plan.empty()) {
         return std::nullopt;
     }
-    return plan.back().states[plan.back().states.size() / 2];
+    return plan.back().states[plan.back().states.size() / 3];
 }
 
 } // namespace

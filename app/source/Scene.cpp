@@ -18,13 +18,13 @@ namespace cell {
 
 namespace {
 
-constexpr double MajorGrid = 1000; // mm
-constexpr double MinorGrid = 250;  // mm
+constexpr double MajorGrid = 500; // mm
+constexpr double MinorGrid = 100; // mm
 /// How far lines lie above the floor so that the two do not flicker into each other.
 constexpr double GridLift = 1.5; // mm
 constexpr double FloorThickness = 20;
 /// Floor around the cell, as part of its size.
-constexpr double FloorMargin = 0.28;
+constexpr double FloorMargin = 0.24;
 /// The triad and the marks of key poses, as parts of the cell's size.
 constexpr double TriadSize = 0.085;
 constexpr double MarkRadius = 0.0055;
@@ -77,6 +77,10 @@ void Scene::ShowText(const std::string& text, const gp_Pnt& place, double height
     label->SetPosition(place);
     label->SetHeight(height);
     label->SetColor(Ink);
+    label->SetFont(Font_NOF_SANS_SERIF);
+    label->SetFontAspect(Font_FA_Bold);
+    // Above everything else: a name that is half hidden reads as nothing, and names cast no shadows.
+    label->SetZLayer(Graphic3d_ZLayerId_Topmost);
     viewer.Context()->Display(label, Standard_False);
 }
 
@@ -117,6 +121,7 @@ void Scene::ShowPlinth(RobotEntity& robot) {
     const gp_Pnt high = foot.CornerMax();
     ShowSolid(BRepPrimAPI_MakeBox(gp_Pnt(low.X(), low.Y(), 0), gp_Pnt(high.X(), high.Y(), height)).Shape(),
               Concrete, true);
+    extent.Add(gp_Pnt(low.X(), low.Y(), 0));
 }
 
 void Scene::ShowTool(const RobotEntity& robot) {
@@ -174,6 +179,7 @@ void Scene::ShowKeyPose(const KeyState& key, const Quantity_Color& colour) {
     const double radius = MarkRadius * SizeOf(extent);
     ShowSolid(Ball(place, radius), colour, false);
     const gp_Pnt below(place.X(), place.Y(), GridLift);
+    extent.Add(below);
     if (place.Z() > radius) {
         ShowLines(BRepBuilderAPI_MakeEdge(place, below).Shape(), colour, 1.0, Aspect_TOL_DASH);
     }
@@ -229,11 +235,18 @@ void Scene::ShowFloor() {
     Assembly major;
     plan.AddLines(MajorGrid, false, major);
     ShowLines(major.Shape(), GridMajor, 1.6, Aspect_TOL_SOLID);
-    for (double x = std::ceil(plan.xLow / MajorGrid) * MajorGrid; x <= plan.xHigh; x += MajorGrid) {
-        ShowText("X " + Rounded(x, 0) + " mm", gp_Pnt(x, plan.yLow, GridLift), 15);
+    ShowScale();
+}
+
+/// Names the major lines at the two near edges of what is shown, where the picture is sure to have floor.
+void Scene::ShowScale() {
+    const double nearY = extent.CornerMin().Y() - MinorGrid;
+    const double nearX = extent.CornerMax().X() + MinorGrid;
+    for (double x = std::ceil(extent.CornerMin().X() / MajorGrid) * MajorGrid; x < nearX; x += MajorGrid) {
+        ShowText("X " + Rounded(x, 0) + " mm", gp_Pnt(x, nearY, GridLift), 14);
     }
-    for (double y = std::ceil(plan.yLow / MajorGrid) * MajorGrid; y <= plan.yHigh; y += MajorGrid) {
-        ShowText("Y " + Rounded(y, 0) + " mm", gp_Pnt(plan.xHigh, y, GridLift), 15);
+    for (double y = std::ceil(nearY / MajorGrid) * MajorGrid; y < extent.CornerMax().Y(); y += MajorGrid) {
+        ShowText("Y " + Rounded(y, 0) + " mm", gp_Pnt(nearX, y, GridLift), 14);
     }
 }
 

@@ -69,10 +69,10 @@ Viewer::~Viewer() {
 
 void Viewer::SetUpLights(const opencascade::handle<V3d_Viewer>& viewer) {
     opencascade::handle<V3d_AmbientLight> ambient = new V3d_AmbientLight(Quantity_NOC_WHITE);
-    ambient->SetIntensity(0.42F);
-    const auto key = MakeLight(gp_Dir(-0.25, 0.75, -1.3), 0.75);
+    ambient->SetIntensity(0.55F);
+    const auto key = MakeLight(gp_Dir(-0.50, 0.62, -1.45), 1.6);
     key->SetCastShadows(Standard_True);
-    const auto fill = MakeLight(gp_Dir(-1.0, -0.25, -0.35), 0.34);
+    const auto fill = MakeLight(gp_Dir(-1.0, -0.25, -0.35), 0.9);
     for (const opencascade::handle<V3d_Light>& light :
          {opencascade::handle<V3d_Light>(ambient), opencascade::handle<V3d_Light>(key),
           opencascade::handle<V3d_Light>(fill)}) {

@@ -30,7 +30,7 @@ void Plan(const PlanRequest& request, std::ostream& out);
 
 struct RenderRequest {
     std::filesystem::path file;
-    std::filesystem::path state; ///< state or trace to show; empty: half way through the last motion
+    std::filesystem::path state; ///< state or trace to show; empty: a third through the last motion
     std::filesystem::path picture;
 };
 /// Draws the cell into a PNG file. Needs a display (DISPLAY), a virtual one will do.

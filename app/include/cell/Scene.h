@@ -24,6 +24,7 @@ private:
     void ShowBody(const opencascade::handle<ViewShape>& model);
     void ShowPlinth(RobotEntity& robot);
     void ShowTool(const RobotEntity& robot);
+    void ShowScale();
     void ShowKeyPose(const KeyState& key, const Quantity_Color& colour);
     void ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour, bool matt);
     void ShowLines(const TopoDS_Shape& shape, const Quantity_Color& colour, double width,
