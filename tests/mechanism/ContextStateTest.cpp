@@ -6,8 +6,7 @@
 
 namespace {
 
-class ContextStateTest : public ::testing::Test {
-protected:
+struct ContextStateTest : ::testing::Test {
     Registrar small{5, {}};
     Registrar large{9, {.pedestal = 1}};
     ContextState context;
@@ -18,10 +17,7 @@ TEST_F(ContextStateTest, HoldsEveryRegisteredSystemAndFallsBackToTheFirst) {
     EXPECT_EQ(context.GetValues(5).GetValue(Robot, ARM_J1), 1.5);
     context.SetValues(7, GrpState(9));
     EXPECT_EQ(context.GetSystemValues().size(), 2U);
-    EXPECT_EQ(context.GetValues(7).GetSystem(), 5U);
-    const ContextState moved(std::move(context));
-    EXPECT_TRUE(moved.HasSystem(9));
-    EXPECT_FALSE(context.HasSystem());
+    EXPECT_FALSE(context.HasSystem(7));
 }
 
 TEST_F(ContextStateTest, ComparesOneSidedWithAFixedTolerance) {

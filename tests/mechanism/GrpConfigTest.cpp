@@ -38,12 +38,12 @@ TEST(GrpConfig, EntitiesAreReadAgainstTheConfiguration) {
 
     GrpConfig two;
     two.InitDOF(1, 6, 2, 0);
-    two.SetBenchesDofs({1.0, 1.5});
-    EXPECT_EQ(two.GetContextDof(), 15);
+    two.SetBenchesDofs({1.0, 1.0, 1.5});
+    EXPECT_EQ(two.GetContextDof(), 16);
     EXPECT_THAT(IndexOf(two, 1), Pair(6, 6));
     EXPECT_THAT(IndexOf(two, 2), Pair(12, 1));
     EXPECT_THAT(IndexOf(two, Bench), Pair(7, 1)) << "inside the second robot, as ever";
-    EXPECT_THAT(IndexOf(two, Bench + 1), Pair(8, 1)) << "cut after the sum of 1.5 and 7";
+    EXPECT_THAT(IndexOf(two, Bench + 2), Pair(10, 1)) << "twice its own 1.5 and not the sum of those before";
 }
 
 TEST(GrpConfig, SystemTypeComparesValuesWithJoints) {
