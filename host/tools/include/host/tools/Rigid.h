@@ -18,7 +18,8 @@ struct Rigid {
     /// Writes the numbers as they are, without the orthogonalisation of gp_Trsf::SetValues, so that a
     /// transform survives being taken apart and put together to the bit. The target must have scale 1.
     void StoreTo(gp_Trsf& trsf) const {
-        // gp_Trsf offers no unchecked setter; its parts are reachable by reference and the object is not const.
+        // gp_Trsf offers no unchecked setter; its parts are reachable by reference and the object is not
+        // const.
         const_cast<gp_Mat&>(trsf.HVectorialPart()) =
             gp_Mat(r[0], r[1], r[2], r[3], r[4], r[5], r[6], r[7], r[8]);
         const_cast<gp_XYZ&>(trsf.TranslationPart()).SetCoord(p[0], p[1], p[2]);

@@ -17,8 +17,8 @@ class gp_Vec;
 /// lengths millimetres.
 namespace gpHandle {
 
-/// Position and angles of a rigid transform; undone by EulerToTrsf to rounding, gimbal lock included. The angles
-/// are the principal ones, the first being zero in gimbal lock.
+/// Position and angles of a rigid transform; undone by EulerToTrsf to rounding, gimbal lock included. The
+/// angles are the principal ones, the first being zero in gimbal lock.
 LocEuler TrsfToEuler(const gp_Trsf& trsf);
 gp_Trsf EulerToTrsf(const LocEuler& pose);
 gp_Trsf LocEulerToTrsf(LocEuler pose);
