@@ -21,7 +21,7 @@ opencascade::handle<AIS_InteractiveContext> ContextOf(const BaseViewShape* shape
 }
 
 Quantity_Color ColourOf(const ColorLayer& layer) {
-    return {layer.red, layer.green, layer.blue, Quantity_TOC_sRGB};
+    return {layer.red, layer.green, layer.blue, Quantity_TOC_RGB};
 }
 
 } // namespace

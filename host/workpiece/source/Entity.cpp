@@ -55,9 +55,15 @@ void Entity::UpdateCollisionMdlState() {
 
 std::uint64_t Entity::AddFixMdl(const opencascade::handle<ViewShape>& model) {
     const std::uint64_t key = fixMdls.empty() ? 1 : fixMdls.rbegin()->first + 1;
+    model->SetHashKey(key);
     fixMdls.emplace(key, model);
     if (!rootMdl.IsNull()) {
         rootMdl->AddChild(model);
     }
     return key;
+}
+
+opencascade::handle<ShapeEntity> Entity::GetPart(size_t key) const {
+    const auto found = fixMdls.find(key);
+    return found != fixMdls.end() ? opencascade::handle<ShapeEntity>::DownCast(found->second) : nullptr;
 }

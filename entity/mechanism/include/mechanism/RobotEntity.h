@@ -8,6 +8,7 @@
 #include <vector>
 
 class RobotWorkspace;
+class ToolEntity;
 
 /// How tightly collisions are checked: 0 with the configured gap, 1 and 2 with fixed ones.
 enum CheckCollisionState : int { CollisionNormal = 0, CollisionWide = 1, CollisionTight = 2 };
@@ -53,6 +54,10 @@ public:
     void SetCurrentValue(const std::vector<double>& values, size_t system) override;
     /// Names every model after the robot and brings table, links and tool frame up to date.
     void UpdateLinkModelNames() override;
+    /// Called when something has been mounted: a tool on flange 0 takes the current slot of the tool list while
+    /// that is empty (identity within 1e-7), else the next one, which becomes current; the tool joins this
+    /// robot's system alone.
+    void UpdateAssembleData() override;
     /// out["RobotBrand"] := brand code.
     void ExportParaToJson(Json::Value& out) override;
     /// Sizes the initial values and takes the six defaults of CADParamConfig.
@@ -107,6 +112,12 @@ public:
     void SetToolData(const Json::Value& json);
     /// Record of the current tool, with both forms of its rotation.
     Json::Value GetToolData() const;
+    /// The tool on flange 0, or null.
+    ToolEntity* GetToolEntity() const;
+    /// The mounted tool's parts, and the inverse of tool * offset; an empty list and the identity without a tool.
+    std::pair<std::vector<opencascade::handle<ShapeEntity>>, gp_Trsf> GetZeroToolAndTrsf();
+    /// Puts the mounted tool's parts where they belong in the zero pose, then returns to the current pose.
+    void ResetToolPosition();
 
     // --- tool centre
     // ------------------------------------------------------------------------------------------
@@ -138,7 +149,7 @@ public:
 
     // --- collision state
     // ----------------------------------------------------------------------------------------
-    /// Sets the collision gap of the robot: the configured one, 20 mm, 2 mm, or 30 mm for any other state.
+    /// Sets the collision gap of the robot and its mounted tool: the configured one, 20 mm, 2 mm, or 30 mm for any other state.
     void SetCurrentCollisionState(CheckCollisionState state);
     CheckCollisionState GetCurrentCollisionState() const { return collisionState; }
 

@@ -7,3 +7,4 @@
 #include <mechanism/InterpHandle.h>
 #include <mechanism/RobotEntity.h>
 #include <mechanism/RobotWorkspace.h>
+#include <mechanism/ToolEntity.h>

@@ -154,22 +154,3 @@ void RobotEntity::UpdateToolFrame() {
         endModel->AddChildWithCurrentTransformation(toolFrameMdl);
     }
 }
-
-// --- collision state ---------------------------------------------------------------------------------------
-
-void RobotEntity::SetCurrentCollisionState(CheckCollisionState state) {
-    collisionState = state;
-    switch (state) {
-    case CollisionNormal:
-        SetCheckCollisionGap(CADParamConfig::GetInstance()->defaultCollisionGap);
-        break;
-    case CollisionWide:
-        SetCheckCollisionGap(20.0);
-        break;
-    case CollisionTight:
-        SetCheckCollisionGap(2.0);
-        break;
-    default:
-        SetCheckCollisionGap(30.0);
-    }
-}

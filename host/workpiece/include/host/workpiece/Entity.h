@@ -75,6 +75,19 @@ public:
     /// Hangs a model below the root model as part of the fixed base. @return the key it is kept under.
     std::uint64_t AddFixMdl(const opencascade::handle<ViewShape>& model);
 
+    /// Fixed model by the key it is kept under (its hash key), null where there is none.
+    opencascade::handle<ShapeEntity> GetPart(size_t key) const;
+
+    /// Whether the host is loading the entity's mesh just now; parts must not be exchanged meanwhile.
+    bool IsLoadMeshModel() const { return loadingMesh; }
+    void SetLoadMeshModel(bool loading) { loadingMesh = loading; }
+    /// Replaces the closed shape that simulation takes for the entity's surface.
+    /// @param withParts put the fixed models' solids with it. @param mesh triangulate what has no triangles yet.
+    /// @throws std::invalid_argument, with the old one kept, for a shape that is not closed.
+    void UpdateWatertightMeshModel(const TopoDS_Shape& shape, bool withParts, bool mesh);
+    /// Null until there is one.
+    const TopoDS_Shape& GetWatertightMeshModel() const { return watertightMesh; }
+
     /// Distance (mm) below which collision checking reports contact.
     void SetCheckCollisionGap(double gap) { checkCollisionGap = gap; }
     double GetCheckCollisionGap() const { return checkCollisionGap; }
@@ -91,4 +104,6 @@ protected:
 
 private:
     double checkCollisionGap = 0;
+    bool loadingMesh = false;
+    TopoDS_Shape watertightMesh;
 };

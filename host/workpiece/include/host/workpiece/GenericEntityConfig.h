@@ -69,6 +69,13 @@ public:
     /// Takes a mounted entity off; its placement in the world stays.
     void DisassembleModel(GenericEntityConfig* other);
 
+    /// Hangs models below the root model, in the order of their creation.
+    /// @param keep true: they come in addition and stand beside the structure (they are not among the fixed
+    /// models, nor in packages) and stay where they are in the world; false: they become the fixed models instead of those there were.
+    void AddSubMdlList(const std::set<opencascade::handle<ShapeEntity>>& models, bool keep);
+    /// What AddSubMdlList has put beside the structure.
+    const std::vector<opencascade::handle<ShapeEntity>>& GetExtraMdls() const { return extraMdls; }
+
     /// Writes a folder with manifest.json (DataToJson and where each model's file is) and one BRep file a model.
     /// @return false for a null entity, an empty path (nothing is written) or a folder that cannot be written.
     static bool ExportEntityPkg(GenericEntityConfig* entity, const std::string& path);
@@ -88,5 +95,6 @@ protected:
     gp_Trsf endCenterTrsf;
 
 private:
+    std::vector<opencascade::handle<ShapeEntity>> extraMdls;
     void Reframe(LinkRod& link, const gp_Trsf& center, JointType type, bool carryBodies);
 };

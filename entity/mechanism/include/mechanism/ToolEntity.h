@@ -1,0 +1,74 @@
+#pragma once
+
+#include <host/workpiece/GenericEntityConfig.h>
+#include <mechanism/Export.h>
+#include <memory>
+#include <utility>
+
+struct NozzleParam;
+
+/// The end tool on a robot's flange: a welding torch, or a painting tool with a spray cone.
+///
+/// Its frame is the mount transform of its own flange: the tool centre relative to the tool's base (mm, rad).
+class MECHANISM_EXPORT ToolEntity : public GenericEntityConfig {
+public:
+    /// Only painting is acted on; every other number is stored, exported and loaded unchanged.
+    enum ToolWorkType : int { WorkTypeWelding = 0, WorkTypePainting = 2 };
+
+    ToolEntity();
+    explicit ToolEntity(GenericEntity* parent);
+    ~ToolEntity() override;
+
+    /// Builds a torch from its parameters ("Type" must be "WeldGun"; the other keys are NozzleParam's): root
+    /// model, three part models (tip; nozzle, neck and guard; body), flange at the tool centre, displayed.
+    /// @return whether it was built, and the tool: a default one when it was not.
+    /// @throws std::invalid_argument as NozzleParam::LoadFrom does.
+    static std::pair<bool, std::shared_ptr<ToolEntity>> CreateToolEntityByParameter(const Json::Value& param);
+    /// Rebuilds the tool in place; the part models keep their identities and the root model its placement.
+    /// @return true without any change for another "Type" than "WeldGun"; false without any change when the
+    ///         tool has not exactly three fixed models or the numbers give no torch.
+    /// @throws std::invalid_argument as NozzleParam::LoadFrom does, without any change.
+    bool UpdataToolParameterData(const Json::Value& param);
+
+    ToolWorkType GetToolWorkType() { return workType; }
+    /// Neither builds nor removes the spray cone.
+    void SetToolWorkType(ToolWorkType type) { workType = type; }
+    opencascade::handle<ViewShape> GetEndToolMdl() { return endToolMdl; }
+    /// The tool frame as the last Initial took it from the flange.
+    const gp_Trsf& GetToolTrsf() const { return toolTrsf; }
+    /// Tools have no joints to move: nothing to do, on purpose.
+    void Forward() {}
+    /// The end part touches the workpiece while a program is simulated, so its tolerance is 0 then.
+    void SetSimulatorState(bool simulating);
+
+    /// Brings the spray cone of a painting tool in step with the configured switch and sizes.
+    void SetPaintedTool();
+    /// Builds or refreshes the spray cone at a frame relative to the tool's base. While the host loads the
+    /// entity's mesh the cone is left as it is and a debug record says so.
+    void UpdatePaintedModel(const gp_Trsf& trsf);
+    /// The spray cone, or null.
+    opencascade::handle<ShapeEntity> GetPaintedMdl() const { return paintedMdl; }
+
+    /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets its cone.
+    void Initial() override;
+    Json::Value ToJson(const std::string& path) override;
+    /// Nothing happens without a root model.
+    /// @throws std::invalid_argument naming the key for a document of another kind or a wrong type; the tool
+    ///         stays as it was.
+    void LoadFromJson(const Json::Value& json) override;
+    void UpdateLinkModelNames() override;
+    /// "type" 4, "WorkType", and "EndHashID" where there is an end part.
+    void ExportParaToJson(Json::Value& out) override;
+
+private:
+    void UpdateCollisionMdlState() override;
+    bool CheckPaintData() const;
+    void RemovePaintedModel();
+    void PutOnParts(const std::vector<opencascade::handle<ShapeEntity>>& parts, const Json::Value& param);
+
+    gp_Trsf toolTrsf;
+    opencascade::handle<ViewShape> endToolMdl;
+    double endToolGap = 5.0;
+    ToolWorkType workType = WorkTypeWelding;
+    opencascade::handle<ShapeEntity> paintedMdl;
+};

@@ -1,0 +1,158 @@
+#include <mechanism/ToolEntity.h>
+
+#include "Checked.h"
+#include "Format.h"
+#include "TorchParts.h"
+
+#include <host/tools/gpHandle.h>
+
+using namespace mechanism_detail;
+
+namespace {
+
+constexpr double ToolCollisionGap = 5.0;
+constexpr std::size_t TorchPartCount = 3;
+
+} // namespace
+
+ToolEntity::ToolEntity() = default;
+ToolEntity::ToolEntity(GenericEntity* parent) : GenericEntityConfig(parent) {}
+ToolEntity::~ToolEntity() = default;
+
+// --- building ----------------------------------------------------------------------------------------------
+
+std::pair<bool, std::shared_ptr<ToolEntity>>
+ToolEntity::CreateToolEntityByParameter(const Json::Value& param) {
+    auto tool = std::make_shared<ToolEntity>();
+    if (!IsWeldGun(param)) {
+        return {false, tool};
+    }
+    const auto torch = BuildTorch(param);
+    if (!torch) {
+        return {false, tool};
+    }
+    const auto parts = MakeTorchParts(torch->shapes);
+    const opencascade::handle<ShapeEntity> root = new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid());
+    root->SetName("默认焊枪");
+    root->SetPrimitiveProperty(root->GetName(), Uuid::CreateUuid());
+    tool->SetEntityShape(root);
+    const auto flange = std::make_shared<Flange>();
+    flange->ChangeTrsf(gpHandle::LocEulerToTrsf(torch->tcp));
+    tool->AddFlange(flange);
+    tool->PutOnParts(parts, param);
+    root->Display(1, 0);
+    return {true, tool};
+}
+
+bool ToolEntity::UpdataToolParameterData(const Json::Value& param) {
+    if (!IsWeldGun(param)) {
+        return true;
+    }
+    std::vector<Uuid> identities;
+    for (const auto& [key, model] : fixMdls) {
+        identities.push_back(model->GetId());
+    }
+    if (identities.size() != TorchPartCount) {
+        return false;
+    }
+    const auto torch = BuildTorch(param);
+    if (!torch) {
+        return false;
+    }
+    if (flanges.empty()) {
+        AddFlange(std::make_shared<Flange>());
+    }
+    GetFlangeByIndex(0)->ChangeTrsf(gpHandle::LocEulerToTrsf(torch->tcp));
+    const auto root = opencascade::handle<ShapeEntity>::DownCast(rootMdl);
+    const gp_Trsf placement = root->LocalTransformation();
+    root->SetTransformation(gp_Trsf(), true);
+    root->RemoveFromView();
+    root->RemoveAllChild();
+    const auto parts = MakeTorchParts(torch->shapes);
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        parts[i]->SetId(identities[i]);
+    }
+    PutOnParts(parts, param);
+    root->Display(1, 0);
+    root->SetTransformation(placement, true);
+    return true;
+}
+
+void ToolEntity::PutOnParts(const std::vector<opencascade::handle<ShapeEntity>>& parts,
+                            const Json::Value& param) {
+    parameters = param;
+    AddSubMdlList({parts.begin(), parts.end()}, false);
+    endToolMdl = parts.front();
+    CreateCollisionMdl();
+    mechanismType = MechanismTool;
+}
+
+// --- state -------------------------------------------------------------------------------------------------
+
+void ToolEntity::Initial() {
+    if (!parameters["ToolWorkType"].isNull()) {
+        workType = static_cast<ToolWorkType>(parameters["ToolWorkType"].asInt());
+    }
+    if (!flanges.empty()) {
+        toolTrsf = flanges.front()->GetTrsf();
+    }
+    if (workType == WorkTypePainting) {
+        SetPaintedTool();
+    }
+}
+
+void ToolEntity::SetSimulatorState(bool simulating) {
+    if (!endToolMdl.IsNull()) {
+        endToolMdl->simulationTolerance = simulating ? 0.0 : endToolGap;
+    }
+}
+
+void ToolEntity::UpdateCollisionMdlState() { SetCheckCollisionGap(ToolCollisionGap); }
+
+void ToolEntity::UpdateLinkModelNames() {
+    for (const auto& [key, model] : fixMdls) {
+        model->SetName(format("工具:{} - 基座", GetName()));
+    }
+    for (std::size_t i = 0; i < links.size(); ++i) {
+        for (const auto& model : links[i]->models) {
+            if (!model.IsNull()) {
+                model->SetName(format("工具:{} - 轴{}", GetName(), i + 1));
+            }
+        }
+    }
+    Initial();
+}
+
+// --- persistence -------------------------------------------------------------------------------------------
+
+void ToolEntity::ExportParaToJson(Json::Value& out) {
+    out["type"] = static_cast<int>(MechanismTool);
+    out["WorkType"] = static_cast<int>(workType);
+    if (!endToolMdl.IsNull()) {
+        out["EndHashID"] = Json::UInt64(endToolMdl->GetHashKey());
+    }
+}
+
+Json::Value ToolEntity::ToJson(const std::string& path) {
+    ExportEntityPkg(this, path);
+    Json::Value json = Entity::ToJson("");
+    ExportParaToJson(json);
+    return json;
+}
+
+void ToolEntity::LoadFromJson(const Json::Value& json) {
+    if (rootMdl.IsNull()) {
+        return;
+    }
+    const Uuid id = Uuid::FromString(json["ID"].asString());
+    const std::uint64_t hash = json["HashID"].asUInt64();
+    const int type = json["WorkType"].asInt();
+    const Json::Value& endKey = json["EndHashID"];
+    const std::uint64_t end = endKey.asUInt64();
+    rootMdl->SetId(id);
+    SetHashIndex(hash);
+    workType = static_cast<ToolWorkType>(type);
+    if (!endKey.isNull()) {
+        endToolMdl = GetPart(end);
+    }
+}

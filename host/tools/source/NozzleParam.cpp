@@ -1,0 +1,76 @@
+#include <host/tools/NozzleParam.h>
+
+#include <cmath>
+#include <json/value.h>
+#include <json/writer.h>
+#include <limits>
+#include <stdexcept>
+
+namespace {
+
+constexpr double DefaultStickOut = 15.0;
+constexpr double Unlimited = std::numeric_limits<double>::max();
+
+/// A number of the document: where it goes, and between which bounds it must lie.
+struct Field {
+    const char* key;
+    double NozzleParam::*member;
+    double above;
+    double atMost;
+    bool required;
+};
+
+constexpr Field Fields[] = {
+    {"tip_radius", &NozzleParam::tipRadius, 0, Unlimited, true},
+    {"tip_length", &NozzleParam::tipLength, 0, Unlimited, true},
+    {"nozzle_radius", &NozzleParam::nozzleRadius, 0, Unlimited, true},
+    {"nozzle_length", &NozzleParam::nozzleLength, 0, Unlimited, true},
+    {"neck_radius", &NozzleParam::neckRadius, 0, Unlimited, true},
+    {"body_radius", &NozzleParam::bodyRadius, 0, Unlimited, true},
+    {"tcp_z", &NozzleParam::tcpZ, 0, Unlimited, true},
+    {"tcp_x", &NozzleParam::tcpX, -Unlimited, Unlimited, true},
+    {"torch_angle", &NozzleParam::torchAngle, 90, 180, true},
+    {"body_length", &NozzleParam::bodyLength, 0, Unlimited, true},
+    // A wire cut flush with the tip is a torch too.
+    {"stick_out", &NozzleParam::stickOut, -std::numeric_limits<double>::min(), Unlimited, false},
+    {"guard_clearance", &NozzleParam::guardClearance, 0, Unlimited, false},
+};
+
+std::string Expectation(const Field& field) {
+    std::string text = "a finite number";
+    if (field.above > -1) {
+        text += field.above < 0 ? " of at least 0" : " above " + std::to_string(static_cast<int>(field.above));
+    }
+    if (field.atMost < Unlimited) {
+        text += ", at most " + std::to_string(static_cast<int>(field.atMost));
+    }
+    return text;
+}
+
+double ReadField(const Json::Value& json, const Field& field) {
+    const Json::Value& value = json[field.key];
+    const double number = value.isNumeric() ? value.asDouble() : std::nan("");
+    if (!std::isfinite(number) || number <= field.above || number > field.atMost) {
+        Json::StreamWriterBuilder writer;
+        writer["indentation"] = "";
+        throw std::invalid_argument(std::string(field.key) + ": " + Json::writeString(writer, value) +
+                                    ", expected " + Expectation(field));
+    }
+    return number;
+}
+
+} // namespace
+
+void NozzleParam::LoadFrom(const Json::Value& json) {
+    if (!json.isObject()) {
+        throw std::invalid_argument("nozzle: expected an object");
+    }
+    NozzleParam loaded = *this;
+    loaded.stickOut = DefaultStickOut;
+    for (const Field& field : Fields) {
+        if (field.required || json.isMember(field.key)) {
+            loaded.*field.member = ReadField(json, field);
+        }
+    }
+    *this = loaded;
+}
