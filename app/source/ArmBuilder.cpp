@@ -1,9 +1,9 @@
 #include <TopLoc_Location.hxx>
-#include <array>
 #include <cell/ArmBuilder.h>
 #include <cell/ArmShapes.h>
 #include <cell/Solids.h>
 #include <cell/Systems.h>
+#include <cell/Text.h>
 #include <gp_Vec.hxx>
 #include <host/tools/DataHandle.h>
 #include <host/tools/gpHandle.h>
@@ -16,6 +16,8 @@ namespace {
 /// How far the robot's axes may stray from the description's: its rounded digits move them by less.
 constexpr double SameLine = 1e-4;      // mm
 constexpr double SameDirection = 1e-7; // rad
+
+constexpr int ShownDecimals = 6;
 
 /// Fine enough that silhouettes look round at the size of a screen.
 constexpr double RelativeDeflection = 0.0004;
@@ -84,11 +86,11 @@ void RequireSameAxes(const ArmDescription& arm, const RobotEntity& robot) {
         const double apart = Length(Cross(offset, joint.axis));
         const double turned = Length(Minus(Turn(world, {0, 0, 1}), joint.axis));
         if (!(apart <= SameLine && turned <= SameDirection)) {
-            arm.node.At("joints").Items("joints")[i].Refuse(
-                "an axis that an arm of structure " + std::to_string(arm.structure) +
-                    " does not have there (" + std::to_string(apart) + " mm and " + std::to_string(turned) +
-                    " rad off)",
-                "joint origins and axes that fit arm_structure");
+            const JsonNode node = arm.node.At("joints").Items("joints")[i];
+            node.At(turned <= SameDirection ? "origin_mm" : "axis")
+                .Refuse("joints that fit arm_structure, which is " + std::to_string(arm.structure) + " (" +
+                        Rounded(apart, ShownDecimals) + " mm and " + Rounded(turned, ShownDecimals) +
+                        " rad off)");
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <cell/JsonNode.h>
 #include <cmath>
 #include <fstream>
+#include <iterator>
 #include <json/reader.h>
 #include <json/writer.h>
 #include <limits>
@@ -24,16 +25,16 @@ std::string Compact(const Json::Value& value) {
 }
 
 std::string ReadAll(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::ostringstream text;
-    if (!std::filesystem::is_regular_file(file) && std::filesystem::exists(file) &&
-        std::filesystem::is_directory(file)) {
+    std::error_code error;
+    if (std::filesystem::is_directory(file, error)) {
         throw InputError(file.string(), "", "is a folder", "a JSON file");
     }
-    if (!stream || !(text << stream.rdbuf())) {
+    std::ifstream stream(file, std::ios::binary);
+    const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    if (!stream.is_open() || stream.bad()) {
         throw InputError(file.string(), "", "cannot be read", "a JSON file");
     }
-    return text.str();
+    return text;
 }
 
 // The parser's report is "* Line 3, Column 5\n  Message\n..."; the first entry is the cause, the rest follows
@@ -49,7 +50,7 @@ std::string ReadAll(const std::filesystem::path& file) {
     };
     trim(place);
     trim(message);
-    throw InputError(file.string(), place, message, "a JSON document");
+    throw InputError(file.string(), place, message, "a JSON document with each key once");
 }
 
 } // namespace

@@ -55,6 +55,7 @@ int Guarded(const std::function<void()>& command) {
 int main(int argc, char** argv) {
     CLI::App app("Robot cells on the command line: what they are made of, where they reach, how they move.");
     app.require_subcommand(1);
+    app.fallthrough();
     bool verbose = false;
     app.add_flag("--verbose", verbose, "Show the library's log on standard error");
 

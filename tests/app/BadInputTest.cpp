@@ -1,0 +1,173 @@
+#include "Documents.h"
+
+#include <cell/Cell.h>
+#include <cell/Commands.h>
+#include <cell/InputError.h>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sstream>
+
+using namespace cell;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+/// A change that makes a good document bad, and what the report must say.
+struct Fault {
+    const char* name;
+    const char* path;  ///< as jsoncpp writes paths, which is also how reports do, apart from the leading dot
+    const char* value; ///< JSON text; empty takes the key away
+    const char* expected;
+};
+
+void PrintTo(const Fault& fault, std::ostream* out) { *out << fault.name; }
+
+Json::Value Parse(const std::string& text) {
+    std::istringstream stream(text);
+    Json::Value json;
+    stream >> json;
+    return json;
+}
+
+void Apply(const Fault& fault, Json::Value& document) {
+    const std::string path = fault.path;
+    if (*fault.value != '\0') {
+        Json::Path(path).make(document) = Parse(fault.value);
+        return;
+    }
+    const std::size_t dot = path.rfind('.');
+    Json::Value& parent = dot == 0 ? document : Json::Path(path.substr(0, dot)).make(document);
+    const std::string key = path.substr(dot + 1);
+    ASSERT_TRUE(parent.isMember(key)) << path;
+    parent.removeMember(key);
+}
+
+std::string ReportOf(const std::filesystem::path& file) {
+    try {
+        Cell::Load(file);
+    } catch (const InputError& error) {
+        return error.what();
+    }
+    return "accepted";
+}
+
+class BadInput : public testing::TestWithParam<Fault> {
+protected:
+    void Check(Json::Value document) {
+        Apply(GetParam(), document);
+        const auto file = folder.Write("faulty.json", ToText(document));
+        EXPECT_THAT(ReportOf(file),
+                    AllOf(StartsWith(file.string() + ": "),
+                          HasSubstr(std::string(GetParam().path).substr(1) + ": "), HasSubstr(", expected "),
+                          HasSubstr(GetParam().expected), Not(HasSubstr("\n"))));
+        const PlanRequest request{file, folder.path / "out"};
+        std::ostringstream table;
+        EXPECT_THROW(Plan(request, table), InputError);
+        EXPECT_FALSE(std::filesystem::exists(request.folder));
+        EXPECT_EQ(table.str(), "");
+    }
+
+    Folder folder;
+};
+
+using BadArm = BadInput;
+using BadCell = BadInput;
+
+Json::Value GoodCell() {
+    Json::Value cell = ReadDocument(Example("cells/arc_welding.json"));
+    cell["mechanisms"][0]["model"] = Example("arms/abb_irb2400_10.json").string();
+    Json::Value second = cell["mechanisms"][0];
+    second["name"] = "helper";
+    second["hash"] = 7;
+    second.removeMember("placement");
+    cell["mechanisms"].append(second);
+    cell["mounts"] = Parse(R"([{"entity": "helper", "on": "welder", "place": 0}])");
+    return cell;
+}
+
+} // namespace
+
+TEST_P(BadArm, IsReportedWithItsPlace) { Check(ReadDocument(Example("arms/abb_irb2400_10.json"))); }
+TEST_P(BadCell, IsReportedWithItsPlace) { Check(GoodCell()); }
+
+constexpr const char* OneJoint =
+    R"([{"origin_mm": [0, 0, 0], "axis": [0, 0, 1], "min_deg": -1, "max_deg": 1}])";
+
+INSTANTIATE_TEST_SUITE_P(
+    Arm, BadArm,
+    testing::Values(
+        Fault{"KindOfLater", ".kind", "\"pedestal\"", "robot"},
+        Fault{"KindOfWrongType", ".kind", "3", "a text"}, Fault{"NoName", ".name", "", "missing, expected"},
+        Fault{"StructureUnknown", ".arm_structure", "3", "from 0 to 2"},
+        Fault{"CoupledAsText", ".coupled", "\"no\"", "true or false"},
+        Fault{"CoupledWithSixJoints", ".joints", OneJoint, "1 joint, expected at least two"},
+        Fault{"JointsNoList", ".joints", "{}", "a list"},
+        Fault{"OriginTooShort", ".joints[1].origin_mm", "[1, 2]", "[1,2], expected three numbers"},
+        Fault{"OriginNoNumber", ".joints[1].origin_mm[2]", "\"x\"", "a finite number"},
+        Fault{"OriginMissing", ".joints[1].origin_mm", "", "missing"},
+        Fault{"AxisZero", ".joints[2].axis", "[0, 0, 0]", "[0,0,0], expected a direction of length 1"},
+        Fault{"AxisTooLong", ".joints[2].axis", "[0, 0, 1.00001]", "length 1"},
+        Fault{"AxisUnfit", ".joints[2].axis", "[1, 0, 0]", "fit arm_structure"},
+        Fault{"AxisReversed", ".joints[0].axis", "[0, 0, -1]", "fit arm_structure"},
+        Fault{"LimitsReversed", ".joints[3].min_deg", "500", "at most max_deg"},
+        Fault{"LimitNull", ".joints[3].max_deg", "null", "a finite number"},
+        Fault{"FlangeOblique", ".flange.x_axis", "[0.6, 0, 0.8]", "perpendicular"},
+        Fault{"FlangeMissing", ".flange", "", "missing"}),
+    [](const auto& entry) { return entry.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    Cell, BadCell,
+    testing::Values(
+        Fault{"NameMissing", ".name", "", "missing"},
+        Fault{"MechanismsNoList", ".mechanisms", "\"robot\"", "a list of mechanisms"},
+        Fault{"NameTwice", ".mechanisms[1].name", "\"welder\"", "no other mechanism has"},
+        Fault{"HashTwice", ".mechanisms[1].hash", "2400", "welder has this one"},
+        Fault{"HashZero", ".mechanisms[0].hash", "0", "0, expected a whole number from 1"},
+        Fault{"HashNegative", ".mechanisms[0].hash", "-1", "-1, expected"},
+        Fault{"KindUnknown", ".mechanisms[0].kind", "\"crane\"", "\"crane\", expected one of robot"},
+        Fault{"KeyMisspelt", ".mechanisms[0].placment", "{}", "unknown key, expected one of"},
+        Fault{"PlacementShort", ".mechanisms[0].placement.location_mm", "[0, 0]", "three numbers"},
+        Fault{"ToolNoAngles", ".mechanisms[0].tools[0].euler_deg", "", "missing"},
+        Fault{"MountUnknown", ".mounts[0].entity", "\"nobody\"", "\"nobody\", expected the name"},
+        Fault{"MountOnUnknown", ".mounts[0].on", "\"nowhere\"", "the name of a mechanism"},
+        Fault{"MountPlace", ".mounts[0].place", "1", "from 0 to 0"},
+        Fault{"SystemUnknown", ".systems[0].robot", "\"nobody\"", "the name of a robot"},
+        Fault{"SystemTwice", ".systems[1].robot", "\"welder\"", "does not lead a system yet"},
+        Fault{"StateWithoutSystem", ".key_states.home.robot", "\"helper\"", "leads one of systems"},
+        Fault{"StateShort", ".key_states.home.values_deg", "[1, 2]", "2 values, expected 6"},
+        Fault{"StateBeyondLimit", ".key_states.home.values_deg", "[0, 0, 65.01, 0, 0, 0]",
+              "65.01 degrees at joint 3 of welder, expected from -60.0001 to 65.0021"},
+        Fault{"MotionKind", ".motions[0].kind", "\"jump\"", "one of joint_steps, tcp_gap"},
+        Fault{"MotionTwice", ".motions[1].name", "\"approach\"", "no other motion"},
+        Fault{"MotionState", ".motions[0].states[1]", "\"lost\"", "one of key_states"},
+        Fault{"MotionOneState", ".motions[0].states", "[\"home\"]", "at least two"},
+        Fault{"StepsCount", ".motions[0].steps_deg", "[1, 1]", "2 steps, expected 6"},
+        Fault{"StepZero", ".motions[0].steps_deg[3]", "0", "above 0"},
+        Fault{"StepsTiny", ".motions[0].steps_deg", "[1e-9, 1, 1, 1, 1, 1]", "at most 1000000 states"},
+        Fault{"GapNegative", ".motions[1].gap_mm", "-5", "above 0"},
+        Fault{"GapMissing", ".motions[1].gap_mm", "", "missing"}),
+    [](const auto& entry) { return entry.param.name; });
+
+TEST(BadMount, OnWhatTheEntityCarriesIsRefused) {
+    const Folder folder;
+    Json::Value cell = GoodCell();
+    cell["mounts"].append(Parse(R"({"entity": "welder", "on": "helper", "place": 0})"));
+    EXPECT_THAT(ReportOf(folder.Write("cell.json", ToText(cell))), HasSubstr("mounts[1]: "));
+}
+
+TEST(BadText, IsReportedWithTheFile) {
+    const Folder folder;
+    const auto report = [&](const std::string& text) { return ReportOf(folder.Write("text.json", text)); };
+    EXPECT_THAT(ReportOf(folder.path / "absent.json"), HasSubstr("absent.json: cannot be read, expected"));
+    EXPECT_THAT(ReportOf(folder.path), HasSubstr("is a folder"));
+    EXPECT_THAT(report(""), AllOf(HasSubstr("text.json: Line 1"), HasSubstr("expected a JSON document")));
+    EXPECT_THAT(report("{\"name\": \n oops}"), AllOf(HasSubstr("Line 2"), Not(HasSubstr("\n"))));
+    EXPECT_THAT(report(R"({"name": "a", "name": "b"})"), HasSubstr("Duplicate key: 'name'"));
+    EXPECT_THAT(report("{} {}"), HasSubstr("expected a JSON document"));
+    EXPECT_THAT(report(R"({"name": NaN})"), HasSubstr("expected a JSON document"));
+    EXPECT_THAT(report("[1]"), HasSubstr("[1], expected an object"));
+    EXPECT_THAT(report(std::string(100000, '[')), HasSubstr("expected a JSON document"));
+}

@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# Exit codes and streams of the program itself: program.sh PROGRAM EXAMPLES
+set -uo pipefail
+program=$1
+examples=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+failures=0
+
+fail() {
+    echo "FAILED: $*"
+    failures=$((failures + 1))
+}
+
+# expect CODE LINES_ON_STDERR ARGUMENT...
+expect() {
+    local code=$1 lines=$2 got
+    shift 2
+    "$program" "$@" >"$work/out" 2>"$work/err" </dev/null
+    got=$?
+    [ "$got" -eq "$code" ] || fail "$*: exit code $got, expected $code"
+    if [ "$lines" != any ] && [ "$(wc -l <"$work/err")" -ne "$lines" ]; then
+        fail "$*: standard error has $(wc -l <"$work/err") lines, expected $lines: $(cat "$work/err")"
+    fi
+    if [ "$code" -ne 0 ] && [ -s "$work/out" ]; then
+        fail "$*: wrote to standard output in spite of the failure"
+    fi
+}
+
+arm=$examples/arms/ur_ur10e.json
+cell=$examples/cells/arc_welding.json
+
+expect 0 0 info "$arm"
+grep -q -- "-270 to 450" "$work/out" || fail "info: the limits are not the file's"
+expect 0 0 info "$cell"
+expect 0 0 fk "$arm" --values-deg -10,20,30,40,50,60
+expect 0 0 plan "$cell" --out "$work/plan"
+[ -s "$work/plan/trace.json" ] || fail "plan: no trace"
+
+expect 1 1 info "$work/absent.json"
+expect 1 1 fk "$arm" --values-deg 1,2
+expect 1 1 fk "$arm" --robot nobody --values-deg 1,2,3,4,5,6
+expect 1 1 plan "$arm" --out "$work/none"
+[ ! -e "$work/none" ] || fail "plan: made a folder for nothing"
+DISPLAY='' expect 1 1 render "$cell" --out "$work/none.png"
+expect 1 1 render "$cell" --out "$work/none.txt"
+[ ! -e "$work/none.png" ] || fail "render: left a picture behind"
+
+expect 2 any
+expect 2 any paint "$cell"
+expect 2 any plan "$cell"
+
+# A picture needs a display; without Xvfb there is nothing to try it on.
+if command -v xvfb-run >/dev/null; then
+    xvfb-run -a -s "-screen 0 1280x1024x24" "$program" render "$cell" --state "$work/plan/trace.json" \
+        --out "$work/cell.png" 2>"$work/err" || fail "render: $(cat "$work/err")"
+    size=$(od -An -tx1 -j16 -N8 "$work/cell.png" | tr -d ' \n')
+    [ "$size" = 00000500000003c0 ] || fail "render: width and height are $size, expected 1280 x 960"
+    # An empty background compresses to a few kilobytes.
+    [ "$(wc -c <"$work/cell.png")" -gt 40000 ] || fail "render: the picture is blank"
+fi
+
+exit $((failures > 0))
