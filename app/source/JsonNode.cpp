@@ -2,12 +2,8 @@
 #include <cell/InputError.h>
 #include <cell/JsonNode.h>
 #include <cmath>
-#include <fstream>
-#include <iterator>
-#include <json/reader.h>
 #include <json/writer.h>
 #include <limits>
-#include <sstream>
 
 namespace cell {
 
@@ -24,56 +20,7 @@ std::string Compact(const Json::Value& value) {
     return Json::writeString(writer, value);
 }
 
-std::string ReadAll(const std::filesystem::path& file) {
-    std::error_code error;
-    if (std::filesystem::is_directory(file, error)) {
-        throw InputError(file.string(), "", "is a folder", "a JSON file");
-    }
-    std::ifstream stream(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
-    if (!stream.is_open() || stream.bad()) {
-        throw InputError(file.string(), "", "cannot be read", "a JSON file");
-    }
-    return text;
-}
-
-// The parser's report is "* Line 3, Column 5\n  Message\n..."; the first entry is the cause, the rest follows
-// from it.
-[[noreturn]] void RefuseSyntax(const std::filesystem::path& file, const std::string& report) {
-    std::istringstream lines(report);
-    std::string place;
-    std::string message;
-    std::getline(lines, place);
-    std::getline(lines, message);
-    const auto trim = [](std::string& text) {
-        text.erase(0, std::min(text.find_first_not_of("* "), text.size()));
-    };
-    trim(place);
-    trim(message);
-    throw InputError(file.string(), place, message, "a JSON document with each key once");
-}
-
 } // namespace
-
-JsonNode JsonNode::Load(const std::filesystem::path& file) {
-    const std::string text = ReadAll(file);
-    auto document = std::make_shared<Document>();
-    document->file = file;
-    Json::CharReaderBuilder builder;
-    Json::CharReaderBuilder::strictMode(&builder.settings_);
-    builder["rejectDupKeys"] = true;
-    std::string report;
-    try {
-        const std::unique_ptr<Json::CharReader> reader(builder.newCharReader());
-        if (!reader->parse(text.data(), text.data() + text.size(), &document->root, &report)) {
-            RefuseSyntax(file, report);
-        }
-    } catch (const Json::Exception& error) {
-        throw InputError(file.string(), "", error.what(), "a JSON document");
-    }
-    const Json::Value* root = &document->root;
-    return {std::move(document), root, ""};
-}
 
 JsonNode JsonNode::Member(const std::string& key, const Json::Value* member) const {
     return {document, member, path.empty() ? key : path + "." + key};

@@ -18,30 +18,23 @@ namespace cell {
 
 namespace {
 
-constexpr double MajorGrid = 500; // mm
-constexpr double MinorGrid = 100; // mm
-/// How far lines lie above the floor so that the two do not flicker into each other.
-constexpr double GridLift = 1.5; // mm
-constexpr double FloorThickness = 20;
-/// Floor around the cell, as part of its size.
-constexpr double FloorMargin = 0.24;
 /// The triad and the marks of key poses, as parts of the cell's size.
 constexpr double TriadSize = 0.085;
 constexpr double MarkRadius = 0.0055;
+/// Robots nearer to the floor than this (mm) stand on it.
+constexpr double LowestPlinth = 10;
 /// Tools shorter than this need no neck to be seen as part of the arm.
 constexpr double ShortestTool = 30; // mm
 
-const Quantity_Color Ground(0.86, 0.875, 0.89, Quantity_TOC_sRGB);
-const Quantity_Color GridMajor(0.56, 0.60, 0.65, Quantity_TOC_sRGB);
-const Quantity_Color GridMinor(0.75, 0.775, 0.80, Quantity_TOC_sRGB);
+/// Size (mm) of a cell with nothing in it.
+constexpr double EmptyScene = 1000;
+
 const Quantity_Color Concrete(0.66, 0.68, 0.70, Quantity_TOC_sRGB);
 const Quantity_Color Neck(0.30, 0.32, 0.35, Quantity_TOC_sRGB);
 const Quantity_Color Ink(0.16, 0.19, 0.24, Quantity_TOC_sRGB);
 const std::array<Quantity_Color, 4> PathColours = {
     Quantity_Color(0.05, 0.42, 0.80, Quantity_TOC_sRGB), Quantity_Color(0.85, 0.10, 0.35, Quantity_TOC_sRGB),
     Quantity_Color(0.02, 0.60, 0.40, Quantity_TOC_sRGB), Quantity_Color(0.50, 0.25, 0.75, Quantity_TOC_sRGB)};
-
-double SizeOf(const Bnd_Box& box) { return box.IsVoid() ? 1000 : std::sqrt(box.SquareExtent()); }
 
 Bnd_Box BoxOf(const opencascade::handle<ViewShape>& model) {
     Bnd_Box box;
@@ -56,6 +49,8 @@ Graphic3d_MaterialAspect Matt() {
 }
 
 } // namespace
+
+double Scene::Size() const { return extent.IsVoid() ? EmptyScene : std::sqrt(extent.SquareExtent()); }
 
 void Scene::ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour, bool matt) {
     opencascade::handle<BaseViewShape> model = new BaseViewShape(shape);
@@ -84,8 +79,7 @@ void Scene::ShowText(const std::string& text, const gp_Pnt& place, double height
     viewer.Context()->Display(label, Standard_False);
 }
 
-// --- robots
-// --------------------------------------------------------------------------------------------------
+// --- robots ------------------------------------------------------------
 
 void Scene::ShowBody(const opencascade::handle<ViewShape>& model) {
     if (!model.IsNull()) {
@@ -110,7 +104,7 @@ void Scene::ShowRobot(RobotEntity& robot) {
 /// A robot that is placed above the floor and carried by nothing stands on a block.
 void Scene::ShowPlinth(RobotEntity& robot) {
     const double height = robot.GetRootMdlTrsf().TranslationPart().Z();
-    if (height < FloorThickness || robot.GetMountingEntity() != nullptr || !robot.IsRobotUp()) {
+    if (height < LowestPlinth || robot.GetMountingEntity() != nullptr || !robot.IsRobotUp()) {
         return;
     }
     Bnd_Box foot;
@@ -146,14 +140,13 @@ void Scene::ShowTool(const RobotEntity& robot) {
     if (!robot.GetToolFrame().IsNull()) {
         robot.GetToolFrame()->Hide();
     }
-    const int size = std::max(1, static_cast<int>(TriadSize * SizeOf(extent)));
+    const int size = std::max(1, static_cast<int>(TriadSize * Size()));
     const auto triad = ViewShapeUtil::GenDirModel(gpHandle::TrsfToAx2(tcp), size);
     triad->Display(1, -1);
     extent.Add(to);
 }
 
-// --- paths
-// ---------------------------------------------------------------------------------------------------
+// --- paths ------------------------------------------------------------
 
 void Scene::ShowPath(const PlannedMotion& planned, std::size_t number) {
     const Quantity_Color& colour = PathColours[number % PathColours.size()];
@@ -176,78 +169,14 @@ void Scene::ShowPath(const PlannedMotion& planned, std::size_t number) {
 /// The thin line down to the floor tells where in depth the pose is.
 void Scene::ShowKeyPose(const KeyState& key, const Quantity_Color& colour) {
     const gp_Pnt place = key.state.GetLocEuler(0).location;
-    const double radius = MarkRadius * SizeOf(extent);
+    const double radius = MarkRadius * Size();
     ShowSolid(Ball(place, radius), colour, false);
-    const gp_Pnt below(place.X(), place.Y(), GridLift);
+    const gp_Pnt below(place.X(), place.Y(), LineLift);
     extent.Add(below);
     if (place.Z() > radius) {
         ShowLines(BRepBuilderAPI_MakeEdge(place, below).Shape(), colour, 1.0, Aspect_TOL_DASH);
     }
     ShowText(key.name, place.Translated(gp_Vec(0, 0, 2.2 * radius)), 17);
-}
-
-// --- floor
-// ---------------------------------------------------------------------------------------------------
-
-namespace {
-
-struct FloorPlan {
-    double xLow, xHigh, yLow, yHigh;
-
-    explicit FloorPlan(const Bnd_Box& around) {
-        const double margin = FloorMargin * SizeOf(around);
-        const gp_Pnt low = around.CornerMin();
-        const gp_Pnt high = around.CornerMax();
-        const auto down = [](double v) { return std::floor(v / MinorGrid) * MinorGrid; };
-        const auto up = [](double v) { return std::ceil(v / MinorGrid) * MinorGrid; };
-        xLow = down(low.X() - margin);
-        xHigh = up(high.X() + margin);
-        yLow = down(low.Y() - margin);
-        yHigh = up(high.Y() + margin);
-    }
-
-    void AddLines(double spacing, bool skipMajor, Assembly& lines) const {
-        const auto wanted = [&](double v) { return !skipMajor || std::fmod(v, MajorGrid) != 0; };
-        for (double x = std::ceil(xLow / spacing) * spacing; x <= xHigh; x += spacing) {
-            if (wanted(x)) {
-                lines.Add(BRepBuilderAPI_MakeEdge(gp_Pnt(x, yLow, GridLift), gp_Pnt(x, yHigh, GridLift)));
-            }
-        }
-        for (double y = std::ceil(yLow / spacing) * spacing; y <= yHigh; y += spacing) {
-            if (wanted(y)) {
-                lines.Add(BRepBuilderAPI_MakeEdge(gp_Pnt(xLow, y, GridLift), gp_Pnt(xHigh, y, GridLift)));
-            }
-        }
-    }
-};
-
-} // namespace
-
-void Scene::ShowFloor() {
-    const FloorPlan plan(extent);
-    ShowSolid(
-        BRepPrimAPI_MakeBox(gp_Pnt(plan.xLow, plan.yLow, -FloorThickness), gp_Pnt(plan.xHigh, plan.yHigh, 0))
-            .Shape(),
-        Ground, true);
-    Assembly minor;
-    plan.AddLines(MinorGrid, true, minor);
-    ShowLines(minor.Shape(), GridMinor, 1.0, Aspect_TOL_SOLID);
-    Assembly major;
-    plan.AddLines(MajorGrid, false, major);
-    ShowLines(major.Shape(), GridMajor, 1.6, Aspect_TOL_SOLID);
-    ShowScale();
-}
-
-/// Names the major lines at the two near edges of what is shown, where the picture is sure to have floor.
-void Scene::ShowScale() {
-    const double nearY = extent.CornerMin().Y() - MinorGrid;
-    const double nearX = extent.CornerMax().X() + MinorGrid;
-    for (double x = std::ceil(extent.CornerMin().X() / MajorGrid) * MajorGrid; x < nearX; x += MajorGrid) {
-        ShowText("X " + Rounded(x, 0) + " mm", gp_Pnt(x, nearY, GridLift), 14);
-    }
-    for (double y = std::ceil(nearY / MajorGrid) * MajorGrid; y < extent.CornerMax().Y(); y += MajorGrid) {
-        ShowText("Y " + Rounded(y, 0) + " mm", gp_Pnt(nearX, y, GridLift), 14);
-    }
 }
 
 } // namespace cell

@@ -11,6 +11,9 @@ namespace cell {
 /// centres with their key poses, and a floor with a grid in millimetres.
 class Scene {
 public:
+    /// How far (mm) lines lie above the floor so that the two do not flicker into each other.
+    static constexpr double LineLift = 1.5;
+
     explicit Scene(Viewer& viewer_) : viewer(viewer_) {}
 
     void ShowRobot(RobotEntity& robot);
@@ -21,6 +24,8 @@ public:
     const Bnd_Box& Extent() const { return extent; }
 
 private:
+    /// Diagonal of what is shown, mm; marks and margins are parts of it.
+    double Size() const;
     void ShowBody(const opencascade::handle<ViewShape>& model);
     void ShowPlinth(RobotEntity& robot);
     void ShowTool(const RobotEntity& robot);
