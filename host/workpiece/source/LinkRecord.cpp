@@ -172,6 +172,8 @@ bool IsSameFrame(const gp_Trsf& a, const gp_Trsf& b) {
 
 } // namespace
 
+void GenericEntityConfig::CheckLinkRecord(const Json::Value& json) { ReadRecord(json); }
+
 LinkRod* GenericEntityConfig::UpdateLinkRodPara(const Json::Value& json, bool carryBodies) {
     const LinkRecord record = ReadRecord(json);
     LinkRod* parent = GetLinkByHash(record.parentHash);

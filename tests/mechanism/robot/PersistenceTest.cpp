@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <host/tools/gpHandle.h>
 #include <mechanism/RobotEntity.h>
@@ -73,6 +74,43 @@ TEST_F(RobotPersistence, MoreRowsThanLinksFailLoudly) {
     ASSERT_FALSE(log.Records().empty());
     EXPECT_EQ(log.Records().back().text, "存在异常的空数据");
     EXPECT_EQ(log.Records().back().function, "RobotEntity::LoadFromJson");
+}
+
+TEST_F(RobotPersistence, FaultyDocumentsAreRefusedByKeyAndChangeNothing) {
+    const auto altered = [&](auto change) {
+        Json::Value json = robot.ToJson("");
+        json["HashID"] = 12;
+        change(json);
+        return json;
+    };
+    const std::vector<std::pair<std::string, Json::Value>> faulty = {
+        {"type", altered([](auto& json) { json["type"] = 3; })},
+        {"HashID", altered([](auto& json) { json["HashID"] = "12"; })},
+        {"ID", altered([](auto& json) { json["ID"] = 5; })},
+        {"ID: \"no identifier\"", altered([](auto& json) { json["ID"] = "no identifier"; })},
+        {"ToolLib[0]", altered([](auto& json) { json["ToolLib"][0].resize(11); })},
+        {"CurrentToolIndex", altered([](auto& json) { json["CurrentToolIndex"] = -1; })},
+        {"DH", altered([](auto& json) { json["DH"][2].append(0.0); })},
+        {"DH", altered([](auto& json) { json["DH"][2][1] = "x"; })},
+        {"J3.axis_min", altered([](auto& json) { json["J3"]["axis_min"] = 500.0; })},
+        {"J4", altered([](auto& json) { json["J4"] = 4; })},
+        {"RobotBrand", altered([](auto& json) { json["RobotBrand"] = "x"; })},
+        {"document", Json::Value("text")},
+    };
+    const Json::Value before = robot.ToJson("");
+    for (const auto& [key, json] : faulty) {
+        try {
+            robot.LoadFromJson(json);
+            ADD_FAILURE() << key;
+        } catch (const std::invalid_argument& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(key));
+        }
+        EXPECT_EQ(robot.ToJson(""), before) << key;
+    }
+    Json::Value shortRow = before;
+    shortRow["DH"][0].resize(3); // a, alpha, d: theta is padded, and is zero there
+    robot.LoadFromJson(shortRow);
+    EXPECT_NEAR(robot.GetArmDH()[0][2], before["DH"][0][2].asDouble(), 1e-9);
 }
 
 TEST_F(RobotPersistence, ModelsAreNamedAfterTheRobotAndNullModelsAreSkipped) {

@@ -43,6 +43,9 @@ public:
     /// Writes the package to `path` (an empty path writes none), then answers the robot's document.
     Json::Value ToJson(const std::string& path) override;
     /// Restores the robot from its document. Nothing happens without a root model.
+    /// @throws std::invalid_argument naming the key for a document of another kind or a value of the wrong type;
+    ///         the robot stays as it was. std::string "...RobotEntity::LoadFromJson存在异常的空数据" for a table
+    ///         with more rows than the chain has links; the links up to there have their new rows then.
     void LoadFromJson(const Json::Value& json) override;
     /// Joint limits of the robot's system, each narrowed by the margin (rad). They come out in the order of
     /// the coupling record of this robot's hash, from `index[0]` on; an unfilled record gives an empty list.

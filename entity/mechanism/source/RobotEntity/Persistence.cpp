@@ -1,11 +1,14 @@
-#include "Checked.h"
 #include "DhTable.h"
+#include "Document.h"
 #include "Failure.h"
 #include "Format.h"
 
 #include <host/tools/DataHandle.h>
 #include <mechanism/RobotEntity.h>
 #include <numbers>
+#include <optional>
+#include <stdexcept>
+#include <utility>
 
 using namespace mechanism_detail;
 
@@ -42,21 +45,103 @@ Json::Value TableToJson(const std::vector<RobotEntity::DhRow>& table) {
     return json;
 }
 
-// Rows as the document has them, or nothing where an element is no row and the table must come from the
-// links.
-bool ReadTable(const Json::Value& json, std::vector<RobotEntity::DhRow>& table) {
-    table.clear();
+// Rows of the document, or nothing where an element is no row and the table must come from the links.
+std::optional<std::vector<RobotEntity::DhRow>> ReadTable(const Json::Value& json) {
+    if (!json.isNull() && !json.isArray()) {
+        Refuse("DH", json, "an array of rows");
+    }
+    std::vector<RobotEntity::DhRow> table;
     for (const Json::Value& numbers : json) {
         if (!numbers.isArray()) {
-            return false;
+            return std::nullopt;
         }
         RobotEntity::DhRow row{};
-        for (Json::ArrayIndex i = 0; i < numbers.size() && i < row.size(); ++i) {
+        if (numbers.size() > row.size()) {
+            Refuse("DH", numbers, "at most four numbers a row");
+        }
+        for (Json::ArrayIndex i = 0; i < numbers.size(); ++i) {
+            if (!numbers[i].isNumeric()) {
+                Refuse("DH", numbers, "numbers");
+            }
             row[i] = numbers[i].asDouble();
         }
         table.push_back(row);
     }
-    return true;
+    return table;
+}
+
+std::vector<gp_Trsf> ReadTools(const Json::Value& json) {
+    if (!json.isArray()) {
+        Refuse("ToolLib", json, "an array of transforms");
+    }
+    std::vector<gp_Trsf> tools;
+    for (Json::ArrayIndex i = 0; i < json.size(); ++i) {
+        try {
+            tools.push_back(DataHandle::JsonArrToTrsf(json[i]));
+        } catch (const std::invalid_argument& error) {
+            throw std::invalid_argument(format("ToolLib[{}]: {}", i, error.what()));
+        }
+    }
+    return tools;
+}
+
+int ReadToolIndex(const Json::Value& json) {
+    const int index = ReadInt(json, "CurrentToolIndex");
+    if (index < 0) {
+        Refuse("CurrentToolIndex", json["CurrentToolIndex"], "0 or more");
+    }
+    return index;
+}
+
+// What the document adds to a link's own record; the rest of it passes through.
+Json::Value CompletedRecord(const Json::Value& json, std::size_t number, const LinkRod& link,
+                            const RobotEntity::DhRow& row) {
+    Json::Value record = json[LinkKey(number)];
+    if (!record.isNull() && !record.isObject()) {
+        Refuse(LinkKey(number), record, "an object");
+    }
+    record["name"] = "Link" + std::to_string(number);
+    record["joint_type"] = static_cast<int>(JointZ);
+    record["joint_value"] = 0;
+    record["link_hash"] = Json::UInt64(link.linkHash);
+    record["parent_link_hash"] = Json::UInt64(link.parent != nullptr ? link.parent->linkHash : 0);
+    record["center_trsf"] = DataHandle::TrsfToJsonSix(DhToTrsf(row));
+    return record;
+}
+
+// Everything that can be refused is read before the robot changes; only a table longer than the chain is
+// found out on the way.
+struct RobotDocument {
+    Uuid id;
+    std::uint64_t hash = 0;
+    std::optional<std::vector<gp_Trsf>> tools;
+    int currentTool = 0;
+    std::optional<std::vector<RobotEntity::DhRow>> table;
+    int brand = 0;
+};
+
+RobotDocument ReadDocument(const Json::Value& json) {
+    RequireType(json, MechanismRobot);
+    RobotDocument document;
+    document.id = ReadId(json);
+    document.hash = ReadHash(json, "HashID");
+    if (!json["ToolLib"].isNull()) {
+        document.tools = ReadTools(json["ToolLib"]);
+        document.currentTool = ReadToolIndex(json);
+    }
+    document.table = ReadTable(json["DH"]);
+    document.brand = ReadInt(json, "RobotBrand");
+    return document;
+}
+
+void CheckLinkRecords(const Json::Value& json, const std::vector<RobotEntity::DhRow>& table, const LinkRod* link) {
+    for (std::size_t i = 0; i < table.size() && link != nullptr; ++i, link = link->GetSubLink(0)) {
+        try {
+            GenericEntityConfig::CheckLinkRecord(CompletedRecord(json, i + 1, *link, table[i]));
+        } catch (const std::invalid_argument& error) {
+            throw std::invalid_argument(LinkKey(i + 1) + "." + error.what());
+        }
+    }
 }
 
 } // namespace
@@ -87,36 +172,26 @@ void RobotEntity::LoadFromJson(const Json::Value& json) {
     if (GetRootMdl().IsNull()) {
         return;
     }
-    GetRootMdl()->SetId(Uuid::FromString(json["ID"].asString()));
-    SetHashIndex(json["HashID"].asUInt64());
-    if (!json["ToolLib"].isNull()) {
-        tools.clear();
-        for (const Json::Value& tool : json["ToolLib"]) {
-            tools.push_back(DataHandle::JsonArrToTrsf(tool));
-        }
-        currentTool = json["CurrentToolIndex"].asInt();
+    RobotDocument document = ReadDocument(json);
+    CheckLinkRecords(json, document.table.value_or(std::vector<DhRow>()), GetRootLink(0));
+    GetRootMdl()->SetId(document.id);
+    SetHashIndex(document.hash);
+    if (document.tools) {
+        tools = std::move(*document.tools);
+        currentTool = document.currentTool;
     }
     Initial();
-    if (!ReadTable(json["DH"], armDH)) {
-        armDH = GetArmDH1989(this);
-    }
+    armDH = document.table ? std::move(*document.table) : GetArmDH1989(this);
     LinkRod* link = rootLink;
     for (std::size_t i = 0; i < armDH.size(); ++i) {
         if (link == nullptr) {
             Fail(family::RobotEntity, __LINE__, "RobotEntity::LoadFromJson", "存在异常的空数据");
         }
-        Json::Value record = json[LinkKey(i + 1)];
-        record["name"] = "Link" + std::to_string(i + 1);
-        record["joint_type"] = static_cast<int>(JointZ);
-        record["joint_value"] = 0;
-        record["link_hash"] = Json::UInt64(link->linkHash);
-        record["parent_link_hash"] = Json::UInt64(link->parent != nullptr ? link->parent->linkHash : 0);
-        record["center_trsf"] = DataHandle::TrsfToJsonSix(DhToTrsf(armDH[i]));
-        UpdateLinkRodPara(record, false);
+        UpdateLinkRodPara(CompletedRecord(json, i + 1, *link, armDH[i]), false);
         link = link->GetSubLink(0);
     }
     UpdateInfo();
-    robotBrand = json["RobotBrand"].asInt();
+    robotBrand = document.brand;
 }
 
 void RobotEntity::ExportParaToJson(Json::Value& out) { out["RobotBrand"] = robotBrand; }

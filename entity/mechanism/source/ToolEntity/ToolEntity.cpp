@@ -1,6 +1,6 @@
 #include <mechanism/ToolEntity.h>
 
-#include "Checked.h"
+#include "Document.h"
 #include "Format.h"
 #include "TorchParts.h"
 
@@ -144,15 +144,15 @@ void ToolEntity::LoadFromJson(const Json::Value& json) {
     if (rootMdl.IsNull()) {
         return;
     }
-    const Uuid id = Uuid::FromString(json["ID"].asString());
-    const std::uint64_t hash = json["HashID"].asUInt64();
-    const int type = json["WorkType"].asInt();
-    const Json::Value& endKey = json["EndHashID"];
-    const std::uint64_t end = endKey.asUInt64();
+    RequireType(json, MechanismTool);
+    const Uuid id = ReadId(json);
+    const std::uint64_t hash = ReadHash(json, "HashID");
+    const int type = ReadInt(json, "WorkType");
+    const std::uint64_t end = ReadHash(json, "EndHashID");
     rootMdl->SetId(id);
     SetHashIndex(hash);
     workType = static_cast<ToolWorkType>(type);
-    if (!endKey.isNull()) {
+    if (!json["EndHashID"].isNull()) {
         endToolMdl = GetPart(end);
     }
 }

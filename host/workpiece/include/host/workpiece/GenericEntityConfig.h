@@ -48,6 +48,9 @@ public:
     /// change. True: they keep their place in the link's frame and move with it.
     /// @return the link. @throws std::invalid_argument naming key, value and expectation; nothing changed then.
     LinkRod* UpdateLinkRodPara(const Json::Value& json, bool carryBodies);
+    /// Whether a record is well formed in itself; its link and parent are not looked up.
+    /// @throws std::invalid_argument as UpdateLinkRodPara does.
+    static void CheckLinkRecord(const Json::Value& json);
     /// The keys "name", "joint_type", "joint_value", "link_hash", "parent_link_hash", "center_trsf" of a link.
     Json::Value LinkToJson(LinkRod* const link) const;
 

@@ -1,0 +1,55 @@
+#include "Document.h"
+
+#include <json/writer.h>
+#include <stdexcept>
+
+namespace mechanism_detail {
+
+void Refuse(const std::string& key, const Json::Value& value, const std::string& expected) {
+    Json::StreamWriterBuilder writer;
+    writer["indentation"] = "";
+    throw std::invalid_argument(key + ": " + Json::writeString(writer, value) + ", expected " + expected);
+}
+
+std::uint64_t ReadHash(const Json::Value& json, const char* key) {
+    const Json::Value& value = json[key];
+    if (!value.isNull() && !value.isUInt64()) {
+        Refuse(key, value, "an unsigned 64-bit number");
+    }
+    return value.asUInt64();
+}
+
+int ReadInt(const Json::Value& json, const char* key) {
+    const Json::Value& value = json[key];
+    if (!value.isNull() && !value.isInt()) {
+        Refuse(key, value, "a whole number");
+    }
+    return value.asInt();
+}
+
+std::string ReadText(const Json::Value& json, const char* key) {
+    const Json::Value& value = json[key];
+    if (!value.isNull() && !value.isString()) {
+        Refuse(key, value, "a text");
+    }
+    return value.asString();
+}
+
+Uuid ReadId(const Json::Value& json) {
+    try {
+        return Uuid::FromString(ReadText(json, "ID"));
+    } catch (const std::invalid_argument&) {
+        Refuse("ID", json["ID"], "an identifier of the form 8-4-4-4-12 hexadecimal digits");
+    }
+}
+
+void RequireType(const Json::Value& json, int type) {
+    if (!json.isObject()) {
+        Refuse("document", json, "an object");
+    }
+    if (json.isMember("type") && ReadInt(json, "type") != type) {
+        Refuse("type", json["type"], std::to_string(type));
+    }
+}
+
+} // namespace mechanism_detail

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <host/tools/Uuid.h>
+#include <json/value.h>
+#include <string>
+
+/// Reading the documents of mechanisms. A key that is not there, or null, reads as zero; a value of another
+/// type is refused by name before anything of the entity has changed.
+namespace mechanism_detail {
+
+/// @throws std::invalid_argument "KEY: VALUE, expected ...".
+[[noreturn]] void Refuse(const std::string& key, const Json::Value& value, const std::string& expected);
+
+std::uint64_t ReadHash(const Json::Value& json, const char* key);
+int ReadInt(const Json::Value& json, const char* key);
+std::string ReadText(const Json::Value& json, const char* key);
+/// The key "ID".
+Uuid ReadId(const Json::Value& json);
+/// @throws std::invalid_argument when the document names another kind of mechanism, or is no object.
+void RequireType(const Json::Value& json, int type);
+
+} // namespace mechanism_detail

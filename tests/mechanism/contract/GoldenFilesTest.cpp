@@ -1,0 +1,55 @@
+#include <fstream>
+#include <gtest/gtest.h>
+#include <json/reader.h>
+#include <mechanism/ContextState.h>
+#include <mechanism/RobotEntity.h>
+#include <mechanism/ToolEntity.h>
+#include <support/Registrar.h>
+#include <support/SampleMechanisms.h>
+#include <support/SampleTools.h>
+#include <support/TrsfMatcher.h>
+
+// Documents of earlier versions stay readable, and mean what they meant.
+
+namespace {
+
+Json::Value Golden(const char* name) {
+    std::ifstream file(std::string(TEST_DATA) + "/" + name);
+    Json::Value json;
+    file >> json;
+    return json;
+}
+
+TEST(GoldenFiles, ARobot) {
+    RobotEntity robot{sample::Build(sample::SixAxisArm(), 1).get()};
+    robot.LoadFromJson(Golden("robot.json"));
+    EXPECT_EQ(robot.GetHashIndex(), 16045690984503098046U);
+    EXPECT_EQ(robot.GetRootMdl()->GetId().ToString(), "0f1e2d3c-4b5a-6978-8796-a5b4c3d2e1f0");
+    EXPECT_EQ(robot.GetToolIndex(), 1);
+    EXPECT_NEAR(robot.GetCurrentTool().TranslationPart().Z(), 325.5, 1e-12);
+    EXPECT_NEAR(robot.GetLink(2)->GetLimit().first, -1.5, 1e-9);
+    EXPECT_NEAR(robot.GetArmDH()[2][0], 600, 1e-9);
+}
+
+TEST(GoldenFiles, ATool) {
+    const auto tool = ToolEntity::CreateToolEntityByParameter(Golden("tool_parameters.json")).second;
+    tool->LoadFromJson(Golden("tool.json"));
+    EXPECT_EQ(tool->GetToolWorkType(), ToolEntity::WorkTypePainting);
+    EXPECT_EQ(tool->GetHashIndex(), 808U);
+    EXPECT_EQ(tool->GetEndToolMdl(), tool->GetFixMdls()[0]);
+}
+
+TEST(GoldenFiles, AState) {
+    const Registrar system(2001, {.pedestal = 1, .joints = 6, .robots = 1, .benches = {}});
+    GrpState state(2001);
+    ASSERT_TRUE(state.FromJson(Golden("state.json")));
+    EXPECT_EQ(state.GetValues(), (std::vector<double>{0.1, -0.2, 0.3, 1e-17, 1.7976931348623157e308, -0.5, 1234.5}));
+    EXPECT_EQ(state.GetLocEuler(0).location.Y(), -250.125);
+    EXPECT_EQ(state.GetLogicalCmd(), "WAIT 1");
+    EXPECT_EQ(state.GetToolIndex(), 3);
+    EXPECT_EQ(state.GetOffset(), 2.5F);
+    EXPECT_FALSE(state.NeedExport());
+    EXPECT_TRUE(state.IsValidWorkState());
+}
+
+} // namespace

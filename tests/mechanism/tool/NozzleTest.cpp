@@ -1,0 +1,117 @@
+#include <BRepCheck_Analyzer.hxx>
+#include <BRepClass3d_SolidClassifier.hxx>
+#include <BRepGProp.hxx>
+#include <GProp_GProps.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
+#include <gmock/gmock.h>
+#include <gp_Quaternion.hxx>
+#include <host/tools/NozzleParam.h>
+#include <host/tools/gpHandle.h>
+#include <limits>
+#include <numbers>
+#include <support/SampleTools.h>
+
+namespace {
+
+LocEuler TcpOf(const NozzleParam& nozzle) {
+    gp_Quaternion turn(gp_Vec(0, 1, 0), (180 - nozzle.torchAngle) * std::numbers::pi / 180);
+    return {gp_Pnt(nozzle.tcpX, 0, nozzle.tcpZ), gpHandle::QuaToEuler(turn)};
+}
+
+double Volume(const TopoDS_Shape& shape) {
+    GProp_GProps properties;
+    BRepGProp::VolumeProperties(shape, properties);
+    return properties.Mass();
+}
+
+bool Contains(const TopoDS_Shape& shape, const gp_Pnt& point) {
+    BRepClass3d_SolidClassifier classifier(shape, point, 1e-6);
+    return classifier.State() == TopAbs_IN;
+}
+
+TEST(Nozzle, StartsEmptyAndClearsItsSizesAlone) {
+    NozzleParam nozzle;
+    EXPECT_EQ(nozzle.tipRadius + nozzle.bodyLength + nozzle.stickOut, 0);
+    EXPECT_EQ(nozzle.guardClearance, 10);
+    nozzle.LoadFrom(sample::TorchParameters());
+    nozzle.SetZero();
+    EXPECT_EQ(nozzle.tipRadius + nozzle.bodyRadius, 0);
+    EXPECT_EQ(nozzle.tcpZ, 330);
+    EXPECT_EQ(nozzle.bodyLength, 110);
+}
+
+TEST(Nozzle, GivesFiveValidSolidsWhereTheNumbersPutThem) {
+    for (const double angle : {180.0, 158.0, 135.0}) {
+        Json::Value json = sample::TorchParameters();
+        json["torch_angle"] = angle;
+        json["tcp_x"] = angle == 180 ? 0.0 : (180 - angle) * 3;
+        NozzleParam nozzle;
+        nozzle.LoadFrom(json);
+        const LocEuler tcp = TcpOf(nozzle);
+        const auto [built, shapes] = NozzleParam::LoadTcpLocEuler(nozzle, tcp);
+        ASSERT_TRUE(built) << angle;
+        ASSERT_EQ(shapes.size(), 5U);
+        for (const TopoDS_Shape& shape : shapes) {
+            EXPECT_TRUE(BRepCheck_Analyzer(shape).IsValid());
+            EXPECT_GT(Volume(shape), 0) << "closed, and the right way out";
+        }
+        const gp_Trsf frame = gpHandle::EulerToTrsf(tcp);
+        const auto behind = [&](double distance) { return gp_Pnt(0, 0, -distance).Transformed(frame); };
+        EXPECT_TRUE(Contains(shapes[0], behind(15 + 4))) << "tip";
+        EXPECT_TRUE(Contains(shapes[1], behind(15 + 8 + 40))) << "gas nozzle";
+        EXPECT_TRUE(Contains(shapes[2], behind(15 + 8 + 75 + 5))) << "neck reaches the nozzle";
+        EXPECT_TRUE(Contains(shapes[2], gp_Pnt(0, 0, 115))) << "neck reaches the body";
+        EXPECT_TRUE(Contains(shapes[3], gp_Pnt(20, 0, -15 - 8 - 40).Transformed(frame))) << "guard";
+        EXPECT_NEAR(Volume(shapes[4]), std::numbers::pi * 28 * 28 * 110, 1) << "body";
+        for (const TopoDS_Shape& shape : shapes) {
+            EXPECT_FALSE(Contains(shape, tcp.location)) << "the wire stands free";
+        }
+    }
+}
+
+struct BadNumber {
+    const char* key;
+    Json::Value value;
+};
+
+TEST(Nozzle, RefusesNumbersByNameAndKeepsWhatItHad) {
+    const double infinity = std::numeric_limits<double>::infinity();
+    const std::vector<BadNumber> bad = {{"tip_radius", 0.0},    {"tip_length", -1.0},    {"nozzle_radius", "12"},
+                                        {"tcp_z", infinity},    {"tcp_x", std::nan("")}, {"torch_angle", 181.0},
+                                        {"torch_angle", 90.0},  {"stick_out", -0.5},     {"guard_clearance", 0.0},
+                                        {"body_length", Json::Value()}};
+    for (const auto& [key, value] : bad) {
+        NozzleParam nozzle;
+        Json::Value json = sample::TorchParameters();
+        json[key] = value;
+        try {
+            nozzle.LoadFrom(json);
+            ADD_FAILURE() << key;
+        } catch (const std::invalid_argument& error) {
+            EXPECT_THAT(error.what(), testing::HasSubstr(key));
+            EXPECT_THAT(error.what(), testing::HasSubstr("expected a finite number"));
+        }
+        EXPECT_EQ(nozzle.nozzleLength, 0) << key;
+    }
+}
+
+TEST(Nozzle, AnswersFalseForWhatIsNoTorch) {
+    const std::vector<BadNumber> noTorch = {
+        {"tcp_z", 60.0},         // the nozzle would stand inside the body
+        {"neck_radius", 200.0},  // thicker than the body, and than any bend
+        {"tip_radius", 12.5},    // wider than the gas nozzle
+        {"tcp_x", -900.0},       // a bend backwards
+    };
+    for (const auto& [key, value] : noTorch) {
+        Json::Value json = sample::TorchParameters();
+        json[key] = value;
+        NozzleParam nozzle;
+        nozzle.LoadFrom(json);
+        const auto [built, shapes] = NozzleParam::LoadTcpLocEuler(nozzle, TcpOf(nozzle));
+        EXPECT_FALSE(built) << key;
+        EXPECT_TRUE(shapes.empty()) << key;
+    }
+}
+
+} // namespace

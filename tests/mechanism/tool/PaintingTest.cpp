@@ -1,0 +1,99 @@
+#include <gtest/gtest.h>
+#include <host/tools/CADParamConfig.h>
+#include <host/tools/gpHandle.h>
+#include <host/view/TriangleModel.h>
+#include <mechanism/ToolEntity.h>
+#include <support/LogCapture.h>
+#include <support/SampleTools.h>
+#include <support/TrsfMatcher.h>
+
+namespace {
+
+class Painting : public testing::Test {
+protected:
+    Painting() {
+        config.paintUpRadius = 10;
+        config.paintDownRadius = 100;
+        config.paintLength = 200;
+        config.paintShown = true;
+        tool->SetToolWorkType(ToolEntity::WorkTypePainting);
+    }
+    ~Painting() override { config.paintShown = false; }
+
+    TopoDS_Shape Cone() const { return tool->GetPaintedMdl()->Shape(); }
+
+    CADParamConfig& config = *CADParamConfig::GetInstance();
+    std::shared_ptr<ToolEntity> tool = ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second;
+};
+
+TEST_F(Painting, TheConeStandsAtTheToolCentreAndFollowsTheTool) {
+    const gp_Trsf place = gpHandle::EulerToTrsf(LocEuler({100, 0, 50}, {0, 0.3, 0}));
+    tool->SetRootMdlTrsf(place);
+    tool->Initial();
+    const auto cone = tool->GetPaintedMdl();
+    ASSERT_FALSE(cone.IsNull());
+    EXPECT_THAT(cone->Shape().Location().Transformation(), IsTrsf(tool->GetToolTrsf(), 1e-12, 1e-12));
+    EXPECT_THAT(cone->Transformation(), IsTrsf(place, 1e-9, 1e-12)) << "the root's placement, once";
+    const gp_Trsf elsewhere = gpHandle::EulerToTrsf(LocEuler({0, 400, 50}, {0.2, 0, 0}));
+    tool->SetRootMdlTrsf(elsewhere);
+    EXPECT_THAT(cone->Transformation(), IsTrsf(elsewhere, 1e-9, 1e-12));
+    EXPECT_TRUE(cone->IsDisplayed());
+    EXPECT_FALSE(cone->takesPartInCollision);
+    EXPECT_GT(cone->GetBVHMdl()->Size(), 10U);
+    EXPECT_EQ(cone->GetLayers().back().second.transparency, 0.8);
+    EXPECT_FALSE(tool->GetWatertightMeshModel().IsNull());
+    EXPECT_EQ(tool->GetFixMdls().size(), 3U) << "a cone is no part of the tool";
+}
+
+TEST_F(Painting, IsRebuiltOnlyWhenSizeFrameOrSwitchChanged) {
+    tool->Initial();
+    const TopoDS_Shape first = Cone();
+    tool->SetPaintedTool();
+    EXPECT_TRUE(Cone().IsSame(first));
+    config.paintUpRadius = 10.9;
+    tool->SetPaintedTool();
+    EXPECT_TRUE(Cone().IsSame(first)) << "within the millimetre";
+    config.paintUpRadius = 11.0;
+    tool->SetPaintedTool();
+    EXPECT_FALSE(Cone().IsSame(first));
+    const TopoDS_Shape second = Cone();
+    config.paintShown = false;
+    tool->SetPaintedTool();
+    tool->SetPaintedTool();
+    EXPECT_FALSE(tool->GetPaintedMdl()->IsDisplayed());
+    tool->GetRootMdl()->Display(1, 0);
+    EXPECT_FALSE(tool->GetPaintedMdl()->IsDisplayed()) << "showing the tool does not bring the cone back";
+    config.paintShown = true;
+    tool->SetPaintedTool();
+    EXPECT_TRUE(tool->GetPaintedMdl()->IsDisplayed());
+    EXPECT_FALSE(Cone().IsSame(second));
+    EXPECT_TRUE(tool->UpdataToolParameterData(sample::TorchParameters())) << "the cone is not a fourth part";
+    EXPECT_EQ(tool->GetRootMdl()->Children().Size(), 4);
+}
+
+TEST_F(Painting, WaitsWhileAMeshIsLoadedAndSwitchedOffToolsHaveNoCone) {
+    LogCapture log;
+    LogUtils::Logger()->set_level(spdlog::level::debug);
+    tool->SetLoadMeshModel(true);
+    tool->SetPaintedTool();
+    EXPECT_TRUE(tool->GetPaintedMdl().IsNull());
+    ASSERT_EQ(log.Records().size(), 1U);
+    EXPECT_EQ(log.Records()[0].level, spdlog::level::debug);
+    EXPECT_EQ(log.Records()[0].line, 343);
+    EXPECT_EQ(log.Records()[0].function, "ToolEntity::UpdatePaintedModel");
+    EXPECT_EQ(log.Records()[0].text, "正在构建喷涂模型中，请稍后重试");
+    tool->SetLoadMeshModel(false);
+    tool->SetPaintedTool();
+    EXPECT_FALSE(tool->GetPaintedMdl().IsNull()) << "a later try succeeds";
+
+    ToolEntity welding;
+    welding.SetPaintedTool();
+    EXPECT_TRUE(welding.GetPaintedMdl().IsNull());
+    ToolEntity never;
+    never.SetToolWorkType(ToolEntity::WorkTypePainting);
+    config.paintShown = false;
+    never.SetPaintedTool();
+    EXPECT_TRUE(never.GetPaintedMdl().IsNull());
+}
+
+} // namespace
