@@ -27,7 +27,7 @@ void Cell::ReadMechanism(const JsonNode& item) {
     mechanisms.push_back({kind.Text(), std::move(entity), item});
 }
 
-void Cell::ReadMount(const JsonNode& item) {
+void Cell::ReadMount(const JsonNode& item) const {
     item.OnlyKeys({"entity", "on", "place"});
     const auto require = [&](const char* key) -> GenericEntityConfig& {
         GenericEntityConfig* entity = Find(item.At(key).Text());

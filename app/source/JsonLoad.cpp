@@ -16,7 +16,7 @@ std::string ReadAll(const std::filesystem::path& file) {
         throw InputError(file.string(), "", "is a folder", "a JSON file");
     }
     std::ifstream stream(file, std::ios::binary);
-    const std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     if (!stream.is_open() || stream.bad()) {
         throw InputError(file.string(), "", "cannot be read", "a JSON file");
     }

@@ -74,7 +74,7 @@ void Scene::ShowText(const std::string& text, const gp_Pnt& place, double height
     label->SetColor(Ink);
     label->SetFont(Font_NOF_SANS_SERIF);
     label->SetFontAspect(Font_FA_Bold);
-    // Above everything else: a name that is half hidden reads as nothing, and names cast no shadows.
+    // In a layer of their own names cast no shadows.
     label->SetZLayer(Graphic3d_ZLayerId_Topmost);
     viewer.Context()->Display(label, Standard_False);
 }

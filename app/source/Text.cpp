@@ -29,15 +29,15 @@ std::optional<double> ParseNumber(std::string_view text) {
 
 std::string Shortest(double number) {
     std::array<char, LongestNumber> text;
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
+    char* const end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
     return {text.data(), end};
 }
 
 std::string Rounded(double number, int decimals) {
     std::array<char, LongestNumber> buffer;
-    const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                                   std::chars_format::fixed, decimals)
-                         .ptr;
+    char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
+                                          std::chars_format::fixed, decimals)
+                                .ptr;
     std::string text(buffer.data(), end);
     if (text.find('.') != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);

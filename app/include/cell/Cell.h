@@ -64,7 +64,7 @@ private:
     void ReadArmAlone();
     void ReadCell();
     void ReadMechanism(const JsonNode& item);
-    void ReadMount(const JsonNode& item);
+    void ReadMount(const JsonNode& item) const;
     void ReadSystem(const JsonNode& item);
     void ReadKeyState(const std::string& stateName, const JsonNode& item);
     void ReadMotion(const JsonNode& item);
