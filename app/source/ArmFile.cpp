@@ -21,7 +21,7 @@ Triple ReadDirection(const JsonNode& node) {
 }
 
 ArmJoint ReadJoint(const JsonNode& node) {
-    const ArmJoint joint{node.At("origin_mm").Triple(), ReadDirection(node.At("axis")),
+    const ArmJoint joint{node.At("origin_mm").Position(), ReadDirection(node.At("axis")),
                          node.At("min_deg").Number(), node.At("max_deg").Number()};
     if (joint.minDeg > joint.maxDeg) {
         node.At("min_deg").Refuse("at most max_deg, which is " + node.At("max_deg").Value().asString());
@@ -30,7 +30,7 @@ ArmJoint ReadJoint(const JsonNode& node) {
 }
 
 Rigid ReadFlange(const JsonNode& node) {
-    const Triple origin = node.At("origin_mm").Triple();
+    const Triple origin = node.At("origin_mm").Position();
     const Triple x = ReadDirection(node.At("x_axis"));
     const Triple z = ReadDirection(node.At("z_axis"));
     if (!(std::abs(Dot(x, z)) <= UnitTolerance)) {

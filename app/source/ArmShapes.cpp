@@ -10,6 +10,9 @@ namespace {
 /// Thickness at each joint, as part of the length of the chain: industrial arms of all sizes taper alike.
 constexpr std::array<double, 7> Thickness = {0.070, 0.054, 0.045, 0.036, 0.029, 0.025, 0.022};
 
+/// A chain whose joints all meet in one point still gets bodies (mm).
+constexpr double ShortestChain = 50;
+
 /// Parts of the thickness at a joint.
 constexpr double LimbRadius = 0.72;
 constexpr double HingeHalfLength = 1.12;
@@ -39,6 +42,7 @@ public:
         for (std::size_t i = 0; i + 1 < points.size(); ++i) {
             chain += Length(Minus(points[i + 1], points[i]));
         }
+        chain = std::max(chain, ShortestChain);
     }
 
     ArmBodies Shape() const {

@@ -12,6 +12,9 @@ namespace {
 // Enough digits to recognise the value in the file, without the tail of its binary form.
 constexpr int ShownDigits = 15;
 
+/// Beyond a kilometre (mm) there is no cell, and solids lose their precision.
+constexpr double FarthestOut = 1e6;
+
 std::string Compact(const Json::Value& value) {
     Json::StreamWriterBuilder writer;
     writer["indentation"] = "";
@@ -138,6 +141,14 @@ std::array<double, 3> JsonNode::Triple() const {
     }
     const std::vector<double> numbers = Numbers();
     return {numbers[0], numbers[1], numbers[2]};
+}
+
+std::array<double, 3> JsonNode::Position() const {
+    const std::array<double, 3> position = Triple();
+    if (std::any_of(position.begin(), position.end(), [](double v) { return std::abs(v) > FarthestOut; })) {
+        Refuse("three numbers from -1000000 to 1000000 mm");
+    }
+    return position;
 }
 
 void JsonNode::Refuse(const std::string& expected) const { Refuse(Compact(*value), expected); }

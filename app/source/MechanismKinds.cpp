@@ -48,7 +48,7 @@ std::unique_ptr<GenericEntityConfig> ReadRobot(const JsonNode& item, const std::
 
 gp_Trsf ReadPlacement(const JsonNode& node) {
     node.OnlyKeys({"location_mm", "euler_deg"});
-    const Triple location = node.At("location_mm").Triple();
+    const Triple location = node.At("location_mm").Position();
     const Triple euler = node.At("euler_deg").Triple();
     return gpHandle::EulerToTrsf(LocEuler(
         gp_Pnt(location[0], location[1], location[2]),

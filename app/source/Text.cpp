@@ -36,8 +36,8 @@ std::string Shortest(double number) {
 std::string Rounded(double number, int decimals) {
     std::array<char, LongestNumber> buffer;
     char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,
-                                          std::chars_format::fixed, decimals)
-                                .ptr;
+                                    std::chars_format::fixed, decimals)
+                          .ptr;
     std::string text(buffer.data(), end);
     if (text.find('.') != std::string::npos) {
         text.erase(text.find_last_not_of('0') + 1);

@@ -108,6 +108,7 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"OriginTooShort", ".joints[1].origin_mm", "[1, 2]", "[1,2], expected three numbers"},
         Fault{"OriginNoNumber", ".joints[1].origin_mm[2]", "\"x\"", "a finite number"},
         Fault{"OriginMissing", ".joints[1].origin_mm", "", "missing"},
+        Fault{"OriginFarOut", ".joints[1].origin_mm", "[0, 0, 1e300]", "from -1000000"},
         Fault{"AxisZero", ".joints[2].axis", "[0, 0, 0]", "[0,0,0], expected a direction of length 1"},
         Fault{"AxisTooLong", ".joints[2].axis", "[0, 0, 1.00001]", "length 1"},
         Fault{"AxisUnfit", ".joints[2].axis", "[1, 0, 0]", "fit arm_structure"},

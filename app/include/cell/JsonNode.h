@@ -45,6 +45,8 @@ public:
     std::uint64_t Hash() const;
     std::vector<double> Numbers() const;
     std::array<double, 3> Triple() const;
+    /// A point of a cell: three numbers (mm), none farther out than a kilometre.
+    std::array<double, 3> Position() const;
 
     /// Reports the value as something other than what was expected.
     [[noreturn]] void Refuse(const std::string& expected) const;
