@@ -5,6 +5,7 @@
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Face.hxx>
+#include <TopoDS_Vertex.hxx>
 
 namespace {
 
@@ -20,6 +21,13 @@ void Mesh(const TopoDS_Face& face, double deflection) {
 
 TriangleModel::Point ToPoint(const gp_Pnt& p) { return TriangleModel::Point(p.X(), p.Y(), p.Z()); }
 
+void Add(const TriangleModel::Triangle& triangle, TriangleModel::Tree& tree) {
+    BVH_Box<double, 3> box(triangle.a);
+    box.Add(triangle.b);
+    box.Add(triangle.c);
+    tree.Add(triangle, box);
+}
+
 void AddFace(const TopoDS_Face& face, TriangleModel::Tree& tree) {
     TopLoc_Location location;
     const auto mesh = BRep_Tool::Triangulation(face, location);
@@ -27,18 +35,13 @@ void AddFace(const TopoDS_Face& face, TriangleModel::Tree& tree) {
         return;
     }
     const gp_Trsf& place = location.Transformation();
+    const auto node = [&](int n) { return ToPoint(mesh->Node(n).Transformed(place)); };
     for (int i = 1; i <= mesh->NbTriangles(); ++i) {
         int n1 = 0;
         int n2 = 0;
         int n3 = 0;
         mesh->Triangle(i).Get(n1, n2, n3);
-        const TriangleModel::Triangle triangle{ToPoint(mesh->Node(n1).Transformed(place)),
-                                               ToPoint(mesh->Node(n2).Transformed(place)),
-                                               ToPoint(mesh->Node(n3).Transformed(place))};
-        BVH_Box<double, 3> box(triangle.a);
-        box.Add(triangle.b);
-        box.Add(triangle.c);
-        tree.Add(triangle, box);
+        Add({node(n1), node(n2), node(n3)}, tree);
     }
 }
 
@@ -52,6 +55,11 @@ TriangleModel::TriangleModel(const TopoDS_Shape& shape, double deflection) {
         const TopoDS_Face& face = TopoDS::Face(faces.Current());
         Mesh(face, deflection);
         AddFace(face, tree);
+    }
+    for (TopExp_Explorer vertices(shape, TopAbs_VERTEX, TopAbs_EDGE); vertices.More(); vertices.Next()) {
+        const Point point = ToPoint(BRep_Tool::Pnt(TopoDS::Vertex(vertices.Current())));
+        Add({point, point, point}, tree);
+        singlePoint = tree.Size() == 1;
     }
     tree.Build();
 }

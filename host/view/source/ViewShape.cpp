@@ -28,10 +28,26 @@ void ViewShape::SetPrimitiveProperty(const std::string& primitiveName, const Uui
     primitive = {primitiveName, primitiveId};
 }
 
-void ViewShape::CreateBVHMdl(bool keep) {
+void ViewShape::CreateBVHMdl(bool keep) { CreateBVHMdl(Shape(), keep); }
+
+void ViewShape::CreateBVHMdl(const TopoDS_Shape& shape, bool keep) {
+    const std::scoped_lock lock(trianglesLock);
     if (!keep || !triangles) {
+        triangles = std::make_shared<TriangleModel>(shape, QueryDeflection);
+    }
+}
+
+std::shared_ptr<const TriangleModel> ViewShape::GetBVHMdl() const {
+    const std::scoped_lock lock(trianglesLock);
+    return triangles;
+}
+
+std::shared_ptr<const TriangleModel> ViewShape::EnsureBVHMdl() const {
+    const std::scoped_lock lock(trianglesLock);
+    if (!triangles) {
         triangles = std::make_shared<TriangleModel>(Shape(), QueryDeflection);
     }
+    return triangles;
 }
 
 IMeshTools_Parameters ViewShape::GetMeshPara(const opencascade::handle<Prs3d_Drawer>& drawer, double angle,

@@ -4,6 +4,7 @@
 #include <IMeshTools_Parameters.hxx>
 #include <host/view/BaseViewShape.h>
 #include <memory>
+#include <mutex>
 #include <string>
 
 class Prs3d_Drawer;
@@ -41,8 +42,12 @@ public:
     /// Builds the tree of triangles that distance queries search, in the shape's own frame: moving the shape
     /// costs no rebuild. @param keep keep a tree that is there; otherwise it is built anew.
     void CreateBVHMdl(bool keep);
-    /// Null until CreateBVHMdl has been called.
-    const std::shared_ptr<const TriangleModel>& GetBVHMdl() const { return triangles; }
+    /// The same with the triangles of another shape in place of the displayed one.
+    void CreateBVHMdl(const TopoDS_Shape& shape, bool keep);
+    /// Null until there is one.
+    std::shared_ptr<const TriangleModel> GetBVHMdl() const;
+    /// The one there is, or one made now; several threads may ask at once.
+    std::shared_ptr<const TriangleModel> EnsureBVHMdl() const;
 
     /// Parameters for BRepMesh_IncrementalMesh.
     /// @param drawer its relative deflection is taken over where it sets one; may be null.
@@ -66,5 +71,6 @@ private:
     PrimitiveProperty primitive;
     std::uint64_t hashKey = 0;
     std::uint64_t serial;
-    std::shared_ptr<const TriangleModel> triangles;
+    mutable std::mutex trianglesLock;
+    mutable std::shared_ptr<const TriangleModel> triangles;
 };
