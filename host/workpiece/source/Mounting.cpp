@@ -111,5 +111,6 @@ void GenericEntityConfig::AssembleOtherModel(GenericEntityConfig* other, const J
 void GenericEntityConfig::DisassembleModel(GenericEntityConfig* other) {
     if (other != nullptr && other->mountingEntity == this) {
         other->Dismount();
+        other->assembleTrsf = gp_Trsf(); // it was for this place and means nothing on the next
     }
 }

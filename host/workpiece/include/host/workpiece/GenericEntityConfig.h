@@ -69,7 +69,7 @@ public:
     /// @throws std::invalid_argument naming the key when there is no such link or place, the place is taken,
     ///         or the entity would carry itself; nothing changed then.
     void AssembleOtherModel(GenericEntityConfig* other, const Json::Value& place);
-    /// Takes a mounted entity off; its placement in the world stays.
+    /// Takes a mounted entity off; its placement in the world stays, its assembly transform is the identity.
     void DisassembleModel(GenericEntityConfig* other);
 
     /// Hangs models below the root model, in the order of their creation.
