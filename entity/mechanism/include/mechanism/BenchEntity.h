@@ -1,0 +1,76 @@
+#pragma once
+
+#include <array>
+#include <host/workpiece/GenericEntityConfig.h>
+#include <mechanism/Export.h>
+#include <set>
+#include <vector>
+
+class Workpiece;
+
+/// A workbench or positioner: one kinematic chain, possibly without axes, whose flanges carry workpieces.
+///
+/// Workpieces are not owned: take one off before it is destroyed. Values are rad for rotary and mm for linear
+/// joints; links keep identity centre transforms, so their axes are in the bench's frame.
+class MECHANISM_EXPORT BenchEntity : public GenericEntityConfig {
+public:
+    BenchEntity();
+    /// Takes over a built mechanism and is complete: Initial has run.
+    /// @throws std::invalid_argument for a null parent, else as Initial; no workpiece refers to it then.
+    explicit BenchEntity(GenericEntity* parent);
+    ~BenchEntity() override;
+
+    // --- framework operations ----------------------------------------------------------------------------
+    /// Takes placement, end frame, workpieces and table from the flanges and links.
+    /// @throws std::string "...BenchEntity::UpdateDH变位机结构错误：不支持多条运动链", logged at critical,
+    /// for
+    ///         more than one root link.
+    void Initial() override;
+    /// Names every model after the bench, then runs Initial.
+    void UpdateLinkModelNames() override;
+    /// Lets go of all workpieces; models and mounting stay.
+    void Delete() override;
+    /// Writes the package to `path` (an empty path writes none), then answers the common keys and "type".
+    Json::Value ToJson(const std::string& path) override;
+    /// Reads "ID" and "HashID". Nothing happens without a root model.
+    /// @throws std::invalid_argument naming key, value and expectation; the bench stays as it was.
+    void LoadFromJson(const Json::Value& json) override;
+    /// The base's data, and "WorkbenchSystem": the hashes of the bench's systems, ascending; no key without
+    /// any.
+    Json::Value DataToJson(const std::string& path) override;
+
+    // --- workpieces --------------------------------------------------------------------------------------
+    /// Puts a workpiece on the first free flange, or on a new one past the last. One that already hangs on a
+    /// flange stays there.
+    /// @return the flange's index; -1 for null and for a workpiece that the bench has already.
+    /// @throws std::invalid_argument, with nothing changed, when the workpiece cannot be mounted.
+    int AddWorkpiece(Workpiece* w);
+    /// Lets go of the workpiece: no carrier, identity as assembly transform, out of the set. The framework's
+    /// mounting is ended by DisassembleModel.
+    void DeleteWorkpiece(Workpiece* w);
+    bool IsContainWorkpiece(Workpiece* const w) const { return workpieces.contains(w); }
+    const std::set<Workpiece*>& GetAllWorkpieces() const { return workpieces; }
+
+    // --- frames ------------------------------------------------------------------------------------------
+    /// Two rows a link: translation (mm) of its centre transform, then its gp_Intrinsic_XYZ angles (rad); the
+    /// fourth number is 0.
+    const std::vector<std::array<double, 4>>& GetBenchDH() const { return benchDH; }
+    /// Moves the bench to explicit values and answers GetEndTrsfBy; too few values move nothing.
+    /// @param flag move the view models along.
+    gp_Trsf KinematicForward(const std::vector<double>& values, bool flag);
+    /// Displacement of the flange frame from its rest placement, in the world.
+    gp_Trsf GetEndTrsfBy();
+    /// World frame of flange 0 at rest.
+    gp_Trsf GetPlacementTrsf() { return GetRootMdlTrsf() * placementTrsf; }
+    /// Hash of the link that workpieces are put on; 0 (the base) for a bench without axes.
+    std::uint64_t GetPlacementLinkHash() const;
+    /// The host's kinematics moves the links: nothing to do, on purpose.
+    void Forward() {}
+
+private:
+    void UpdateDH();
+
+    std::set<Workpiece*> workpieces;
+    gp_Trsf placementTrsf;
+    std::vector<std::array<double, 4>> benchDH;
+};
