@@ -39,7 +39,8 @@ constexpr Field Fields[] = {
 std::string Expectation(const Field& field) {
     std::string text = "a finite number";
     if (field.above > -1) {
-        text += field.above < 0 ? " of at least 0" : " above " + std::to_string(static_cast<int>(field.above));
+        text +=
+            field.above < 0 ? " of at least 0" : " above " + std::to_string(static_cast<int>(field.above));
     }
     if (field.atMost < Unlimited) {
         text += ", at most " + std::to_string(static_cast<int>(field.atMost));

@@ -43,7 +43,8 @@ Frame FrameOf(const NozzleParam& nozzle, const LocEuler& tcp) {
     const gp_Dir forward = gp::DZ().Transformed(gpHandle::EulerToTrsf(tcp));
     const gp_Vec back(forward.Reversed());
     const gp_Pnt nozzleEnd = tcp.location.Translated(back * (nozzle.stickOut + nozzle.tipLength));
-    return {gp_Pnt(0, 0, nozzle.bodyLength), nozzleEnd.Translated(back * nozzle.nozzleLength), nozzleEnd, forward};
+    return {gp_Pnt(0, 0, nozzle.bodyLength), nozzleEnd.Translated(back * nozzle.nozzleLength), nozzleEnd,
+            forward};
 }
 
 opencascade::handle<Geom_BezierCurve> NeckCurve(const Frame& frame) {

@@ -59,7 +59,8 @@ void BaseViewShape::Hide() const {
     displayed = false;
     if (HasInteractiveContext()) {
         InteractiveContext()->Erase(Mutable(this), Standard_False);
-        // A child that came into view with its parent is not the context's own object, only the presentation's.
+        // A child that came into view with its parent is not the context's own object, only the
+        // presentation's.
         InteractiveContext()->MainPrsMgr()->Erase(Mutable(this), -1);
     }
 }

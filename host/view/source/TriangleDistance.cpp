@@ -13,8 +13,9 @@ Corners CornersOf(const Triangle& triangle) { return {triangle.a, triangle.b, tr
 
 double Clamped(double value) { return std::clamp(value, 0.0, 1.0); }
 
-// Nearest points of two segments: the free minimum on one is clamped and the other follows, twice, which reaches
-// the minimum of this convex function of two parameters (Ericson, Real-Time Collision Detection, 5.1.9).
+// Nearest points of two segments: the free minimum on one is clamped and the other follows, twice, which
+// reaches the minimum of this convex function of two parameters (Ericson, Real-Time Collision
+// Detection, 5.1.9).
 double SegmentSquareDistance(const Point& p, const Point& q, const Point& r, const Point& s) {
     const Point d1 = q - p;
     const Point d2 = s - r;

@@ -86,7 +86,8 @@ ViewShapeCollision::NearestPoint Answer(bool found, double square, double tolera
 
 ViewShapeCollision::NearestPoint
 ViewShapeCollision::CalcPQPToleranceNereastPnt(const opencascade::handle<ViewShape>& a,
-                                               const opencascade::handle<ViewShape>& b, double tolerance, int mode) {
+                                               const opencascade::handle<ViewShape>& b, double tolerance,
+                                               int mode) {
     const TriangleModel* small = &ModelOf(a);
     const TriangleModel* large = &ModelOf(b);
     gp_Trsf smallInLarge = b->Transformation().Inverted() * a->Transformation();

@@ -24,8 +24,7 @@ TopoDS_Shape Arrow(const gp_Pnt& origin, const gp_Dir& direction, double length)
     TopoDS_Compound arrow;
     BRep_Builder builder;
     builder.MakeCompound(arrow);
-    builder.Add(arrow,
-                BRepPrimAPI_MakeCylinder(shaft, ShaftRadius * length, ShaftLength * length).Shape());
+    builder.Add(arrow, BRepPrimAPI_MakeCylinder(shaft, ShaftRadius * length, ShaftLength * length).Shape());
     builder.Add(arrow,
                 BRepPrimAPI_MakeCone(head, HeadRadius * length, 0, (1 - ShaftLength) * length).Shape());
     return arrow;

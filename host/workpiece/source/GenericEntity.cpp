@@ -43,7 +43,8 @@ void GenericEntity::TransformedBy(const gp_Trsf& trsf) { SetRootMdlTrsf(trsf * r
 
 Rigid GenericEntity::GetChainBase() const { return Rigid::From(rootTrsf) * chainBase; }
 
-// Links stand in the list behind their parents, so one pass places them all. Null values keep each link's own.
+// Links stand in the list behind their parents, so one pass places them all. Null values keep each link's
+// own.
 void GenericEntity::PlaceLinks(const double* values) {
     const Rigid base = GetChainBase();
     for (std::size_t i = 0; i < links.size(); ++i) {

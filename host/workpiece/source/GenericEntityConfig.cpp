@@ -16,8 +16,7 @@ constexpr double MeshDeflection = 0.5;
 constexpr double MeshAngle = 0.35;
 
 bool HasGeometry(const opencascade::handle<ViewShape>& model) {
-    return !model.IsNull() && !model->Shape().IsNull() &&
-           TopExp_Explorer(model->Shape(), TopAbs_FACE).More();
+    return !model.IsNull() && !model->Shape().IsNull() && TopExp_Explorer(model->Shape(), TopAbs_FACE).More();
 }
 
 Json::Value FlangeToJson(const Flange& flange) {
@@ -31,8 +30,8 @@ Json::Value FlangeToJson(const Flange& flange) {
 
 void GenericEntityConfig::SetArmStructureCode(int code) {
     armStructureCode = code;
-    chainBase = code == 1 ? Rigid::From(gpHandle::AxisRotateToTrsf(gp_Vec(0, 0, 1), std::numbers::pi))
-                          : Rigid();
+    chainBase =
+        code == 1 ? Rigid::From(gpHandle::AxisRotateToTrsf(gp_Vec(0, 0, 1), std::numbers::pi)) : Rigid();
     UpdateRootTrsf(rootTrsf, true);
 }
 
@@ -58,15 +57,16 @@ gp_Trsf GenericEntityConfig::GetEndCenTrsf(int chain) const {
 gp_Trsf GenericEntityConfig::GetInstalledTrsf(int index) const {
     const Flange* flange = GetFlangeByIndex(index);
     if (flange == nullptr) {
-        throw std::out_of_range(GetName() + ": install position " + std::to_string(index) + ", expected 0 to " +
-                                std::to_string(GetFlangeSize() - 1));
+        throw std::out_of_range(GetName() + ": install position " + std::to_string(index) +
+                                ", expected 0 to " + std::to_string(GetFlangeSize() - 1));
     }
     return rootTrsf.Inverted() * GetFlangeWorldTrsf(*flange);
 }
 
 gp_Trsf GenericEntityConfig::GetCurrentTrsfTool0() const { return GetCurrentEndTrsf() * GetEndCenTrsf(0); }
 
-// --- bringing derived data in step ---------------------------------------------------------------------------
+// --- bringing derived data in step
+// ---------------------------------------------------------------------------
 
 void GenericEntityConfig::Initial() {
     endCenterTrsf = GetEndCenTrsf(0);
@@ -98,7 +98,8 @@ void GenericEntityConfig::UpdateLinkModelNames() {
     Initial();
 }
 
-// --- collision -----------------------------------------------------------------------------------------------
+// --- collision
+// -----------------------------------------------------------------------------------------------
 
 std::vector<opencascade::handle<ShapeEntity>> GenericEntityConfig::GetSubCollisionParts() {
     auto parts = GetCollisionFixMdls();
@@ -121,7 +122,8 @@ void GenericEntityConfig::CreateCollisionMdl() {
     UpdateCollisionMdlState();
 }
 
-// --- data ------------------------------------------------------------------------------------------------------
+// --- data
+// ------------------------------------------------------------------------------------------------------
 
 Json::Value GenericEntityConfig::DataToJson(const std::string& path) {
     Json::Value json = Entity::ToJson(path);

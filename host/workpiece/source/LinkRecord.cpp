@@ -194,7 +194,8 @@ LinkRod* GenericEntityConfig::UpdateLinkRodPara(const Json::Value& json, bool ca
         }
         link = created.get();
     } else if (link->parent != parent) {
-        Refuse("parent_link_hash", json["parent_link_hash"], "the link's present parent; links do not move house");
+        Refuse("parent_link_hash", json["parent_link_hash"],
+               "the link's present parent; links do not move house");
     } else {
         Reframe(*link, record.center, record.type, carryBodies);
     }

@@ -58,8 +58,8 @@ namespace {
 std::uint64_t RequireLinkHash(const Json::Value& place, const GenericEntity& carrier) {
     const Json::Value& hash = place["link_hash"];
     if (!hash.isUInt64() || (hash.asUInt64() != 0 && carrier.GetLinkByHash(hash.asUInt64()) == nullptr)) {
-        throw std::invalid_argument("link_hash: " + hash.toStyledString() + " expected 0 or the hash of a link of " +
-                                    carrier.GetName());
+        throw std::invalid_argument("link_hash: " + hash.toStyledString() +
+                                    " expected 0 or the hash of a link of " + carrier.GetName());
     }
     return hash.asUInt64();
 }
@@ -74,7 +74,8 @@ int RequireFreePlace(const Json::Value& place, const GenericEntity& carrier) {
     const Flange* flange = carrier.GetFlangeByIndex(index.asInt());
     if (flange != nullptr && flange->attached != nullptr) {
         throw std::invalid_argument("install_index: place " + std::to_string(index.asInt()) + " of " +
-                                    carrier.GetName() + " already carries \"" + flange->attached->GetName() + "\"");
+                                    carrier.GetName() + " already carries \"" + flange->attached->GetName() +
+                                    "\"");
     }
     return index.asInt();
 }

@@ -33,7 +33,8 @@ TEST(VirtualTable, HoldsTheOperationsInTheirOrder) {
         SlotOf(&Entity::SetRootMdl),
         SlotOf(&Entity::SetRootMdlTrsf),
         SlotOf(Opened::CollisionState()),
-        8, 9, // the two entries of the virtual destructor
+        8,
+        9, // the two entries of the virtual destructor
         SlotOf(&Entity::UpdateRootTrsf),
         SlotOf(&Entity::EntityDof),
         SlotOf(&Entity::IsInLimit),

@@ -32,7 +32,8 @@ TEST_P(Kinematics, LinksStandWhereTheirAxesPutThem) {
     const auto current = entity->GetCurrentValue(9);
     const auto explicitValues = sample::RandomValues(mechanism, random);
     ASSERT_TRUE(entity->ForwardTrsfWithValue(explicitValues, false, true));
-    EXPECT_THAT(entity->GetCurrentTrsfTool0(), IsTrsf(base * mechanism.FlangeAt(explicitValues), Mm, Entries));
+    EXPECT_THAT(entity->GetCurrentTrsfTool0(),
+                IsTrsf(base * mechanism.FlangeAt(explicitValues), Mm, Entries));
     EXPECT_EQ(entity->GetCurrentValue(9), current) << "explicit values are not kept";
     ASSERT_TRUE(entity->Reset());
     EXPECT_THAT(entity->GetCurrentTrsfTool0(), IsTrsf(base * mechanism.flange, Mm, Entries));

@@ -1,9 +1,9 @@
-#include <filesystem>
-#include <fstream>
 #include <BRepGProp.hxx>
 #include <BRepTools.hxx>
 #include <BRep_Builder.hxx>
 #include <GProp_GProps.hxx>
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <host/workpiece/Workpiece.h>
 #include <json/reader.h>
@@ -50,11 +50,13 @@ TEST_F(Mounting, WhatIsMountedFollowsItsCarrierUntilItIsTakenOff) {
 TEST_F(Mounting, ImpossibleOnesAreRefusedAndChangeNothing) {
     carrier->AssembleOtherModel(arm.get(), Place(101, 0));
     Workpiece other;
-    for (const Json::Value& place : {Place(101, 0), Place(101, 2), Place(101, -1), Place(77, 1), Json::Value()}) {
+    for (const Json::Value& place :
+         {Place(101, 0), Place(101, 2), Place(101, -1), Place(77, 1), Json::Value()}) {
         EXPECT_THROW(carrier->AssembleOtherModel(&other, place), std::invalid_argument);
     }
     EXPECT_THROW(carrier->AssembleOtherModel(nullptr, Place(101, 1)), std::invalid_argument);
-    EXPECT_THROW(arm->AssembleOtherModel(carrier.get(), Place(105, 0)), std::invalid_argument) << "in a circle";
+    EXPECT_THROW(arm->AssembleOtherModel(carrier.get(), Place(105, 0)), std::invalid_argument)
+        << "in a circle";
     EXPECT_EQ(carrier->GetFlangeSize(), 1);
     EXPECT_EQ(other.GetMountingEntity(), nullptr);
     carrier->AssembleOtherModel(&other, Place(101, 1));
@@ -94,7 +96,8 @@ TEST_F(Mounting, APackageHoldsTheManifestAndEveryModel) {
         EXPECT_EQ(manifest["models"][i]["id"].asString(), arm->GetLink(i)->models[0]->GetId().ToString());
         TopoDS_Shape shape;
         BRep_Builder builder;
-        ASSERT_TRUE(BRepTools::Read(shape, (folder / manifest["models"][i]["file"].asString()).c_str(), builder));
+        ASSERT_TRUE(
+            BRepTools::Read(shape, (folder / manifest["models"][i]["file"].asString()).c_str(), builder));
         GProp_GProps volume;
         BRepGProp::VolumeProperties(shape, volume);
         EXPECT_NEAR(volume.Mass(), 60.0 * 80 * 100, 1e-6);

@@ -43,7 +43,8 @@ TEST(GoldenFiles, AState) {
     const Registrar system(2001, {.pedestal = 1, .joints = 6, .robots = 1, .benches = {}});
     GrpState state(2001);
     ASSERT_TRUE(state.FromJson(Golden("state.json")));
-    EXPECT_EQ(state.GetValues(), (std::vector<double>{0.1, -0.2, 0.3, 1e-17, 1.7976931348623157e308, -0.5, 1234.5}));
+    EXPECT_EQ(state.GetValues(),
+              (std::vector<double>{0.1, -0.2, 0.3, 1e-17, 1.7976931348623157e308, -0.5, 1234.5}));
     EXPECT_EQ(state.GetLocEuler(0).location.Y(), -250.125);
     EXPECT_EQ(state.GetLogicalCmd(), "WAIT 1");
     EXPECT_EQ(state.GetToolIndex(), 3);

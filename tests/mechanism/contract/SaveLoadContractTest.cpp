@@ -1,5 +1,7 @@
 #include <functional>
 #include <gtest/gtest.h>
+#include <mechanism/BenchEntity.h>
+#include <mechanism/PedestalEntity.h>
 #include <mechanism/RobotEntity.h>
 #include <mechanism/ToolEntity.h>
 #include <support/SampleMechanisms.h>
@@ -18,9 +20,9 @@ struct Kind {
     std::function<Entities()> make;
 };
 
-Entities MakeRobot() {
-    const auto structure = sample::Build(sample::SixAxisArm(), 41, "saved");
-    return std::make_shared<RobotEntity>(structure.get());
+template <class Entity, auto Sample>
+Entities Make() {
+    return std::make_shared<Entity>(sample::Build(Sample(), 41, "saved").get());
 }
 
 Entities MakeTool() { return ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second; }
@@ -68,7 +70,10 @@ TEST_P(SaveLoadContract, NothingIsLoadedWithoutARootModel) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, SaveLoadContract,
-                         testing::Values(Kind{"Robot", 1, MakeRobot}, Kind{"Tool", 4, MakeTool}),
+                         testing::Values(Kind{"Robot", 1, Make<RobotEntity, sample::SixAxisArm>},
+                                         Kind{"Pedestal", 2, Make<PedestalEntity, sample::TwoAxisRail>},
+                                         Kind{"Bench", 3, Make<BenchEntity, sample::Positioner>},
+                                         Kind{"Tool", 4, MakeTool}),
                          [](const auto& kind) { return std::string(kind.param.name); });
 
 } // namespace

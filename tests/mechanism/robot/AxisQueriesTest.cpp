@@ -85,7 +85,8 @@ TEST_F(AxisQueries, LimitsFollowTheCouplingRecordOnlyAsItSays) {
 }
 
 TEST_F(AxisQueries, ARobotIsUpUnlessItHangsWithinTwentyDegreesOfStraightDown) {
-    for (const auto& [tilt, up] : {std::pair{0.0, true}, {90.0, true}, {159.0, true}, {165.0, false}, {180.0, false}}) {
+    for (const auto& [tilt, up] :
+         {std::pair{0.0, true}, {90.0, true}, {159.0, true}, {165.0, false}, {180.0, false}}) {
         gp_Trsf base;
         base.SetRotation(gp_Ax1(gp_Pnt(100, 0, 50), gp_Dir(1, 1, 0)), tilt * Degree);
         robot->SetRootMdlTrsf(base);

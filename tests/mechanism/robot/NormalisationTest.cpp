@@ -89,7 +89,8 @@ TEST_P(Normalisation, EveryLinkTurnsAboutItsOwnZAndExtractionIsItsOwnInverse) {
     ASSERT_EQ(again.size(), table.size());
     for (std::size_t row = 0; row < table.size(); ++row) {
         for (std::size_t column = 0; column < 4; ++column) {
-            EXPECT_NEAR(again[row][column], table[row][column], SameNumber) << "row " << row << ", " << column;
+            EXPECT_NEAR(again[row][column], table[row][column], SameNumber)
+                << "row " << row << ", " << column;
         }
     }
 }

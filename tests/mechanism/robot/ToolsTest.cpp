@@ -68,7 +68,8 @@ TEST_F(RobotTools, BothFormsOfARotationGiveOneFrameAndComeBack) {
     EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(expected, Mm, Entries));
 
     robot.SetToolData(Record(1));
-    EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, {})), Mm, Entries))
+    EXPECT_THAT(robot.GetCurrentTool(),
+                IsTrsf(gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, {})), Mm, Entries))
         << "four zeros are no rotation";
     robot.SetToolData(Json::Value());
     EXPECT_EQ(robot.GetTools().size(), 3U);
@@ -88,7 +89,8 @@ TEST_F(RobotTools, TheToolCentreIsEndFlangeToolAndOffsetInThisOrder) {
     gp_Trsf offset;
     offset.SetTranslation(gp_Vec(0, 0, 7.5));
     const gp_Trsf expected = arm.FlangeAt(values) *
-                             gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, {30 * Degree, 40 * Degree, 0})) * offset;
+                             gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, {30 * Degree, 40 * Degree, 0})) *
+                             offset;
     EXPECT_THAT(robot.GetCurrentTrsfTCP(), IsTrsf(expected, Mm, Entries));
     EXPECT_THAT(gpHandle::EulerToTrsf(robot.GetCurrentTCP()), IsTrsf(expected, Mm, Entries));
     EXPECT_EQ(robot.GetZOffset(), 7.5);

@@ -24,7 +24,8 @@ protected:
 
     const sample::Mechanism arm = sample::SixAxisArm();
     RobotEntity robot{sample::Build(arm, 5).get()};
-    std::shared_ptr<ToolEntity> torch = ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second;
+    std::shared_ptr<ToolEntity> torch =
+        ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second;
 };
 
 TEST_F(MountedTool, TakesTheFirstEmptySlotAndJoinsTheRobotsSystem) {
@@ -48,7 +49,8 @@ TEST_F(MountedTool, MovesWithTheFlangeAndGivesTheToolCentre) {
     const gp_Trsf flange = arm.FlangeAt(values);
     EXPECT_THAT(torch->GetRootMdlTrsf(), IsTrsf(flange, Mm, Entries));
     EXPECT_THAT(robot.GetCurrentTrsfTCP(), IsTrsf(flange * torch->GetToolTrsf(), Mm, Entries));
-    EXPECT_THAT(torch->GetFixMdls()[0]->Transformation(), IsTrsf(flange, Mm, Entries)) << "parts follow their root";
+    EXPECT_THAT(torch->GetFixMdls()[0]->Transformation(), IsTrsf(flange, Mm, Entries))
+        << "parts follow their root";
 
     const auto [parts, second] = robot.GetZeroToolAndTrsf();
     EXPECT_EQ(parts.size(), 3U);

@@ -77,10 +77,10 @@ struct BadNumber {
 
 TEST(Nozzle, RefusesNumbersByNameAndKeepsWhatItHad) {
     const double infinity = std::numeric_limits<double>::infinity();
-    const std::vector<BadNumber> bad = {{"tip_radius", 0.0},    {"tip_length", -1.0},    {"nozzle_radius", "12"},
-                                        {"tcp_z", infinity},    {"tcp_x", std::nan("")}, {"torch_angle", 181.0},
-                                        {"torch_angle", 90.0},  {"stick_out", -0.5},     {"guard_clearance", 0.0},
-                                        {"body_length", Json::Value()}};
+    const std::vector<BadNumber> bad = {
+        {"tip_radius", 0.0},      {"tip_length", -1.0},          {"nozzle_radius", "12"}, {"tcp_z", infinity},
+        {"tcp_x", std::nan("")},  {"torch_angle", 181.0},        {"torch_angle", 90.0},   {"stick_out", -0.5},
+        {"guard_clearance", 0.0}, {"body_length", Json::Value()}};
     for (const auto& [key, value] : bad) {
         NozzleParam nozzle;
         Json::Value json = sample::TorchParameters();
@@ -98,10 +98,10 @@ TEST(Nozzle, RefusesNumbersByNameAndKeepsWhatItHad) {
 
 TEST(Nozzle, AnswersFalseForWhatIsNoTorch) {
     const std::vector<BadNumber> noTorch = {
-        {"tcp_z", 60.0},         // the nozzle would stand inside the body
-        {"neck_radius", 200.0},  // thicker than the body, and than any bend
-        {"tip_radius", 12.5},    // wider than the gas nozzle
-        {"tcp_x", -900.0},       // a bend backwards
+        {"tcp_z", 60.0},        // the nozzle would stand inside the body
+        {"neck_radius", 200.0}, // thicker than the body, and than any bend
+        {"tip_radius", 12.5},   // wider than the gas nozzle
+        {"tcp_x", -900.0},      // a bend backwards
     };
     for (const auto& [key, value] : noTorch) {
         Json::Value json = sample::TorchParameters();

@@ -23,7 +23,8 @@ protected:
     TopoDS_Shape Cone() const { return tool->GetPaintedMdl()->Shape(); }
 
     CADParamConfig& config = *CADParamConfig::GetInstance();
-    std::shared_ptr<ToolEntity> tool = ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second;
+    std::shared_ptr<ToolEntity> tool =
+        ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second;
 };
 
 TEST_F(Painting, TheConeStandsAtTheToolCentreAndFollowsTheTool) {

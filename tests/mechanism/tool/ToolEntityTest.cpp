@@ -18,7 +18,8 @@ TEST(Torch, IsBuiltFromItsParameters) {
     const auto tool = MakeTorch();
     tool->Initial();
     const double bend = 22 * std::numbers::pi / 180;
-    EXPECT_THAT(tool->GetToolTrsf(), IsTrsf(gpHandle::EulerToTrsf(LocEuler({60, 0, 330}, {0, bend, 0})), 1e-9, 1e-12));
+    EXPECT_THAT(tool->GetToolTrsf(),
+                IsTrsf(gpHandle::EulerToTrsf(LocEuler({60, 0, 330}, {0, bend, 0})), 1e-9, 1e-12));
     EXPECT_EQ(tool->GetMechanismType(), MechanismTool);
     EXPECT_EQ(tool->GetRootMdl()->GetName(), "默认焊枪");
     EXPECT_EQ(tool->GetRootMdl()->GetPrimitiveProperty().name, "默认焊枪");

@@ -61,24 +61,25 @@ MECHANISM_EXPORT void EquallyDisInterpolate(const std::vector<std::vector<double
                                             std::vector<std::vector<double>>& out, double step);
 
 // --- orientation -------------------------------------------------------------------------------------------
-// Angle triples are gp_Intrinsic_XYZ in rad, held in points. They are blended as quaternions along the shorter
-// arc: start + t * (end - start) of the unit quaternions, not normalised and not a slerp (gp_QuaternionNLerp).
+// Angle triples are gp_Intrinsic_XYZ in rad, held in points. They are blended as quaternions along the
+// shorter arc: start + t * (end - start) of the unit quaternions, not normalised and not a slerp
+// (gp_QuaternionNLerp).
 
 /// n samples from a to b, both re-derived through quaternions. n = 1 gives a as it is, n below 1 nothing.
 MECHANISM_EXPORT std::vector<gp_Pnt> EulerByQuaternion(const gp_Pnt& a, const gp_Pnt& b, const int& n);
 /// One triple a path point, blended at its straight distance from the first point as a fraction of the last
-/// one's; a point farther than the last extrapolates. Copies of a where first and last coincide (1e-6); a alone
-/// for one point.
+/// one's; a point farther than the last extrapolates. Copies of a where first and last coincide (1e-6); a
+/// alone for one point.
 MECHANISM_EXPORT std::vector<gp_Pnt> EulerByQuaternion(const gp_Pnt& a, const gp_Pnt& b,
                                                        const std::vector<gp_Pnt>& pts);
 /// The blend at t itself, of any norm; t is not clamped.
 MECHANISM_EXPORT gp_Quaternion EulerScaleByQuaternion(const gp_Pnt& a, const gp_Pnt& b, double t);
-/// Samples whose number follows from the direction of the change alone: its largest component as a unit vector,
-/// over the step, rounded, at least 2. a alone for a change up to 0.001 or a step below 0.0001.
+/// Samples whose number follows from the direction of the change alone: its largest component as a unit
+/// vector, over the step, rounded, at least 2. a alone for a change up to 0.001 or a step below 0.0001.
 MECHANISM_EXPORT std::vector<gp_Pnt> InterpolationPtsByQuaternion(const gp_Pnt& a, const gp_Pnt& b,
                                                                   const double& step);
-/// Copies of a whose first pose goes to b's in `num` (cut to a whole number) samples; values and everything else
-/// stay a's.
+/// Copies of a whose first pose goes to b's in `num` (cut to a whole number) samples; values and everything
+/// else stay a's.
 /// @throws std::out_of_range "invalid vector subscript" when either state has no pose.
 MECHANISM_EXPORT std::vector<GrpState> InterpolationPtsByQuaternion(const GrpState& a, const GrpState& b,
                                                                     double num);
@@ -89,29 +90,31 @@ MECHANISM_EXPORT std::vector<gp_Trsf> InterpolationPtsByQuaternion(const LocEule
 /// are more.
 MECHANISM_EXPORT std::vector<LocEuler> InterpolationPtsByQuaternion(const LocEuler& a, const LocEuler& b,
                                                                     double posStep, double angStep);
-/// The blend of two transforms at t: rotation as above, translation and scale linear; A and B themselves within
-/// 1e-7 of the ends (gp_TrsfNLerp).
+/// The blend of two transforms at t: rotation as above, translation and scale linear; A and B themselves
+/// within 1e-7 of the ends (gp_TrsfNLerp).
 MECHANISM_EXPORT gp_Trsf InterpolationScaleTrsf(const gp_Trsf& A, const gp_Trsf& B, double t);
 
 // --- tool paths --------------------------------------------------------------------------------------------
-// A pose of a tool path is a point (mm) and the unit tool direction there; as an array x, y, z of the point, then
-// of the direction, which need not be a unit vector then.
+// A pose of a tool path is a point (mm) and the unit tool direction there; as an array x, y, z of the point,
+// then of the direction, which need not be a unit vector then.
 
 using PathPose = std::pair<gp_Pnt, gp_Dir>;
 using ArrayPose = std::array<double, 6>;
 
-/// Replaces every leg longer than `base` (mm) by samples of a cubic, `base` apart along it, and turns the tool
-/// with the curve. Up to one pose gives an empty path; two are blended on the straight line. The last sample of
-/// a long leg is left out, on the last leg too: the path then ends before its final pose.
-/// @throws Standard_Failure of the kernel for coincident neighbours on a long leg's tangents, a tool axis that
-///         cannot be found, coordinates that are not finite; std::invalid_argument for a base that is not a finite
-///         number above 0 where it is needed. The path stays as it was.
+/// Replaces every leg longer than `base` (mm) by samples of a cubic, `base` apart along it, and turns the
+/// tool with the curve. Up to one pose gives an empty path; two are blended on the straight line. The last
+/// sample of a long leg is left out, on the last leg too: the path then ends before its final pose.
+/// @throws Standard_Failure of the kernel for coincident neighbours on a long leg's tangents, a tool axis
+/// that
+///         cannot be found, coordinates that are not finite; std::invalid_argument for a base that is not a
+///         finite number above 0 where it is needed. The path stays as it was.
 MECHANISM_EXPORT void SplineInterpolation(std::vector<std::pair<gp_Pnt, gp_Dir>>& path, double base);
 /// The same on arrays, crowded poses dropped first, with a spacing of at least 1. An empty result leaves the
 /// arrays as they were. @throws as ArrayToPathPair and SplineInterpolation.
 MECHANISM_EXPORT void SplineInterpolationArry(std::vector<std::array<double, 6>>& arr, double base);
 /// Poses of the arrays; a pose closer than 1 to the next one is dropped, the last is kept.
-/// @throws std::out_of_range "invalid vector subscript" for an empty list; Standard_ConstructionError for a zero
+/// @throws std::out_of_range "invalid vector subscript" for an empty list; Standard_ConstructionError for a
+/// zero
 ///         direction.
 MECHANISM_EXPORT std::vector<std::pair<gp_Pnt, gp_Dir>>
 ArrayToPathPair(const std::vector<std::array<double, 6>>& arr);

@@ -43,9 +43,10 @@ public:
     /// Writes the package to `path` (an empty path writes none), then answers the robot's document.
     Json::Value ToJson(const std::string& path) override;
     /// Restores the robot from its document. Nothing happens without a root model.
-    /// @throws std::invalid_argument naming the key for a document of another kind or a value of the wrong type;
-    ///         the robot stays as it was. std::string "...RobotEntity::LoadFromJson存在异常的空数据" for a table
-    ///         with more rows than the chain has links; the links up to there have their new rows then.
+    /// @throws std::invalid_argument naming the key for a document of another kind or a value of the wrong
+    /// type;
+    ///         the robot stays as it was. std::string "...RobotEntity::LoadFromJson存在异常的空数据" for a
+    ///         table with more rows than the chain has links; the links up to there have their new rows then.
     void LoadFromJson(const Json::Value& json) override;
     /// Joint limits of the robot's system, each narrowed by the margin (rad). They come out in the order of
     /// the coupling record of this robot's hash, from `index[0]` on; an unfilled record gives an empty list.
@@ -57,9 +58,9 @@ public:
     void SetCurrentValue(const std::vector<double>& values, size_t system) override;
     /// Names every model after the robot and brings table, links and tool frame up to date.
     void UpdateLinkModelNames() override;
-    /// Called when something has been mounted: a tool on flange 0 takes the current slot of the tool list while
-    /// that is empty (identity within 1e-7), else the next one, which becomes current; the tool joins this
-    /// robot's system alone.
+    /// Called when something has been mounted: a tool on flange 0 takes the current slot of the tool list
+    /// while that is empty (identity within 1e-7), else the next one, which becomes current; the tool joins
+    /// this robot's system alone.
     void UpdateAssembleData() override;
     /// out["RobotBrand"] := brand code.
     void ExportParaToJson(Json::Value& out) override;
@@ -117,7 +118,8 @@ public:
     Json::Value GetToolData() const;
     /// The tool on flange 0, or null.
     ToolEntity* GetToolEntity() const;
-    /// The mounted tool's parts, and the inverse of tool * offset; an empty list and the identity without a tool.
+    /// The mounted tool's parts, and the inverse of tool * offset; an empty list and the identity without a
+    /// tool.
     std::pair<std::vector<opencascade::handle<ShapeEntity>>, gp_Trsf> GetZeroToolAndTrsf();
     /// Puts the mounted tool's parts where they belong in the zero pose, then returns to the current pose.
     void ResetToolPosition();
@@ -152,7 +154,8 @@ public:
 
     // --- collision state
     // ----------------------------------------------------------------------------------------
-    /// Sets the collision gap of the robot and its mounted tool: the configured one, 20 mm, 2 mm, or 30 mm for any other state.
+    /// Sets the collision gap of the robot and its mounted tool: the configured one, 20 mm, 2 mm, or 30 mm
+    /// for any other state.
     void SetCurrentCollisionState(CheckCollisionState state);
     CheckCollisionState GetCurrentCollisionState() const { return collisionState; }
 

@@ -49,7 +49,8 @@ public:
     /// The spray cone, or null.
     opencascade::handle<ShapeEntity> GetPaintedMdl() const { return paintedMdl; }
 
-    /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets its cone.
+    /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets its
+    /// cone.
     void Initial() override;
     Json::Value ToJson(const std::string& path) override;
     /// Nothing happens without a root model.

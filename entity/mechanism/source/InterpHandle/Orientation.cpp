@@ -103,7 +103,8 @@ std::vector<GrpState> InterpHandle::InterpolationPtsByQuaternion(const GrpState&
     return states;
 }
 
-std::vector<gp_Trsf> InterpHandle::InterpolationPtsByQuaternion(const LocEuler& a, const LocEuler& b, double step) {
+std::vector<gp_Trsf> InterpHandle::InterpolationPtsByQuaternion(const LocEuler& a, const LocEuler& b,
+                                                                double step) {
     const auto points = InterpolationPts(a.location, b.location, step);
     const auto angles = EulerByQuaternion(a.euler, b.euler, static_cast<int>(points.size()));
     const std::size_t count = std::min(points.size(), angles.size());

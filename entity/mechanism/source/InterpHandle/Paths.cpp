@@ -58,13 +58,15 @@ void InterpHandle::SplineInterpolationArry(std::vector<std::array<double, 6>>& a
 std::vector<std::pair<gp_Pnt, gp_Dir>>
 InterpHandle::SparsePathPair(const std::vector<std::pair<gp_Pnt, gp_Dir>>& path, int k) {
     if (path.empty() || k == 0) {
-        throw std::invalid_argument(path.empty() ? "SparsePathPair: an empty path, expected at least one pose"
-                                                 : "SparsePathPair: k 0, expected every first or further pose");
+        throw std::invalid_argument(path.empty()
+                                        ? "SparsePathPair: an empty path, expected at least one pose"
+                                        : "SparsePathPair: k 0, expected every first or further pose");
     }
     // A negative k becomes a huge divisor, which no inner index reaches.
     const auto stride = static_cast<std::uint64_t>(static_cast<std::int64_t>(k));
     std::vector<PathPose> kept{path.front()};
-    for (std::uint64_t i = stride; i + 1 < path.size(); i += stride) {
+    const std::uint64_t last = path.size() - 1;
+    for (std::uint64_t i = stride; i < last; i += stride) {
         kept.push_back(path[i]);
     }
     kept.push_back(path.back());
@@ -79,7 +81,8 @@ void InterpHandle::CheckPathsOnFace(std::vector<std::vector<std::vector<std::arr
     const auto isFar = [&](const ArrayPose& pose) {
         place.SetTranslationPart(gp_Vec(pose[0], pose[1], pose[2]));
         probe->SetTransformation(place, true);
-        return ViewShapeCollision::CalcPQPToleranceNereastPnt(probe, face, tol, NearestDistance).distance > tol;
+        return ViewShapeCollision::CalcPQPToleranceNereastPnt(probe, face, tol, NearestDistance).distance >
+               tol;
     };
     for (auto& group : groups) {
         for (auto& path : group) {

@@ -11,8 +11,8 @@
 #include <stdexcept>
 #include <string>
 
-// Dense tool paths: each long leg becomes a cubic of its own, so the work is linear in the length of the path and
-// short legs stay as they are.
+// Dense tool paths: each long leg becomes a cubic of its own, so the work is linear in the length of the path
+// and short legs stay as they are.
 
 namespace {
 
@@ -69,7 +69,8 @@ opencascade::handle<Geom_BSplineCurve> Fit(const Leg& leg) {
     return fit.IsDone() ? fit.Curve() : opencascade::handle<Geom_BSplineCurve>();
 }
 
-gp_Dir Turned(const gp_Dir& tool, const gp_Pnt& point, const gp_Vec& tangent, const gp_Dir& start, const gp_Dir& axis) {
+gp_Dir Turned(const gp_Dir& tool, const gp_Pnt& point, const gp_Vec& tangent, const gp_Dir& start,
+              const gp_Dir& axis) {
     const double angle = gp_Dir(tangent).AngleWithRef(start, axis);
     return tool.Rotated(gp_Ax1(point, axis), angle);
 }
@@ -89,7 +90,8 @@ void AppendLeg(const Leg& leg, double base, Path& out) {
         gp_Pnt point;
         gp_Vec tangent;
         curve.D1(samples.Parameter(k), point, tangent);
-        out.emplace_back(point, k == 1 ? leg.from.second : Turned(leg.from.second, point, tangent, start, axis));
+        out.emplace_back(point,
+                         k == 1 ? leg.from.second : Turned(leg.from.second, point, tangent, start, axis));
     }
 }
 

@@ -134,7 +134,8 @@ RobotDocument ReadDocument(const Json::Value& json) {
     return document;
 }
 
-void CheckLinkRecords(const Json::Value& json, const std::vector<RobotEntity::DhRow>& table, const LinkRod* link) {
+void CheckLinkRecords(const Json::Value& json, const std::vector<RobotEntity::DhRow>& table,
+                      const LinkRod* link) {
     for (std::size_t i = 0; i < table.size() && link != nullptr; ++i, link = link->GetSubLink(0)) {
         try {
             GenericEntityConfig::CheckLinkRecord(CompletedRecord(json, i + 1, *link, table[i]));

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-/// A welding torch in twelve numbers, in this order. Lengths in mm. The torch stands on its mounting frame with
-/// the body along Z; the neck bends in the XZ plane towards the tool centre.
+/// A welding torch in twelve numbers, in this order. Lengths in mm. The torch stands on its mounting frame
+/// with the body along Z; the neck bends in the XZ plane towards the tool centre.
 struct NozzleParam {
     double tipRadius;      ///< "tip_radius": contact tip
     double tipLength;      ///< "tip_length": how far the tip shows from the gas nozzle
@@ -28,7 +28,8 @@ struct NozzleParam {
     MECHANISM_SHARED_RECORD void SetZero();
 
     /// Reads the keys named above; "stick_out" (15) and "guard_clearance" (what is there) may be left out.
-    /// @throws std::invalid_argument naming key, value and expectation: every length finite and above 0 (tcp_x
+    /// @throws std::invalid_argument naming key, value and expectation: every length finite and above 0
+    /// (tcp_x
     ///         finite, stick_out at least 0), torch_angle above 90 and at most 180. Nothing is changed then.
     void LoadFrom(const Json::Value& json);
 

@@ -26,8 +26,8 @@ public:
 
     /// Shows the shape in its present display mode, with selection as it is set.
     void Display();
-    /// Shows the shape and all that hangs below it. @param mode 0 wireframe, 1 shaded. @param selectionMode the
-    /// one mode to activate, or -1 to leave selection as it is.
+    /// Shows the shape and all that hangs below it. @param mode 0 wireframe, 1 shaded. @param selectionMode
+    /// the one mode to activate, or -1 to leave selection as it is.
     void Display(int mode, int selectionMode);
     /// Takes the shape out of sight; the view keeps it for a later RedisplayShape or Display.
     void Hide() const;

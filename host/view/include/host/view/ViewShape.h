@@ -1,7 +1,7 @@
 #pragma once
 
-#include <host/tools/Uuid.h>
 #include <IMeshTools_Parameters.hxx>
+#include <host/tools/Uuid.h>
 #include <host/view/BaseViewShape.h>
 #include <memory>
 #include <mutex>

@@ -82,7 +82,8 @@ public:
     bool IsLoadMeshModel() const { return loadingMesh; }
     void SetLoadMeshModel(bool loading) { loadingMesh = loading; }
     /// Replaces the closed shape that simulation takes for the entity's surface.
-    /// @param withParts put the fixed models' solids with it. @param mesh triangulate what has no triangles yet.
+    /// @param withParts put the fixed models' solids with it. @param mesh triangulate what has no triangles
+    /// yet.
     /// @throws std::invalid_argument, with the old one kept, for a shape that is not closed.
     void UpdateWatertightMeshModel(const TopoDS_Shape& shape, bool withParts, bool mesh);
     /// Null until there is one.

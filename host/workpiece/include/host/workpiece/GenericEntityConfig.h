@@ -40,21 +40,24 @@ public:
     ///
     /// Keys: "link_hash" (unsigned, not 0), "name", "joint_type" (3, 4, 5, 7, 8), "joint_value" (rad or mm),
     /// "parent_link_hash" (0 for a root), "center_trsf" (six numbers, DataHandle::TrsfToJsonSix); where
-    /// present also "axis_min" and "axis_max" (degrees; mm where linear), "joint_axis" (origin and direction in
-    /// the link's frame, six numbers; types 7 and 8) and "axis_models" (identifiers of the link's models).
+    /// present also "axis_min" and "axis_max" (degrees; mm where linear), "joint_axis" (origin and direction
+    /// in the link's frame, six numbers; types 7 and 8) and "axis_models" (identifiers of the link's models).
     ///
     /// @param carryBodies false: the frame of an existing link is a choice of coordinates, so its models,
     /// flanges, joint origin and child links stay where they are in the zero pose while frame and joint axis
     /// change. True: they keep their place in the link's frame and move with it.
-    /// @return the link. @throws std::invalid_argument naming key, value and expectation; nothing changed then.
+    /// @return the link. @throws std::invalid_argument naming key, value and expectation; nothing changed
+    /// then.
     LinkRod* UpdateLinkRodPara(const Json::Value& json, bool carryBodies);
     /// Whether a record is well formed in itself; its link and parent are not looked up.
     /// @throws std::invalid_argument as UpdateLinkRodPara does.
     static void CheckLinkRecord(const Json::Value& json);
-    /// The keys "name", "joint_type", "joint_value", "link_hash", "parent_link_hash", "center_trsf" of a link.
+    /// The keys "name", "joint_type", "joint_value", "link_hash", "parent_link_hash", "center_trsf" of a
+    /// link.
     Json::Value LinkToJson(LinkRod* const link) const;
 
-    /// World transform of the end link of chain 0 in the current pose; the placement where there are no links.
+    /// World transform of the end link of chain 0 in the current pose; the placement where there are no
+    /// links.
     gp_Trsf GetCurrentEndTrsf() const;
     /// Flange frame of a chain relative to its end link, or to the entity where there are no links.
     gp_Trsf GetEndCenTrsf(int chain) const;
@@ -74,13 +77,16 @@ public:
 
     /// Hangs models below the root model, in the order of their creation.
     /// @param keep true: they come in addition and stand beside the structure (they are not among the fixed
-    /// models, nor in packages) and stay where they are in the world; false: they become the fixed models instead of those there were.
+    /// models, nor in packages) and stay where they are in the world; false: they become the fixed models
+    /// instead of those there were.
     void AddSubMdlList(const std::set<opencascade::handle<ShapeEntity>>& models, bool keep);
     /// What AddSubMdlList has put beside the structure.
     const std::vector<opencascade::handle<ShapeEntity>>& GetExtraMdls() const { return extraMdls; }
 
-    /// Writes a folder with manifest.json (DataToJson and where each model's file is) and one BRep file a model.
-    /// @return false for a null entity, an empty path (nothing is written) or a folder that cannot be written.
+    /// Writes a folder with manifest.json (DataToJson and where each model's file is) and one BRep file a
+    /// model.
+    /// @return false for a null entity, an empty path (nothing is written) or a folder that cannot be
+    /// written.
     static bool ExportEntityPkg(GenericEntityConfig* entity, const std::string& path);
 
     /// 0 not stated, 1 and 2 the two arm structures; code 1 stands on a base turned by pi about Z.

@@ -1,0 +1,112 @@
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakeVertex.hxx>
+#include <BRepExtrema_DistShapeShape.hxx>
+#include <BRepMesh_IncrementalMesh.hxx>
+#include <BRepPrimAPI_MakeBox.hxx>
+#include <BRepPrimAPI_MakeCylinder.hxx>
+#include <BRepPrimAPI_MakeSphere.hxx>
+#include <TopoDS_Iterator.hxx>
+#include <gtest/gtest.h>
+#include <gp_Pln.hxx>
+#include <host/tools/gpHandle.h>
+#include <host/view/ViewShapeCollision.h>
+#include <host/workpiece/ShapeEntity.h>
+#include <mechanism/InterpHandle.h>
+#include <support/Draws.h>
+
+namespace {
+
+using Groups = std::vector<std::vector<std::vector<std::array<double, 6>>>>;
+using Shape = opencascade::handle<ShapeEntity>;
+
+Shape Entity(const TopoDS_Shape& shape) { return new ShapeEntity(shape, Uuid::CreateUuid()); }
+
+Shape Plane() { return Entity(BRepBuilderAPI_MakeFace(gp_Pln(), -100, 100, -100, 100).Face()); }
+
+std::array<double, 6> At(const gp_Pnt& p) { return {p.X(), p.Y(), p.Z(), 0, 0, 1}; }
+
+gp_Trsf Somewhere() { return gpHandle::EulerToTrsf(LocEuler({400, -30, 70}, {0.3, -1.1, 2})); }
+
+double Distance(const Shape& a, const Shape& b, double tolerance = 1e6) {
+    return ViewShapeCollision::CalcPQPToleranceNereastPnt(a, b, tolerance, 2).distance;
+}
+
+TEST(CheckPaths, APoseAtTheToleranceStaysAndOneBeyondGoes) {
+    for (const gp_Trsf& place : {gp_Trsf(), Somewhere()}) {
+        const Shape face = Plane();
+        face->SetTransformation(place, true);
+        const auto pose = [&](double x, double z) { return At(gp_Pnt(x, 5, z).Transformed(place)); };
+        Groups groups = {{{pose(0, 2), pose(1, 2.001), pose(2, -2), pose(3, 0), pose(4, -2.001)},
+                          {pose(0, 3), pose(103, 0)}},
+                         {}};
+        InterpHandle::CheckPathsOnFace(groups, face, 2);
+        ASSERT_EQ(groups.size(), 2U) << "empty groups stay";
+        ASSERT_EQ(groups[0].size(), 1U) << "empty paths go";
+        const std::vector<std::array<double, 6>> kept = {pose(0, 2), pose(2, -2), pose(3, 0)};
+        EXPECT_EQ(groups[0][0], kept);
+    }
+}
+
+TEST(CheckPaths, WhatIsNoSurfaceIsRefusedAndLostPosesGo) {
+    Groups groups = {{{At({0, 0, 0})}}};
+    EXPECT_THROW(InterpHandle::CheckPathsOnFace(groups, nullptr, 1), std::invalid_argument);
+    EXPECT_THROW(InterpHandle::CheckPathsOnFace(groups, Entity(TopoDS_Shape()), 1), std::invalid_argument);
+    EXPECT_EQ(groups[0].size(), 1U);
+    groups[0][0].push_back({std::nan(""), 0, 0, 0, 0, 1});
+    InterpHandle::CheckPathsOnFace(groups, Plane(), 1);
+    EXPECT_EQ(groups[0][0].size(), 1U);
+    InterpHandle::CheckPathsOnFace(groups, Plane(), -1);
+    EXPECT_TRUE(groups[0].empty());
+}
+
+// The kernel's exact distances; curved faces may differ by their deflection.
+TEST(Distances, AgreeWithTheKernel) {
+    constexpr double deflection = 0.05;
+    const TopoDS_Shape cylinder = BRepPrimAPI_MakeCylinder(50, 200).Shape();
+    const Shape solid = Entity(cylinder);
+    Draw draw(71);
+    for (int i = 0; i < Draws::Count() / 10; ++i) {
+        const gp_Trsf place = gpHandle::EulerToTrsf(
+            LocEuler({draw.Between(-150, 150), draw.Between(-150, 150), draw.Between(-50, 250)},
+                     {draw.Between(-3, 3), draw.Between(-3, 3), draw.Between(-3, 3)}));
+        solid->SetTransformation(place, true);
+        const gp_Pnt point(draw.Between(-200, 200), draw.Between(-200, 200), draw.Between(-200, 300));
+        const Shape probe = Entity(BRepBuilderAPI_MakeVertex(point).Shape());
+        // The kernel takes a solid as filled, triangles are its skin: measure to the shell there too.
+        const TopoDS_Shape skin = TopoDS_Iterator(cylinder).Value().Moved(TopLoc_Location(place));
+        const BRepExtrema_DistShapeShape exact(BRepBuilderAPI_MakeVertex(point).Shape(), skin);
+        ASSERT_NEAR(Distance(probe, solid), exact.Value(), deflection) << "draw " << i;
+    }
+    const Shape box = Entity(BRepPrimAPI_MakeBox(10, 20, 30).Shape());
+    const Shape other = Entity(BRepPrimAPI_MakeBox(5, 5, 5).Shape());
+    for (int i = 0; i < Draws::Count() / 40; ++i) {
+        const gp_Trsf place = gpHandle::EulerToTrsf(
+            LocEuler({draw.Between(-40, 40), draw.Between(-40, 40), draw.Between(-40, 40)},
+                     {draw.Between(-3, 3), draw.Between(-3, 3), draw.Between(-3, 3)}));
+        other->SetTransformation(place, true);
+        const BRepExtrema_DistShapeShape exact(
+            TopoDS_Iterator(box->Shape()).Value(),
+            TopoDS_Iterator(other->Shape()).Value().Moved(TopLoc_Location(place)));
+        ASSERT_NEAR(Distance(box, other), exact.Value(), 1e-6) << "draw " << i;
+        ASSERT_NEAR(Distance(other, box), exact.Value(), 1e-6) << "draw " << i;
+    }
+}
+
+TEST(Distances, EndAtTheToleranceAndKeepAFinerTriangulation) {
+    const Shape face = Plane();
+    const Shape probe = Entity(BRepBuilderAPI_MakeVertex(gp_Pnt(0, 0, 10)).Shape());
+    const auto near = ViewShapeCollision::CalcPQPToleranceNereastPnt(probe, face, 10, 2);
+    EXPECT_TRUE(near.within);
+    EXPECT_EQ(near.distance, 10);
+    const auto far = ViewShapeCollision::CalcPQPToleranceNereastPnt(probe, face, 9.999, 2);
+    EXPECT_FALSE(far.within);
+    EXPECT_GT(far.distance, 9.999);
+    EXPECT_TRUE(ViewShapeCollision::CalcPQPToleranceNereastPnt(probe, face, 11, 0).within);
+
+    const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(20).Shape();
+    BRepMesh_IncrementalMesh(ball, 0.01, Standard_False, 0.1);
+    const gp_Pnt outside(22 * std::cos(0.7), 22 * std::sin(0.7) * std::cos(0.3), 22 * std::sin(0.7) * std::sin(0.3));
+    EXPECT_NEAR(Distance(Entity(BRepBuilderAPI_MakeVertex(outside).Shape()), Entity(ball)), 2, 0.015);
+}
+
+} // namespace

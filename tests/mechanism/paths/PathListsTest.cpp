@@ -1,0 +1,60 @@
+#include <Standard_ConstructionError.hxx>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <mechanism/InterpHandle.h>
+
+namespace {
+
+using testing::ElementsAre;
+
+std::vector<std::array<double, 6>> OnX(const std::vector<double>& xs) {
+    std::vector<std::array<double, 6>> arrays;
+    for (const double x : xs) {
+        arrays.push_back({x, 0, 0, 0, 0, -3});
+    }
+    return arrays;
+}
+
+template <class Path>
+std::vector<double> XsOf(const Path& path) {
+    std::vector<double> xs;
+    for (const auto& [point, direction] : path) {
+        xs.push_back(point.X());
+    }
+    return xs;
+}
+
+TEST(PathLists, CrowdedPosesAreDroppedInFavourOfTheNext) {
+    EXPECT_THAT(XsOf(InterpHandle::ArrayToPathPair(OnX({0, 0.5, 2, 3}))), ElementsAre(0.5, 2, 3));
+    EXPECT_THAT(XsOf(InterpHandle::ArrayToPathPair(OnX({0, 1, 1.9999, 2}))), ElementsAre(0, 2));
+    EXPECT_EQ(InterpHandle::ArrayToPathPair(OnX({4}))[0].second.Z(), -1) << "directions come out as units";
+    EXPECT_THROW(InterpHandle::ArrayToPathPair({}), std::out_of_range);
+    EXPECT_THROW(InterpHandle::ArrayToPathPair({{0, 0, 0, 0, 0, 0}}), Standard_ConstructionError);
+}
+
+TEST(PathLists, ThinningKeepsTheEndsAndEveryKth) {
+    const auto path = InterpHandle::ArrayToPathPair(OnX({0, 1, 2, 3, 4, 5, 6}));
+    EXPECT_THAT(XsOf(InterpHandle::SparsePathPair(path, 2)), ElementsAre(0, 2, 4, 6));
+    EXPECT_THAT(XsOf(InterpHandle::SparsePathPair(path, 1)), ElementsAre(0, 1, 2, 3, 4, 5, 6));
+    EXPECT_THAT(XsOf(InterpHandle::SparsePathPair(path, 6)), ElementsAre(0, 6));
+    EXPECT_THAT(XsOf(InterpHandle::SparsePathPair(path, 10)), ElementsAre(0, 6));
+    EXPECT_THAT(XsOf(InterpHandle::SparsePathPair(path, -1)), ElementsAre(0, 6));
+    EXPECT_THAT(XsOf(InterpHandle::SparsePathPair(path, -2147483647 - 1)), ElementsAre(0, 6));
+    EXPECT_THAT(XsOf(InterpHandle::SparsePathPair({path[3]}, 2)), ElementsAre(3, 3));
+    EXPECT_THROW(InterpHandle::SparsePathPair({}, 2), std::invalid_argument);
+    EXPECT_THROW(InterpHandle::SparsePathPair(path, 0), std::invalid_argument);
+}
+
+TEST(PathLists, ArraysAreSmoothedAtOneMillimetreAtLeast) {
+    auto fine = OnX({0, 10});
+    auto one = fine;
+    InterpHandle::SplineInterpolationArry(fine, 0.5);
+    InterpHandle::SplineInterpolationArry(one, 1.0);
+    EXPECT_EQ(fine, one);
+    EXPECT_EQ(fine.size(), 11U);
+    auto crowded = OnX({0, 0.2});
+    InterpHandle::SplineInterpolationArry(crowded, 1.0);
+    EXPECT_EQ(crowded, OnX({0, 0.2})) << "one pose is left, which smooths to nothing: the arrays stay";
+}
+
+} // namespace
