@@ -26,7 +26,7 @@ struct Mechanism {
         gp_Trsf motion;
         for (std::size_t i = 0; i < std::min(count, axes.size()); ++i) {
             gp_Trsf joint;
-            if (!linear.empty() && linear[i]) {
+            if (Slides(i)) {
                 joint.SetTranslation(gp_Vec(axes[i].Direction()) * values[i]);
             } else {
                 joint.SetRotation(axes[i], values[i]);
@@ -35,6 +35,7 @@ struct Mechanism {
         }
         return motion;
     }
+    bool Slides(std::size_t joint) const { return !linear.empty() && linear[joint]; }
     gp_Trsf FlangeAt(const std::vector<double>& values) const { return MotionAt(values) * flange; }
 };
 
@@ -47,8 +48,9 @@ inline gp_Trsf Frame(const gp_Pnt& origin, const gp_Dir& z, const gp_Dir& x) {
 inline Mechanism SixAxisArm() {
     const gp_Dir x(1, 0, 0);
     const gp_Dir y(0, 1, 0);
-    return {.axes = {gp_Ax1({0, 0, 0}, gp_Dir(0, 0, 1)), gp_Ax1({150, 40, 500}, y), gp_Ax1({150, 40, 1100}, y),
-                     gp_Ax1({150, 40, 1230}, x), gp_Ax1({860, 40, 1230}, y), gp_Ax1({960, 40, 1230}, x)},
+    return {.axes = {gp_Ax1({0, 0, 0}, gp_Dir(0, 0, 1)), gp_Ax1({150, 40, 500}, y),
+                     gp_Ax1({150, 40, 1100}, y), gp_Ax1({150, 40, 1230}, x), gp_Ax1({860, 40, 1230}, y),
+                     gp_Ax1({960, 40, 1230}, x)},
             .flange = Frame({985, 40, 1230}, x, gp_Dir(0, 0, -1)),
             .linear = {},
             .armStructure = 0,
@@ -59,7 +61,8 @@ inline Mechanism SixAxisArm() {
 inline Mechanism ParallelArm() {
     const gp_Dir y(0, 1, 0);
     return {.axes = {gp_Ax1({0, 0, 0}, gp_Dir(0, 0, 1)), gp_Ax1({0, 0, 160}, y), gp_Ax1({0, 0, 590}, y),
-                     gp_Ax1({0, 130, 980}, y), gp_Ax1({0, 130, 1090}, gp_Dir(0, 0, 1)), gp_Ax1({0, 230, 1090}, y)},
+                     gp_Ax1({0, 130, 980}, y), gp_Ax1({0, 130, 1090}, gp_Dir(0, 0, 1)),
+                     gp_Ax1({0, 230, 1090}, y)},
             .flange = Frame({0, 230, 1090}, y, gp_Dir(1, 0, 0)),
             .linear = {},
             .armStructure = 1,
@@ -89,6 +92,17 @@ inline Mechanism TwoAxisRail() {
     return {.axes = {gp_Ax1({0, 0, 0}, gp_Dir(0, 1, 0)), gp_Ax1({0, 0, 300}, gp_Dir(1, 0, 0))},
             .flange = Frame({0, 100, 340}, gp_Dir(0, 0, 1), gp_Dir(1, 0, 0)),
             .linear = {true, true},
+            .armStructure = 0,
+            .coupled = false};
+}
+
+/// A rail that slides, turns about a leaning column and slides along it.
+inline Mechanism TurningRail() {
+    const gp_Dir column(0.1, -0.2, 1);
+    return {.axes = {gp_Ax1({10, 0, 0}, gp_Dir(1, 0.1, 0)), gp_Ax1({0, 200, 300}, column),
+                     gp_Ax1({0, 0, 0}, column)},
+            .flange = Frame({0, 900, 1340}, gp_Dir(0, 1, 1), gp_Dir(1, 0, 0)),
+            .linear = {true, false, true},
             .armStructure = 0,
             .coupled = false};
 }
@@ -144,7 +158,7 @@ inline std::unique_ptr<GenericEntityConfig> Build(const Mechanism& mechanism, st
             frame.SetTranslationPart(axis.Location().XYZ());
             json["joint_type"] = static_cast<int>(type);
         } else {
-            json["joint_type"] = static_cast<int>(mechanism.linear.empty() ? JointRotary : JointLinear);
+            json["joint_type"] = static_cast<int>(mechanism.Slides(i) ? JointLinear : JointRotary);
             for (int c = 1; c <= 6; ++c) {
                 json["joint_axis"].append(c <= 3 ? axis.Location().Coord(c) : axis.Direction().Coord(c - 3));
             }
@@ -154,8 +168,8 @@ inline std::unique_ptr<GenericEntityConfig> Build(const Mechanism& mechanism, st
         json["link_hash"] = Json::UInt64(100 + i);
         json["parent_link_hash"] = Json::UInt64(i == 0 ? 0 : 99 + i);
         json["center_trsf"] = DataHandle::TrsfToJsonSix(parent.Inverted() * frame);
-        json["axis_min"] = mechanism.linear.empty() ? -170.0 : 0.0;
-        json["axis_max"] = mechanism.linear.empty() ? 175.0 : 9000.0;
+        json["axis_min"] = mechanism.Slides(i) ? 0.0 : -170.0;
+        json["axis_max"] = mechanism.Slides(i) ? 9000.0 : 175.0;
         link = entity->UpdateLinkRodPara(json, false);
         link->models.push_back(Block(gp_Trsf()));
         parent = frame;
@@ -172,7 +186,7 @@ inline std::vector<double> RandomValues(const Mechanism& mechanism, std::mt19937
     std::uniform_real_distribution<double> length(0, 3000);
     std::vector<double> values;
     for (std::size_t i = 0; i < mechanism.axes.size(); ++i) {
-        values.push_back(mechanism.linear.empty() ? angle(random) : length(random));
+        values.push_back(mechanism.Slides(i) ? length(random) : angle(random));
     }
     if (mechanism.coupled) {
         values[5] = -values[4];

@@ -1,0 +1,71 @@
+#include <cmath>
+#include <gmock/gmock.h>
+#include <mechanism/GrpStateUtils.h>
+#include <support/Registrar.h>
+#include <support/Thrown.h>
+
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr std::uint64_t System = 41;
+
+struct Sequences : ::testing::Test {
+    static GrpState State(const std::vector<double>& values) {
+        GrpState state(System);
+        state.SetValues(values);
+        return state;
+    }
+    static std::vector<double> Thinned(const std::vector<double>& path) {
+        std::vector<GrpState> states;
+        for (const double value : path) {
+            states.push_back(State({value, 0}));
+        }
+        std::vector<double> values;
+        for (const GrpState& state : GrpStateUtils::RemoveDuplicatedStates(states, 1e-6)) {
+            values.push_back(state.GetValuesPtr()[0]);
+        }
+        return values;
+    }
+
+    const Registrar cell{System, {.joints = 2}};
+};
+
+TEST_F(Sequences, LoseRepetitionsAndExcursionsAndKeepTheirEnd) {
+    EXPECT_THAT(Thinned({0, 1e-7, 1, 2, 2 + 1e-7}), ElementsAre(0, 1, 2 + 1e-7));
+    EXPECT_THAT(Thinned({0, 1, 0, 5}), ElementsAre(0, 5));
+    EXPECT_THAT(Thinned({0, 1, 2, 1, 0, 5}), ElementsAre(0, 5)) << "excursions nest";
+    EXPECT_THAT(Thinned({0, 1, 0}), ElementsAre(0, 0));
+    EXPECT_THAT(Thinned({3}), ElementsAre(3, 3));
+    EXPECT_THAT(Thinned({0, 6e-7, 1.2e-6, 5}), ElementsAre(0, 1.2e-6, 5)) << "measured from what is kept";
+    EXPECT_TRUE(Thinned({}).empty());
+    EXPECT_EQ(Thinned({0, std::nan(""), std::nan(""), 1}).size(), 4U) << "NaN is never a repetition";
+}
+
+TEST_F(Sequences, OfContextsAreComparedAsContextsAre) {
+    const Registrar other(System + 1, {});
+    std::vector<ContextState> path(3);
+    path[1].ChangeValues(System).SetValue(Robot, 0, 1e-5);
+    EXPECT_EQ(GrpStateUtils::RemoveDuplicatedStates(path, 100).size(), 2U)
+        << "the tolerance is not theirs to set";
+    path[0].ChangeSystemValues().erase(System);
+    EXPECT_EQ(Thrown([&] { GrpStateUtils::RemoveDuplicatedStates(path, 1); }), "invalid map<K, T> key");
+}
+
+TEST_F(Sequences, CandidatesComeNearestFirst) {
+    const GrpState reference(System);
+    std::vector<GrpState> states = {State({3, 0}), State({-2, 0}), State({std::nan(""), 0}), State({1, 1})};
+    states[3].SetToolIndex(7);
+    GrpStateUtils::SortRobotStateJ(reference, states, 3); // more than the reference has: left alone
+    ASSERT_EQ(states[0].GetValuesPtr()[0], 3);
+    GrpStateUtils::SortRobotStateJ(reference, states, 2);
+    EXPECT_EQ(states[0].GetToolIndex(), 7) << "everything travels with the values";
+    EXPECT_THAT(states[0].GetValues(), ElementsAre(1, 1));
+    EXPECT_THAT(states[1].GetValues(), ElementsAre(-2, 0));
+    EXPECT_THAT(states[2].GetValues(), ElementsAre(3, 0));
+    const Registrar small(System + 1, {.joints = 1});
+    states.emplace_back(System + 1);
+    EXPECT_THROW(GrpStateUtils::SortRobotStateJ(reference, states, 2), std::invalid_argument);
+}
+
+} // namespace

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <mechanism/PedestalEntity.h>
+#include <memory>
+
+/// A pedestal that a test lays out link by link, in the order it likes, and fills with robots.
+class Rail : public PedestalEntity {
+public:
+    LinkRod* Add(std::uint64_t hash, LinkRod* parent = nullptr, const gp_Dir& direction = gp::DX()) {
+        const auto link = std::make_shared<LinkRod>();
+        link->linkHash = hash;
+        link->parent = parent;
+        link->jointType = JointLinear;
+        link->axis = gp_Ax1({1, 2, 3}, direction);
+        link->limit = {0, 100};
+        if (parent != nullptr) {
+            parent->AddSubLink(link.get());
+        }
+        AddNewLink(link);
+        return link.get();
+    }
+    void Stand(LinkRod* link, std::uint64_t system) {
+        robots.push_back(std::make_unique<GenericEntityConfig>());
+        robots.back()->SetHashIndex(system);
+        Json::Value place;
+        place["link_hash"] = Json::UInt64(link->linkHash);
+        place["install_index"] = GetFlangeSize();
+        AssembleOtherModel(robots.back().get(), place);
+    }
+
+private:
+    std::vector<std::unique_ptr<GenericEntityConfig>> robots;
+};
