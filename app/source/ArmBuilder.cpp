@@ -19,17 +19,11 @@ constexpr double SameDirection = 1e-7; // rad
 
 constexpr int ShownDecimals = 6;
 
-/// Fine enough that silhouettes look round at the size of a screen.
-constexpr double RelativeDeflection = 0.0004;
-constexpr double AngularDeflection = 0.1; // rad
-
 opencascade::handle<ShapeEntity> MakeModel(const Body& body, const Rigid& linkInRobot) {
     const TopLoc_Location inLink(Inverse(linkInRobot).ToTrsf());
     opencascade::handle<ShapeEntity> model = new ShapeEntity(body.shape.Moved(inLink), Uuid::CreateUuid());
     model->SetMaterial(Graphic3d_NOM_PLASTIC);
     model->SetColor(body.colour);
-    model->Attributes()->SetDeviationCoefficient(RelativeDeflection);
-    model->Attributes()->SetDeviationAngle(AngularDeflection);
     return model;
 }
 

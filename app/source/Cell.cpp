@@ -31,6 +31,7 @@ void Cell::ReadCell() {
     for (const JsonNode& item : node.OptionalItems("mounts", "mounts")) {
         ReadMount(item);
     }
+    RestoreMechanisms();
     for (const JsonNode& item : node.OptionalItems("systems", "systems")) {
         ReadSystem(item);
     }

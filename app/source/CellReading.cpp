@@ -2,6 +2,7 @@
 #include <cell/Cell.h>
 #include <cell/JointValues.h>
 #include <cell/Kinds.h>
+#include <cell/SavedMechanism.h>
 
 // The lists of a cell file, item by item.
 
@@ -25,6 +26,14 @@ void Cell::ReadMechanism(const JsonNode& item) {
         entity->SetRootMdlTrsf(ReadPlacement(*placement));
     }
     mechanisms.push_back({kind.Text(), std::move(entity), item});
+}
+
+/// After the mounts: mounting a tool enters it into its robot's list, and the robot's document has the list
+/// with the tool in it.
+void Cell::RestoreMechanisms() const {
+    for (const Mechanism& mechanism : mechanisms) {
+        RestoreSaved(*mechanism.entity, mechanism.node);
+    }
 }
 
 void Cell::ReadMount(const JsonNode& item) const {

@@ -2,6 +2,8 @@
 #include <cell/Commands.h>
 #include <cell/JointValues.h>
 #include <cell/Text.h>
+#include <host/tools/gpHandle.h>
+#include <mechanism/ToolEntity.h>
 #include <ostream>
 
 namespace cell {
@@ -36,14 +38,38 @@ void PrintTable(const RobotEntity& robot, std::ostream& out) {
     }
 }
 
+void PrintTools(const RobotEntity& robot, std::ostream& out) {
+    // The current one may lie past the end of the list; asking for it makes it an identity in the list.
+    robot.GetCurrentTool();
+    out << "  tools on the flange (place and angles of the tool centre):\n";
+    int index = 0;
+    for (const gp_Trsf& tool : robot.GetTools()) {
+        out << "    " << index << ": " << Pose(gpHandle::TrsfToEuler(tool))
+            << (index == robot.GetToolIndex() ? ", current" : "") << '\n';
+        ++index;
+    }
+}
+
 void PrintRobot(RobotEntity& robot, std::ostream& out) {
     robot.Reset();
     out << "  structure " << robot.GetArmStructureCode() << (robot.IsCouplingRobot() ? ", coupled wrist" : "")
         << ", stands " << (robot.IsRobotUp() ? "up" : "upside down") << '\n';
     PrintAxes(robot, out);
     PrintTable(robot, out);
-    out << "  tools: " << robot.GetTools().size() << ", current " << robot.GetToolIndex() << '\n';
+    PrintTools(robot, out);
     out << "  TCP at zero: " << Pose(robot.GetCurrentTCP()) << '\n';
+}
+
+void PrintTool(ToolEntity& tool, std::ostream& out) {
+    const bool paints = tool.GetToolWorkType() == ToolEntity::WorkTypePainting;
+    out << "  " << (paints ? "paints" : "welds")
+        << ", tool centre on the flange: " << Pose(gpHandle::TrsfToEuler(tool.GetToolTrsf())) << '\n';
+    if (!tool.GetPaintedMdl().IsNull()) {
+        const Json::Value& sizes = tool.GetParameters();
+        out << "  spray cone (mm): radius " << Shortest(sizes["up_radius"].asDouble()) << " to "
+            << Shortest(sizes["down_radius"].asDouble()) << " over "
+            << Shortest(sizes["paint_length"].asDouble()) << '\n';
+    }
 }
 
 void PrintMechanism(const Mechanism& mechanism, std::ostream& out) {
@@ -56,6 +82,9 @@ void PrintMechanism(const Mechanism& mechanism, std::ostream& out) {
     out << '\n';
     if (auto* robot = dynamic_cast<RobotEntity*>(&entity)) {
         PrintRobot(*robot, out);
+    }
+    if (auto* tool = dynamic_cast<ToolEntity*>(&entity)) {
+        PrintTool(*tool, out);
     }
 }
 

@@ -72,7 +72,7 @@ std::vector<std::pair<std::string, JsonNode>> JsonNode::Members() const {
     return members;
 }
 
-void JsonNode::OnlyKeys(std::initializer_list<const char*> known) const {
+void JsonNode::OnlyKeys(const std::vector<const char*>& known) const {
     for (const auto& [key, member] : Members()) {
         if (std::find(known.begin(), known.end(), key) == known.end()) {
             std::string list;
@@ -97,6 +97,14 @@ double JsonNode::Positive() const {
         Refuse("a number above 0");
     }
     return number;
+}
+
+double JsonNode::Length() const {
+    const double length = Positive();
+    if (length > FarthestOut) {
+        Refuse("a length of at most 1000000 mm");
+    }
+    return length;
 }
 
 std::string JsonNode::Text() const {
@@ -155,6 +163,19 @@ void JsonNode::Refuse(const std::string& expected) const { Refuse(Compact(*value
 
 void JsonNode::Refuse(const std::string& shown, const std::string& expected) const {
     throw InputError(File().string(), path, shown, expected);
+}
+
+void JsonNode::PassOn(const std::string& report, const std::string& otherwise) const {
+    constexpr std::string_view Colon = ": ";
+    constexpr std::string_view Expected = ", expected ";
+    const std::size_t colon = report.find(Colon);
+    const std::size_t expected = report.find(Expected);
+    if (colon == std::string::npos || expected == std::string::npos || expected < colon) {
+        Refuse(report, otherwise);
+    }
+    const std::size_t shown = colon + Colon.size();
+    Member(report.substr(0, colon), value)
+        .Refuse(report.substr(shown, expected - shown), report.substr(expected + Expected.size()));
 }
 
 } // namespace cell

@@ -10,16 +10,6 @@ namespace {
 /// The library's tool list ends here.
 constexpr std::size_t MostTools = 11;
 
-JsonNode Structure(const JsonNode& item) {
-    const auto model = item.Find("model");
-    const auto inlined = item.Find("structure");
-    if (model.has_value() == inlined.has_value()) {
-        item.Refuse(model ? "both model and structure" : "neither model nor structure",
-                    "either the path of a model or the structure itself");
-    }
-    return inlined ? *inlined : JsonNode::Load(item.File().parent_path() / model->Text());
-}
-
 std::vector<gp_Trsf> ReadTools(const JsonNode& item) {
     std::vector<gp_Trsf> tools;
     for (const JsonNode& tool : item.OptionalItems("tools", "tools")) {
@@ -32,11 +22,11 @@ std::vector<gp_Trsf> ReadTools(const JsonNode& item) {
     return tools;
 }
 
-std::unique_ptr<GenericEntityConfig> ReadRobot(const JsonNode& item, const std::string& name,
+std::shared_ptr<GenericEntityConfig> ReadRobot(const JsonNode& item, const std::string& name,
                                                std::uint64_t hash) {
-    item.OnlyKeys({"name", "kind", "hash", "model", "structure", "placement", "tools"});
+    OnlyMechanismKeys(item, {"model", "structure", "tools"});
     const std::vector<gp_Trsf> tools = ReadTools(item);
-    auto robot = BuildArm(ReadArm(Structure(item)), name, hash);
+    auto robot = BuildArm(ReadArm(StructureOf(item)), name, hash);
     if (!tools.empty()) {
         robot->SetTools(tools);
         robot->UpdateToolFrame();
@@ -45,6 +35,22 @@ std::unique_ptr<GenericEntityConfig> ReadRobot(const JsonNode& item, const std::
 }
 
 } // namespace
+
+void OnlyMechanismKeys(const JsonNode& item, const std::vector<const char*>& own) {
+    std::vector<const char*> known = {"name", "kind", "hash", "placement", "document", "package"};
+    known.insert(known.end(), own.begin(), own.end());
+    item.OnlyKeys(known);
+}
+
+JsonNode StructureOf(const JsonNode& item) {
+    const auto model = item.Find("model");
+    const auto inlined = item.Find("structure");
+    if (model.has_value() == inlined.has_value()) {
+        item.Refuse(model ? "both model and structure" : "neither model nor structure",
+                    "either the path of a model or the structure itself");
+    }
+    return inlined ? *inlined : JsonNode::Load(item.File().parent_path() / model->Text());
+}
 
 gp_Trsf ReadPlacement(const JsonNode& node) {
     node.OnlyKeys({"location_mm", "euler_deg"});
@@ -56,7 +62,7 @@ gp_Trsf ReadPlacement(const JsonNode& node) {
 }
 
 const std::map<std::string, MechanismReader>& MechanismKinds() {
-    static const std::map<std::string, MechanismReader> kinds = {{"robot", ReadRobot}};
+    static const std::map<std::string, MechanismReader> kinds = {{"robot", ReadRobot}, {"tool", ReadTool}};
     return kinds;
 }
 

@@ -20,7 +20,72 @@ void MakeFolder(const fs::path& target) {
     }
 }
 
+fs::path WithoutEndSlash(const fs::path& target) {
+    const fs::path normal = fs::absolute(target).lexically_normal();
+    return normal.has_filename() ? normal : normal.parent_path();
+}
+
+void RequireReplaceable(const fs::path& target, const std::set<std::string>& known) {
+    std::error_code error;
+    if (!fs::exists(target, error)) {
+        return;
+    }
+    if (!fs::is_directory(target)) {
+        throw cell::InputError(target.string(), "", "is a file", "the name of a folder");
+    }
+    for (const auto& entry : fs::directory_iterator(target, error)) {
+        if (!known.contains(entry.path().filename().string())) {
+            throw cell::InputError(target.string(), "", "holds " + entry.path().filename().string(),
+                                   "a new or empty folder, or one that the same command wrote");
+        }
+    }
+    if (error) {
+        Refuse(target, "cannot be read (" + error.message() + ")");
+    }
+}
+
+/// Puts `beside` in the target's place; what stood there is taken back where that fails.
+void PutInPlace(const fs::path& beside, const fs::path& target) {
+    const fs::path old = beside.string() + ".old";
+    std::error_code error;
+    const bool replaces = fs::exists(target, error);
+    if (replaces) {
+        fs::rename(target, old, error);
+    }
+    if (!error) {
+        fs::rename(beside, target, error);
+    }
+    if (error) {
+        const std::string why = error.message();
+        if (replaces && !fs::exists(target, error)) {
+            fs::rename(old, target, error);
+        }
+        fs::remove_all(beside, error);
+        Refuse(target, "cannot be replaced (" + why + ")");
+    }
+    fs::remove_all(old, error);
+}
+
 } // namespace
+
+void cell::WriteFolder(const fs::path& target, const std::set<std::string>& known,
+                       const std::function<void(const fs::path&)>& fill) {
+    const fs::path place = WithoutEndSlash(target);
+    RequireReplaceable(place, known);
+    MakeFolder(place);
+    const fs::path beside = place.string() + "." + Uuid::CreateUuid().ToString();
+    std::error_code error;
+    if (!fs::create_directory(beside, error)) {
+        Refuse(place, "cannot be written (" + error.message() + ")");
+    }
+    try {
+        fill(beside);
+    } catch (...) {
+        fs::remove_all(beside, error);
+        throw;
+    }
+    PutInPlace(beside, place);
+}
 
 void cell::WriteWhole(const fs::path& target, const std::function<bool(const fs::path&)>& write) {
     if (target.filename().empty() || fs::is_directory(target)) {

@@ -4,13 +4,11 @@
 #include <cell/Planner.h>
 #include <cell/Text.h>
 #include <iostream>
-#include <json/writer.h>
 
 namespace cell {
 
 namespace {
 
-constexpr int RoundTripDigits = 17;
 constexpr int ShownDecimals = 3;
 /// A report for each thousand states costs nothing and is seen as movement.
 constexpr std::size_t ProgressStep = 1000;
@@ -57,11 +55,7 @@ void Plan(const PlanRequest& request, std::ostream& out) {
         cell.Node().Refuse("no motions", "at least one under motions");
     }
     std::vector<PlannedMotion> plan = PlanMotions(cell, ProgressLine(request.progress));
-    Json::StreamWriterBuilder writer;
-    writer["indentation"] = " ";
-    writer["precision"] = RoundTripDigits;
-    writer["emitUTF8"] = true;
-    WriteWhole(request.folder / "trace.json", Json::writeString(writer, TraceToJson(cell, plan)) + "\n");
+    WriteWhole(request.folder / "trace.json", JsonText(TraceToJson(cell, plan)));
     PrintTable(out, plan);
 }
 

@@ -39,8 +39,8 @@ void Render(const RenderRequest& request) {
     }
     Viewer viewer(Width, Height);
     Scene scene(viewer);
-    for (RobotEntity* robot : cell.Robots()) {
-        scene.ShowRobot(*robot);
+    for (const Mechanism& mechanism : cell.Mechanisms()) {
+        scene.Show(*mechanism.entity);
     }
     for (std::size_t i = 0; i < plan.size(); ++i) {
         scene.ShowPath(plan[i], i);

@@ -13,6 +13,7 @@
 #include <cmath>
 #include <host/tools/gpHandle.h>
 #include <host/view/ViewShapeUtil.h>
+#include <mechanism/ToolEntity.h>
 
 namespace cell {
 
@@ -25,6 +26,10 @@ constexpr double MarkRadius = 0.0055;
 constexpr double LowestPlinth = 10;
 /// Tools shorter than this need no neck to be seen as part of the arm.
 constexpr double ShortestTool = 30; // mm
+
+/// Fine enough that silhouettes look round at the size of a screen.
+constexpr double RelativeDeflection = 0.0004;
+constexpr double AngularDeflection = 0.1; // rad
 
 /// Size (mm) of a cell with nothing in it.
 constexpr double EmptyScene = 1000;
@@ -79,26 +84,36 @@ void Scene::ShowText(const std::string& text, const gp_Pnt& place, double height
     viewer.Context()->Display(label, Standard_False);
 }
 
-// --- robots ------------------------------------------------------------
+// --- mechanisms --------------------------------------------------------
 
 void Scene::ShowBody(const opencascade::handle<ViewShape>& model) {
-    if (!model.IsNull()) {
-        model->Display(1, -1);
+    if (model.IsNull()) {
+        return;
+    }
+    model->Attributes()->SetDeviationCoefficient(RelativeDeflection);
+    model->Attributes()->SetDeviationAngle(AngularDeflection);
+    model->Display(1, -1);
+    if (model->countsForExtents) {
         extent.Add(BoxOf(model));
     }
 }
 
-void Scene::ShowRobot(RobotEntity& robot) {
-    for (const auto& [key, model] : robot.GetFixMdlMap()) {
+void Scene::Show(GenericEntityConfig& entity) {
+    for (const auto& [key, model] : entity.GetFixMdlMap()) {
         ShowBody(model);
     }
-    for (int i = 0; i < robot.GetLinkSize(); ++i) {
-        for (const auto& model : robot.GetLink(static_cast<std::size_t>(i))->models) {
+    for (int i = 0; i < entity.GetLinkSize(); ++i) {
+        for (const auto& model : entity.GetLink(static_cast<std::size_t>(i))->models) {
             ShowBody(model);
         }
     }
-    ShowPlinth(robot);
-    ShowTool(robot);
+    for (const auto& model : entity.GetExtraMdls()) {
+        ShowBody(model);
+    }
+    if (auto* robot = dynamic_cast<RobotEntity*>(&entity)) {
+        ShowPlinth(*robot);
+        ShowToolCentre(*robot);
+    }
 }
 
 /// A robot that is placed above the floor and carried by nothing stands on a block.
@@ -118,23 +133,30 @@ void Scene::ShowPlinth(RobotEntity& robot) {
     extent.Add(gp_Pnt(low.X(), low.Y(), 0));
 }
 
-void Scene::ShowTool(const RobotEntity& robot) {
-    const gp_Trsf flange = robot.GetCurrentTrsfTool0();
-    const gp_Trsf tcp = robot.GetCurrentTrsfTCP();
+/// A tool that is a frame in the robot's list and nothing more.
+void Scene::ShowNeck(const gp_Trsf& flange, const gp_Pnt& tip) {
     const gp_Pnt from(flange.TranslationPart());
+    if (from.Distance(tip) <= ShortestTool) {
+        return;
+    }
+    const gp_Vec reach(from, tip);
+    const gp_Vec normal(flange.HVectorialPart().Column(3));
+    const gp_Pnt bend = from.Translated(normal * (0.55 * reach.Dot(normal)));
+    Assembly neck;
+    neck.Add(Drum(from.Translated(normal * 18), gp_Dir(normal), 36, 18));
+    if (from.Distance(bend) > 1) {
+        neck.Add(Tube(from, bend, 20, 17));
+    }
+    neck.Add(Ball(bend, 17));
+    neck.Add(Tube(bend, tip, 17, 5));
+    ShowSolid(neck.Shape(), Neck, false);
+}
+
+void Scene::ShowToolCentre(const RobotEntity& robot) {
+    const gp_Trsf tcp = robot.GetCurrentTrsfTCP();
     const gp_Pnt to(tcp.TranslationPart());
-    if (from.Distance(to) > ShortestTool) {
-        const gp_Vec reach(from, to);
-        const gp_Vec normal(flange.HVectorialPart().Column(3));
-        const gp_Pnt bend = from.Translated(normal * (0.55 * reach.Dot(normal)));
-        Assembly neck;
-        neck.Add(Drum(from.Translated(normal * 18), gp_Dir(normal), 36, 18));
-        if (from.Distance(bend) > 1) {
-            neck.Add(Tube(from, bend, 20, 17));
-        }
-        neck.Add(Ball(bend, 17));
-        neck.Add(Tube(bend, to, 17, 5));
-        ShowSolid(neck.Shape(), Neck, false);
+    if (robot.GetToolEntity() == nullptr) {
+        ShowNeck(robot.GetCurrentTrsfTool0(), to);
     }
     // The robot's own frame is meant for a screen that can be zoomed.
     if (!robot.GetToolFrame().IsNull()) {

@@ -3,12 +3,14 @@
 #include <cell/Text.h>
 #include <charconv>
 #include <cmath>
+#include <json/writer.h>
 
 namespace cell {
 
 namespace {
 
 constexpr int DegreeDecimals = 10;
+constexpr int RoundTripDigits = 17;
 /// Longest fixed form of a double with a dozen decimals.
 constexpr std::size_t LongestNumber = 352;
 constexpr std::string_view Separators = ", \t\r";
@@ -58,6 +60,14 @@ std::string Spaced(const std::vector<double>& numbers, int decimals) {
         text += (text.empty() ? "" : " ") + Rounded(number, decimals);
     }
     return text;
+}
+
+std::string JsonText(const Json::Value& json) {
+    Json::StreamWriterBuilder writer;
+    writer["indentation"] = " ";
+    writer["precision"] = RoundTripDigits;
+    writer["emitUTF8"] = true;
+    return Json::writeString(writer, json) + "\n";
 }
 
 std::optional<std::vector<double>> ParseNumbers(std::string_view text) {

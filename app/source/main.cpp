@@ -74,6 +74,11 @@ int main(int argc, char** argv) {
     plan->add_option("CELL", planRequest.file, "Cell file")->required();
     plan->add_option("--out", planRequest.folder, "Folder for trace.json")->required();
 
+    cell::SaveRequest saveRequest;
+    auto* save = app.add_subcommand("save", "Write the whole cell into a folder, identifiers included");
+    save->add_option("CELL", saveRequest.file, "Cell file")->required();
+    save->add_option("--out", saveRequest.folder, "Folder for cell.json, documents and packages")->required();
+
     cell::RenderRequest renderRequest;
     auto* render = app.add_subcommand("render", "Draw the cell into a PNG file (needs a display)");
     render->add_option("CELL", renderRequest.file, "Cell or arm file")->required();
@@ -94,6 +99,8 @@ int main(int argc, char** argv) {
             cell::Fk(fkRequest, std::cin, std::cout);
         } else if (plan->parsed()) {
             cell::Plan(planRequest, std::cout);
+        } else if (save->parsed()) {
+            cell::Save(saveRequest, std::cout);
         } else {
             cell::Render(renderRequest);
         }

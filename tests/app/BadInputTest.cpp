@@ -1,11 +1,7 @@
-#include "Documents.h"
+#include "Faults.h"
 
-#include <cell/Cell.h>
 #include <cell/Commands.h>
-#include <cell/InputError.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sstream>
 
 using namespace cell;
 using testing::AllOf;
@@ -14,45 +10,6 @@ using testing::Not;
 using testing::StartsWith;
 
 namespace {
-
-/// A change that makes a good document bad, and what the report must say.
-struct Fault {
-    const char* name;
-    const char* path;  ///< as jsoncpp writes paths, which is also how reports do, apart from the leading dot
-    const char* value; ///< JSON text; empty takes the key away
-    const char* expected;
-};
-
-void PrintTo(const Fault& fault, std::ostream* out) { *out << fault.name; }
-
-Json::Value Parse(const std::string& text) {
-    std::istringstream stream(text);
-    Json::Value json;
-    stream >> json;
-    return json;
-}
-
-void Apply(const Fault& fault, Json::Value& document) {
-    const std::string path = fault.path;
-    if (*fault.value != '\0') {
-        Json::Path(path).make(document) = Parse(fault.value);
-        return;
-    }
-    const std::size_t dot = path.rfind('.');
-    Json::Value& parent = dot == 0 ? document : Json::Path(path.substr(0, dot)).make(document);
-    const std::string key = path.substr(dot + 1);
-    ASSERT_TRUE(parent.isMember(key)) << path;
-    parent.removeMember(key);
-}
-
-std::string ReportOf(const std::filesystem::path& file) {
-    try {
-        Cell::Load(file);
-    } catch (const InputError& error) {
-        return error.what();
-    }
-    return "accepted";
-}
 
 class BadInput : public testing::TestWithParam<Fault> {
 protected:
@@ -83,8 +40,12 @@ Json::Value GoodCell() {
     second["name"] = "helper";
     second["hash"] = 7;
     second.removeMember("placement");
-    cell["mechanisms"].append(second);
-    cell["mounts"] = Parse(R"([{"entity": "helper", "on": "welder", "place": 0}])");
+    cell["mechanisms"].insert(1, second);
+    cell["mechanisms"][0]["tools"] = Parse(R"([{"location_mm": [1, 2, 3], "euler_deg": [0, 0, 0]}])");
+    cell["mechanisms"][2]["work_type"] = 2;
+    cell["mechanisms"][2]["paint"] = Parse(R"({"up_radius_mm": 5, "down_radius_mm": 50, "length_mm": 90})");
+    cell["mounts"] = Parse(R"([{"entity": "helper", "on": "welder", "place": 0},
+                               {"entity": "torch", "on": "helper", "place": 0}])");
     return cell;
 }
 
@@ -117,6 +78,28 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"LimitNull", ".joints[3].max_deg", "null", "a finite number"},
         Fault{"FlangeOblique", ".flange.x_axis", "[0.6, 0, 0.8]", "perpendicular"},
         Fault{"FlangeMissing", ".flange", "", "missing"}),
+    [](const auto& entry) { return entry.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    Tool, BadCell,
+    testing::Values(
+        Fault{"Type", ".mechanisms[2].parameters.Type", "\"weldgun\"", "\"weldgun\", expected \"WeldGun\""},
+        Fault{"TypeMissing", ".mechanisms[2].parameters.Type", "", "missing"},
+        Fault{"Negative", ".mechanisms[2].parameters.tip_radius", "-1",
+              "-1, expected a finite number above 0"},
+        Fault{"Text", ".mechanisms[2].parameters.tcp_z", "\"far\"", "a finite number"},
+        Fault{"Missing", ".mechanisms[2].parameters.body_length", "", "a finite number above 0"},
+        Fault{"Misspelt", ".mechanisms[2].parameters.stickout", "3", "unknown key"},
+        Fault{"Straightened", ".mechanisms[2].parameters.torch_angle", "180.5", "at most 180"},
+        Fault{"ParametersNoObject", ".mechanisms[2].parameters", "[]", "an object"},
+        Fault{"WorkTypeUnknown", ".mechanisms[2].work_type", "1", "0 for welding or 2 for painting"},
+        Fault{"WorkTypeText", ".mechanisms[2].work_type", "\"paint\"", "a whole number from 0 to 2"},
+        Fault{"ConeZero", ".mechanisms[2].paint.up_radius_mm", "0", "above 0"},
+        Fault{"ConeCylinder", ".mechanisms[2].paint.down_radius_mm", "5", "other than up_radius_mm"},
+        Fault{"ConeHuge", ".mechanisms[2].paint.length_mm", "1e300", "at most 1000000 mm"},
+        Fault{"ConeMissing", ".mechanisms[2].paint.length_mm", "", "missing"},
+        Fault{"ConeMisspelt", ".mechanisms[2].paint.length", "3", "unknown key"},
+        Fault{"DocumentAbsent", ".mechanisms[2].document", "3", "a text"}),
     [](const auto& entry) { return entry.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(
@@ -156,7 +139,20 @@ TEST(BadMount, OnWhatTheEntityCarriesIsRefused) {
     const Folder folder;
     Json::Value cell = GoodCell();
     cell["mounts"].append(Parse(R"({"entity": "welder", "on": "helper", "place": 0})"));
-    EXPECT_THAT(ReportOf(folder.Write("cell.json", ToText(cell))), HasSubstr("mounts[1]: "));
+    EXPECT_THAT(ReportOf(folder.Write("cell.json", ToText(cell))), HasSubstr("mounts[2]: "));
+}
+
+TEST(BadTool, WhoseNumbersContradictEachOtherIsRefused) {
+    const Folder folder;
+    const auto report = [&](const char* key, const char* value) {
+        Json::Value cell = GoodCell();
+        Json::Path(key).make(cell) = Parse(value);
+        return ReportOf(folder.Write("cell.json", ToText(cell)));
+    };
+    EXPECT_THAT(report(".mechanisms[2].parameters.tip_radius", "13"),
+                HasSubstr("mechanisms[2].parameters: no tool comes of these numbers, expected"));
+    EXPECT_THAT(report(".mechanisms[2].work_type", "0"), HasSubstr("mechanisms[2].paint: "));
+    EXPECT_THAT(report(".mounts[1].on", "\"welder\""), HasSubstr("already carries \"helper\""));
 }
 
 TEST(BadText, IsReportedWithTheFile) {

@@ -37,7 +37,13 @@ expect 0 0 fk "$arm" --values-deg -10,20,30,40,50,60
 expect 0 0 plan "$cell" --out "$work/plan"
 [ -s "$work/plan/trace.json" ] || fail "plan: no trace"
 
+expect 0 0 save "$cell" --out "$work/saved"
+expect 0 0 info "$work/saved/cell.json"
+expect 0 0 info "$examples/cells/painting.json"
+grep -q "spray cone" "$work/out" || fail "info: the painting tool has no cone"
+
 expect 1 1 info "$work/absent.json"
+expect 1 1 save "$arm" --out "$work/none"
 expect 1 1 fk "$arm" --values-deg 1,2
 expect 1 1 fk "$arm" --robot nobody --values-deg 1,2,3,4,5,6
 expect 1 1 plan "$arm" --out "$work/none"

@@ -15,7 +15,7 @@ namespace cell {
 /// A mechanism of the cell and where the file speaks of it.
 struct Mechanism {
     std::string kind;
-    std::unique_ptr<GenericEntityConfig> entity;
+    std::shared_ptr<GenericEntityConfig> entity;
     JsonNode node;
 };
 
@@ -65,6 +65,7 @@ private:
     void ReadCell();
     void ReadMechanism(const JsonNode& item);
     void ReadMount(const JsonNode& item) const;
+    void RestoreMechanisms() const;
     void ReadSystem(const JsonNode& item);
     void ReadKeyState(const std::string& stateName, const JsonNode& item);
     void ReadMotion(const JsonNode& item);

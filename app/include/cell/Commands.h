@@ -28,6 +28,14 @@ struct PlanRequest {
 /// Writes trace.json into the folder and prints a table of the motions.
 void Plan(const PlanRequest& request, std::ostream& out);
 
+struct SaveRequest {
+    std::filesystem::path file;
+    std::filesystem::path folder;
+};
+/// Writes the whole cell into a folder: cell.json, and for each mechanism its document and its package.
+/// Loading that cell.json gives the same cell, identifiers included.
+void Save(const SaveRequest& request, std::ostream& out);
+
 struct RenderRequest {
     std::filesystem::path file;
     std::filesystem::path state; ///< state or trace to show; empty: a third through the last motion

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
-#include <initializer_list>
 #include <json/value.h>
 #include <memory>
 #include <optional>
@@ -32,11 +31,13 @@ public:
     /// The members of an object, in the order of their keys.
     std::vector<std::pair<std::string, JsonNode>> Members() const;
     /// Refuses every key that is not listed: a misspelt optional key would otherwise do nothing.
-    void OnlyKeys(std::initializer_list<const char*> known) const;
+    void OnlyKeys(const std::vector<const char*>& known) const;
 
     double Number() const;
     /// A number above zero.
     double Positive() const;
+    /// The size of something in a cell: above zero and at most a kilometre, mm.
+    double Length() const;
     std::string Text() const;
     bool Flag() const;
     /// A whole number from `low` to `high`.
@@ -52,6 +53,10 @@ public:
     [[noreturn]] void Refuse(const std::string& expected) const;
     /// The same with a text of its own in place of the value.
     [[noreturn]] void Refuse(const std::string& shown, const std::string& expected) const;
+    /// Passes on what the library found wrong inside this value: "KEY: VALUE, expected EXPECTATION", or any
+    /// other text, which then stands for the value.
+    /// @param otherwise what was expected, for a text of any other form.
+    [[noreturn]] void PassOn(const std::string& report, const std::string& otherwise) const;
 
 private:
     struct Document {

@@ -8,9 +8,19 @@
 namespace cell {
 
 /// Builds the mechanism that an item of the file's list describes.
-using MechanismReader = std::unique_ptr<GenericEntityConfig> (*)(const JsonNode& item,
+using MechanismReader = std::shared_ptr<GenericEntityConfig> (*)(const JsonNode& item,
                                                                  const std::string& name, std::uint64_t hash);
 const std::map<std::string, MechanismReader>& MechanismKinds();
+
+/// A torch or a painting tool from its parameters. Its spray cone and the switch that shows it are settings
+/// of the process, which the item's "paint" sets.
+std::shared_ptr<GenericEntityConfig> ReadTool(const JsonNode& item, const std::string& name,
+                                              std::uint64_t hash);
+
+/// Refuses every key that neither all mechanisms have nor this kind.
+void OnlyMechanismKeys(const JsonNode& item, const std::vector<const char*>& own);
+/// What the item is built from: the file that "model" names, or what stands under "structure".
+JsonNode StructureOf(const JsonNode& item);
 
 /// Reads the parameters of a motion between key states.
 /// @param keys at least two states of one system.

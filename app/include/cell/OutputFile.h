@@ -2,6 +2,8 @@
 
 #include <filesystem>
 #include <functional>
+#include <set>
+#include <string>
 
 namespace cell {
 
@@ -13,5 +15,11 @@ void WriteWhole(const std::filesystem::path& target,
 
 /// The same for a text.
 void WriteWhole(const std::filesystem::path& target, const std::string& text);
+
+/// Lets `fill` fill a folder beside the target and then puts it in the target's place.
+/// @param known what a folder of this kind may hold: one that holds anything else is refused, since that
+/// would be lost. @throws InputError naming the target, and whatever `fill` throws.
+void WriteFolder(const std::filesystem::path& target, const std::set<std::string>& known,
+                 const std::function<void(const std::filesystem::path& beside)>& fill);
 
 } // namespace cell

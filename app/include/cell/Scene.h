@@ -16,7 +16,7 @@ public:
 
     explicit Scene(Viewer& viewer_) : viewer(viewer_) {}
 
-    void ShowRobot(RobotEntity& robot);
+    void Show(GenericEntityConfig& entity);
     void ShowPath(const PlannedMotion& planned, std::size_t number);
     /// Last, since it takes its size from what was shown before.
     void ShowFloor();
@@ -28,7 +28,8 @@ private:
     double Size() const;
     void ShowBody(const opencascade::handle<ViewShape>& model);
     void ShowPlinth(RobotEntity& robot);
-    void ShowTool(const RobotEntity& robot);
+    void ShowNeck(const gp_Trsf& flange, const gp_Pnt& tip);
+    void ShowToolCentre(const RobotEntity& robot);
     void ShowScale();
     void ShowKeyPose(const KeyState& key, const Quantity_Color& colour);
     void ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour, bool matt);

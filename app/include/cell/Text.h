@@ -1,6 +1,6 @@
 #pragma once
 
-#include <gp_Trsf.hxx>
+#include <json/forwards.h>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -19,6 +19,9 @@ std::string Degrees(double radians);
 std::string Padded(const std::string& text, std::size_t width);
 /// "x y z" of a position (mm), or of three numbers, to some decimals.
 std::string Spaced(const std::vector<double>& numbers, int decimals);
+
+/// A JSON document with the digits that carry every number there and back, and a line end.
+std::string JsonText(const Json::Value& json);
 
 /// Numbers separated by commas or blanks; nothing where any part is no finite number.
 std::optional<std::vector<double>> ParseNumbers(std::string_view text);
