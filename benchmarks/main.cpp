@@ -1,0 +1,135 @@
+#include "Harness.h"
+
+#include <algorithm>
+#include <benchmark/benchmark.h>
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <json/json.h>
+#include <map>
+#include <memory>
+
+// Google Benchmark times both sides of every row, interleaved and repeated; this program compares results first,
+// then puts the medians side by side.
+
+namespace {
+
+using bench::Row;
+using bench::Side;
+using bench::Work;
+
+constexpr int Repetitions = 9;
+
+std::vector<Row> AllRows() {
+    std::vector<Row> rows;
+    for (const auto& subject :
+         {bench::KinematicsRows(), bench::InterpolationRows(), bench::StateRows(), bench::PathRows()}) {
+        rows.insert(rows.end(), subject.begin(), subject.end());
+    }
+    return rows;
+}
+
+/// Collects the median of every side, per element.
+class Medians : public benchmark::ConsoleReporter {
+public:
+    bool ReportContext(const Context& /*context*/) override { return true; }
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            if (run.aggregate_name == "median") {
+                nanoseconds[run.run_name.function_name] = run.GetAdjustedRealTime();
+            }
+        }
+    }
+    std::map<std::string, double> nanoseconds;
+};
+
+void Register(const std::string& name, const Side& side) {
+    benchmark::RegisterBenchmark(name.c_str(), [run = side.run](benchmark::State& state) {
+        for (auto _ : state) {
+            run();
+        }
+    })
+        ->Unit(benchmark::kNanosecond)
+        ->UseRealTime()
+        ->Repetitions(Repetitions)
+        ->ReportAggregatesOnly();
+}
+
+/// Runs both sides once and says whether their results agree.
+bool Agrees(const Row& row, const Work& work) {
+    work.ours.run();
+    work.peer.run();
+    const std::string difference = work.disagreement();
+    if (!difference.empty()) {
+        std::cerr << row.name << ": the two sides disagree: " << difference << "\n";
+    }
+    return difference.empty();
+}
+
+Json::Value Result(const Row& row, double ours, double peer) {
+    Json::Value json;
+    json["name"] = row.name;
+    json["ours_ns"] = ours;
+    json["peer"] = row.peer;
+    json["peer_ns"] = peer;
+    json["ratio"] = ours / peer;
+    json["goal"] = row.goal;
+    return json;
+}
+
+void Print(const Json::Value& result) {
+    const bool met = result["ratio"].asDouble() <= result["goal"].asDouble();
+    std::printf("%-24s %14.1f %14.1f %8.3f %8.3f  %s  %s\n", result["name"].asCString(),
+                result["ours_ns"].asDouble(), result["peer_ns"].asDouble(), result["ratio"].asDouble(),
+                result["goal"].asDouble(), met ? "met   " : "MISSED", result["peer"].asCString());
+}
+
+int Compare(const std::vector<Row>& rows, const std::string& file) {
+    Json::Value results(Json::arrayValue);
+    std::printf("%-24s %14s %14s %8s %8s\n", "row (ns an element)", "ours", "peer", "ratio", "goal");
+    for (const Row& row : rows) {
+        const Work work = row.prepare(false);
+        if (!Agrees(row, work)) {
+            return 1;
+        }
+        // One row at a time, so that the inputs of one do not crowd the caches of another.
+        benchmark::ClearRegisteredBenchmarks();
+        Register("ours", work.ours);
+        Register("peer", work.peer);
+        Medians medians;
+        benchmark::RunSpecifiedBenchmarks(&medians);
+        results.append(Result(row, medians.nanoseconds["ours"] / work.ours.elements,
+                              medians.nanoseconds["peer"] / work.peer.elements));
+        Print(results[results.size() - 1]);
+    }
+    std::ofstream(file) << results.toStyledString();
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const bool quick = std::any_of(argv, argv + argc, [](const char* a) { return std::strcmp(a, "--quick") == 0; });
+    const char* only = argc > 2 && std::strcmp(argv[1], "--row") == 0 ? argv[2] : nullptr;
+    std::vector<Row> rows = AllRows();
+    if (only != nullptr) {
+        std::erase_if(rows, [&](const Row& row) { return row.name != only; });
+    }
+    if (quick) {
+        bool agree = true;
+        for (const Row& row : rows) {
+            agree = Agrees(row, row.prepare(true)) && agree;
+            std::cout << row.name << ": compared\n";
+        }
+        return agree ? 0 : 1;
+    }
+    std::vector<std::string> options = {argv[0], "--benchmark_enable_random_interleaving=true"};
+    std::vector<char*> pointers;
+    for (std::string& option : options) {
+        pointers.push_back(option.data());
+    }
+    int count = static_cast<int>(pointers.size());
+    benchmark::Initialize(&count, pointers.data());
+    return Compare(rows, "out/bench.json");
+}
