@@ -29,6 +29,7 @@ void GenericEntity::SetRootMdlTrsf(const gp_Trsf& trsf) { UpdateRootTrsf(trsf, t
 
 void GenericEntity::UpdateRootTrsf(const gp_Trsf& trsf, bool follow) {
     rootTrsf = trsf;
+    baseWorld = Rigid::From(trsf) * chainBase;
     if (!rootMdl.IsNull()) {
         rootMdl->SetLocalTransformation(trsf);
     }
@@ -41,18 +42,15 @@ void GenericEntity::UpdateRootTrsf(const gp_Trsf& trsf, bool follow) {
 
 void GenericEntity::TransformedBy(const gp_Trsf& trsf) { SetRootMdlTrsf(trsf * rootTrsf); }
 
-Rigid GenericEntity::GetChainBase() const { return Rigid::From(rootTrsf) * chainBase; }
-
 // Links stand in the list behind their parents, so one pass places them all. Null values keep each link's
 // own.
 void GenericEntity::PlaceLinks(const double* values) {
-    const Rigid base = GetChainBase();
     for (std::size_t i = 0; i < links.size(); ++i) {
         LinkRod& link = *links[i];
         if (values != nullptr) {
             link.value = values[i];
         }
-        link.PlaceOn(link.parent != nullptr ? link.parent->GetWorld() : base);
+        link.PlaceOn(link.parent != nullptr ? link.parent->GetWorld() : baseWorld);
     }
 }
 

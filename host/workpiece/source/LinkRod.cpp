@@ -5,17 +5,27 @@
 
 namespace {
 
-// Turns the frame about its own axis number `axis` (0 X, 1 Y, 2 Z): only two columns change.
-void TurnAbout(int axis, double angle, Rigid& frame) {
+// parent * center * turn about the frame's own axis number Axis (0 X, 1 Y, 2 Z), in one pass over the rows:
+// of the turned product only two columns differ from the product itself.
+template <int Axis>
+void PlaceTurned(const Rigid& parent, const Rigid& center, double angle, Rigid& out) {
+    constexpr int u = (Axis + 1) % 3;
+    constexpr int v = (Axis + 2) % 3;
     const double c = std::cos(angle);
     const double s = std::sin(angle);
-    const int u = (axis + 1) % 3;
-    const int v = (axis + 2) % 3;
-    for (int row = 0; row < 9; row += 3) {
-        const double ru = frame.r[row + u];
-        const double rv = frame.r[row + v];
-        frame.r[row + u] = c * ru + s * rv;
-        frame.r[row + v] = c * rv - s * ru;
+    for (int row = 0; row < 3; ++row) {
+        const double x = parent.r[3 * row];
+        const double y = parent.r[3 * row + 1];
+        const double z = parent.r[3 * row + 2];
+        const auto column = [&](int col) {
+            return x * center.r[col] + y * center.r[3 + col] + z * center.r[6 + col];
+        };
+        const double cu = column(u);
+        const double cv = column(v);
+        out.r[3 * row + Axis] = column(Axis);
+        out.r[3 * row + u] = c * cu + s * cv;
+        out.r[3 * row + v] = c * cv - s * cu;
+        out.p[row] = x * center.p[0] + y * center.p[1] + z * center.p[2] + parent.p[row];
     }
 }
 
@@ -58,18 +68,22 @@ gp_Dir LinkRod::GetAxis(JointType type) {
 }
 
 void LinkRod::PlaceOn(const Rigid& parentWorld) {
-    world = parentWorld * center;
     switch (jointType) {
     case JointX:
+        PlaceTurned<0>(parentWorld, center, value, world);
+        break;
     case JointY:
+        PlaceTurned<1>(parentWorld, center, value, world);
+        break;
     case JointZ:
-        TurnAbout(jointType - JointX, value, world);
+        PlaceTurned<2>(parentWorld, center, value, world);
         break;
     case JointRotary:
     case JointLinear:
-        world = world * Rigid::From(MotionAlong(axis, jointType, value));
+        world = parentWorld * center * Rigid::From(MotionAlong(axis, jointType, value));
         break;
     case JointFixed:
+        world = parentWorld * center;
         break;
     }
     world.StoreTo(worldTrsf);

@@ -92,8 +92,6 @@ protected:
     /// Ends the mounting on both sides; the placement in the world stays.
     void Dismount();
     void UpdateModels() const;
-    /// Frame that root links stand on, in the world.
-    Rigid GetChainBase() const;
 
     std::vector<std::shared_ptr<LinkRod>> links;
     std::map<std::uint64_t, unsigned short> linkOrder;
@@ -111,5 +109,7 @@ private:
     void MoveMounted();
     void TakeOverMounting(GenericEntity& other);
 
+    /// Frame that root links stand on, in the world; kept by UpdateRootTrsf.
+    Rigid baseWorld;
     bool coupling = false;
 };
