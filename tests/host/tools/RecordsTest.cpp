@@ -45,7 +45,6 @@ TEST(LogUtils, RecordsReachALoggerOfTheirOwn) {
     EXPECT_EQ(record.text, "100 % {} {") << "braces are no placeholders";
     EXPECT_EQ(record.file + " " + record.function, "room/File Class::Method");
     EXPECT_EQ(record.line, 12);
-    EXPECT_EQ(spdlog::get(LogUtils::LoggerName), LogUtils::Logger());
     EXPECT_EQ(spdlog::default_logger(), defaultLogger);
     EXPECT_NE(LogUtils::Logger(), defaultLogger);
 }

@@ -1,6 +1,7 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <host/workpiece/GenericEntityConfig.h>
+#include <numeric>
 
 // Hosts bind to the virtual operations by their place in the table, so the order is part of the interface.
 
@@ -23,42 +24,31 @@ int SlotOf(Member member) {
     return static_cast<int>((word - 1) / static_cast<std::ptrdiff_t>(sizeof(void*)));
 }
 
+template <class... Members>
+std::vector<int> SlotsOf(Members... members) {
+    return {SlotOf(members)...};
+}
+
+std::vector<int> Following(int first, std::size_t count) {
+    std::vector<int> slots(count);
+    std::iota(slots.begin(), slots.end(), first);
+    return slots;
+}
+
 TEST(VirtualTable, HoldsTheOperationsInTheirOrder) {
-    const std::vector<int> slots = {
-        SlotOf(&Entity::Delete),
-        SlotOf(&Entity::Hide),
-        SlotOf(&Entity::ToJson),
-        SlotOf(&Entity::LoadFromJson),
-        SlotOf(&Entity::SetEntityShape),
-        SlotOf(&Entity::SetRootMdl),
-        SlotOf(&Entity::SetRootMdlTrsf),
-        SlotOf(Opened::CollisionState()),
-        8,
-        9, // the two entries of the virtual destructor
-        SlotOf(&Entity::UpdateRootTrsf),
-        SlotOf(&Entity::EntityDof),
-        SlotOf(&Entity::IsInLimit),
-        SlotOf(&Entity::GetLimit),
-        SlotOf(&Entity::TransformedBy),
-        SlotOf(&Entity::GetDOF),
-        SlotOf(&Entity::GetCurrentValue),
-        SlotOf(&Entity::SetCurrentValue),
-        SlotOf(&Entity::GetMechanismType),
-        SlotOf(&Entity::GetFixMdls),
-        SlotOf(&Entity::GetCollisionFixMdls),
-        SlotOf(&Entity::UpdateLinkModelNames),
-        SlotOf(&Entity::DataToJson),
-        SlotOf(&Entity::Initial),
-        SlotOf(&Entity::CreateCollisionMdl),
-        SlotOf(&Entity::GetSubCollisionParts),
-        SlotOf(&Entity::UpdateAssembleData),
-        SlotOf(&Entity::ExportParaToJson),
-        SlotOf(&Entity::UpdateModelPara),
-        SlotOf(Opened::State()),
-    };
-    for (std::size_t i = 0; i < slots.size(); ++i) {
-        EXPECT_EQ(slots[i], static_cast<int>(i));
-    }
+    const auto before = SlotsOf(&Entity::Delete, &Entity::Hide, &Entity::ToJson, &Entity::LoadFromJson,
+                                &Entity::SetEntityShape, &Entity::SetRootMdl, &Entity::SetRootMdlTrsf,
+                                Opened::CollisionState());
+    EXPECT_EQ(before, Following(0, 8));
+    const int destructors = 2;
+    const auto after =
+        SlotsOf(&Entity::UpdateRootTrsf, &Entity::EntityDof, &Entity::IsInLimit, &Entity::GetLimit,
+                &Entity::TransformedBy, &Entity::GetDOF, &Entity::GetCurrentValue, &Entity::SetCurrentValue,
+                &Entity::GetMechanismType, &Entity::GetFixMdls, &Entity::GetCollisionFixMdls,
+                &Entity::UpdateLinkModelNames, &Entity::DataToJson, &Entity::Initial,
+                &Entity::CreateCollisionMdl, &Entity::GetSubCollisionParts, &Entity::UpdateAssembleData,
+                &Entity::ExportParaToJson, &Entity::UpdateModelPara, Opened::State());
+    EXPECT_EQ(after, Following(8 + destructors, 20));
 }
 
 #endif

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <support/SampleMechanisms.h>
+#include <support/Text.h>
+#include <support/Thrown.h>
 #include <support/TrsfMatcher.h>
 
 namespace {
@@ -10,22 +11,11 @@ protected:
     std::unique_ptr<GenericEntityConfig> entity = sample::Build(sample::Positioner(), 9);
 };
 
-struct BadRecord {
-    const char* key;
-    Json::Value value;
-    const char* complaint;
-};
-
 TEST_F(LinkRecords, BadOnesNameTheKeyAndChangeNothing) {
-    Json::Value nan(Json::arrayValue);
-    Json::Value five(Json::arrayValue);
-    for (int i = 0; i < 6; ++i) {
-        nan.append(i == 3 ? std::nan("") : 0.0);
-        if (i < 5) {
-            five.append(0.0);
-        }
-    }
-    const std::vector<BadRecord> bad = {
+    const Json::Value five = Parsed("[0, 0, 0, 0, 0]");
+    Json::Value nan = five;
+    nan.append(std::nan(""));
+    const std::tuple<const char*, Json::Value, const char*> bad[] = {
         {"link_hash", 0, "link_hash: 0"},
         {"link_hash", "x", "link_hash: \"x\""},
         {"parent_link_hash", 5555, "parent_link_hash: 5555"},
@@ -42,19 +32,14 @@ TEST_F(LinkRecords, BadOnesNameTheKeyAndChangeNothing) {
         {"axis_models", "id", "axis_models"},
     };
     const Json::Value before = entity->DataToJson("");
-    for (const BadRecord& record : bad) {
+    for (const auto& [key, value, complaint] : bad) {
         Json::Value json = entity->LinkToJson(entity->GetLink(1));
         json["axis_max"] = 10;
         json["axis_min"] = -10;
         json["joint_value"] = 0.25;
-        json[record.key] = record.value;
-        try {
-            entity->UpdateLinkRodPara(json, false);
-            ADD_FAILURE() << record.complaint;
-        } catch (const std::invalid_argument& error) {
-            EXPECT_THAT(error.what(), testing::HasSubstr(record.complaint));
-        }
-        EXPECT_EQ(entity->DataToJson(""), before) << record.complaint;
+        json[key] = value;
+        EXPECT_THAT(Thrown([&] { entity->UpdateLinkRodPara(json, false); }), testing::HasSubstr(complaint));
+        EXPECT_EQ(entity->DataToJson(""), before) << complaint;
     }
 }
 
@@ -72,25 +57,19 @@ TEST_F(LinkRecords, BodiesStayOrGoWithTheFrameAsAsked) {
 }
 
 TEST_F(LinkRecords, TheStructureComesBackFromItsOwnData) {
-    entity->SetCurrentValue({0.5, -0.25}, 9);
-    entity->ForwardTrsf(9, true, true);
+    entity->ForwardTrsfWithValue({0.5, -0.25}, true, true);
     GenericEntityConfig copy;
     copy.SetRootMdl(new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid()));
     copy.LoadFromJson(entity->DataToJson(""));
-    EXPECT_THAT(copy.GetCurrentTrsfTool0(), IsTrsf(entity->GetCurrentTrsfTool0(), 1e-9, 1e-12));
+    EXPECT_THAT(copy.GetCurrentTrsfTool0(), IsTrsf(entity->GetCurrentTrsfTool0()));
     EXPECT_EQ(copy.GetRootMdl()->GetId(), entity->GetRootMdl()->GetId());
     EXPECT_EQ(copy.GetName(), entity->GetName());
-    EXPECT_NEAR(copy.GetLink(1)->GetLimit().second, entity->GetLink(1)->GetLimit().second, 1e-12);
 }
 
-TEST_F(LinkRecords, LinksAreFoundByPlaceByHashAndByChain) {
-    EXPECT_EQ(entity->GetRootLinkNum(), 1);
-    EXPECT_EQ(entity->GetRootLink(0), entity->GetLink(0));
-    EXPECT_EQ(entity->GetEndLink(0), entity->GetLink(1));
+TEST_F(LinkRecords, LinksThatAreNotThereAreNull) {
     EXPECT_EQ(entity->GetRootLink(1), nullptr);
     EXPECT_EQ(entity->GetEndLink(1), nullptr);
     EXPECT_EQ(entity->GetLink(2), nullptr);
-    EXPECT_EQ(entity->GetLinkIndexOrder(101), 1);
     EXPECT_THROW(entity->GetLinkIndexOrder(7), std::out_of_range);
 }
 

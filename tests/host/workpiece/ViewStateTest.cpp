@@ -11,10 +11,8 @@ namespace {
 
 TEST(ViewState, IsKeptWithoutAView) {
     const opencascade::handle<BaseViewShape> shape = new BaseViewShape(BRepPrimAPI_MakeBox(1, 2, 3).Shape());
-    EXPECT_FALSE(shape->IsDisplayed());
     shape->Display(0, 4);
     EXPECT_TRUE(shape->IsDisplayed());
-    EXPECT_EQ(shape->GetDisplayMode(), 0);
     EXPECT_EQ(shape->GetSelectionModes(), std::set<int>{4});
     shape->SetSelectionMode(-1, false);
     EXPECT_TRUE(shape->GetSelectionModes().empty());
@@ -22,10 +20,6 @@ TEST(ViewState, IsKeptWithoutAView) {
     shape->Display(1, -1);
     EXPECT_TRUE(shape->GetSelectionModes().empty()) << "-1 leaves the selection as it is";
     EXPECT_TRUE(shape->IsUnSelected());
-    shape->RedisplayShape(true, true);
-    shape->Hide();
-    EXPECT_FALSE(shape->IsDisplayed());
-    shape->Display();
     shape->RemoveFromView();
     EXPECT_FALSE(shape->IsDisplayed());
 }

@@ -15,7 +15,9 @@ struct Draws {
 class Draw {
 public:
     explicit Draw(unsigned seed) : engine(seed) {}
-    double Between(double low, double high) { return std::uniform_real_distribution<double>(low, high)(engine); }
+    double Between(double low, double high) {
+        return std::uniform_real_distribution<double>(low, high)(engine);
+    }
     int Whole(int low, int high) { return std::uniform_int_distribution<int>(low, high)(engine); }
 
 private:

@@ -15,9 +15,9 @@
 namespace sample {
 
 struct Mechanism {
-    std::vector<gp_Ax1> axes; ///< joint axes at zero, in the mechanism's frame
-    gp_Trsf flange;           ///< flange at zero, in the mechanism's frame
-    std::vector<bool> linear; ///< joints that slide; empty for none
+    std::vector<gp_Ax1> axes;      ///< joint axes at zero, in the mechanism's frame
+    gp_Trsf flange;                ///< flange at zero, in the mechanism's frame
+    std::vector<bool> linear = {}; ///< joints that slide; empty for none
     int armStructure = 0;
     bool coupled = false;
 
@@ -51,10 +51,7 @@ inline Mechanism SixAxisArm() {
     return {.axes = {gp_Ax1({0, 0, 0}, gp_Dir(0, 0, 1)), gp_Ax1({150, 40, 500}, y),
                      gp_Ax1({150, 40, 1100}, y), gp_Ax1({150, 40, 1230}, x), gp_Ax1({860, 40, 1230}, y),
                      gp_Ax1({960, 40, 1230}, x)},
-            .flange = Frame({985, 40, 1230}, x, gp_Dir(0, 0, -1)),
-            .linear = {},
-            .armStructure = 0,
-            .coupled = false};
+            .flange = Frame({985, 40, 1230}, x, gp_Dir(0, 0, -1))};
 }
 
 /// Three parallel axes and two wrist offsets: arm structure 1.
@@ -64,9 +61,7 @@ inline Mechanism ParallelArm() {
                      gp_Ax1({0, 130, 980}, y), gp_Ax1({0, 130, 1090}, gp_Dir(0, 0, 1)),
                      gp_Ax1({0, 230, 1090}, y)},
             .flange = Frame({0, 230, 1090}, y, gp_Dir(1, 0, 0)),
-            .linear = {},
-            .armStructure = 1,
-            .coupled = false};
+            .armStructure = 1};
 }
 
 /// Seven links whose wrist axes stand at 35 degrees to each other.
@@ -83,17 +78,13 @@ inline Mechanism CoupledArm() {
     return {.axes = {gp_Ax1({0, 0, 0}, gp_Dir(0, 0, 1)), gp_Ax1({250, 0, 600}, y), gp_Ax1({250, 0, 1500}, y),
                      gp_Ax1(fourth, x), gp_Ax1(fifth, down), gp_Ax1(sixth, up), gp_Ax1(seventh, x)},
             .flange = Frame(seventh, x, gp_Dir(0, 0, -1)),
-            .linear = {},
-            .armStructure = 0,
             .coupled = true};
 }
 
 inline Mechanism TwoAxisRail() {
     return {.axes = {gp_Ax1({0, 0, 0}, gp_Dir(0, 1, 0)), gp_Ax1({0, 0, 300}, gp_Dir(1, 0, 0))},
             .flange = Frame({0, 100, 340}, gp_Dir(0, 0, 1), gp_Dir(1, 0, 0)),
-            .linear = {true, true},
-            .armStructure = 0,
-            .coupled = false};
+            .linear = {true, true}};
 }
 
 /// A rail that slides, turns about a leaning column and slides along it.
@@ -102,17 +93,12 @@ inline Mechanism TurningRail() {
     return {.axes = {gp_Ax1({10, 0, 0}, gp_Dir(1, 0.1, 0)), gp_Ax1({0, 200, 300}, column),
                      gp_Ax1({0, 0, 0}, column)},
             .flange = Frame({0, 900, 1340}, gp_Dir(0, 1, 1), gp_Dir(1, 0, 0)),
-            .linear = {true, false, true},
-            .armStructure = 0,
-            .coupled = false};
+            .linear = {true, false, true}};
 }
 
 inline Mechanism Positioner() {
     return {.axes = {gp_Ax1({700, 0, 1000}, gp_Dir(1, 0, 0)), gp_Ax1({0, 0, 1000}, gp_Dir(0, 0, 1))},
-            .flange = Frame({0, 0, 1120}, gp_Dir(0, 0, 1), gp_Dir(1, 0, 0)),
-            .linear = {},
-            .armStructure = 0,
-            .coupled = false};
+            .flange = Frame({0, 0, 1120}, gp_Dir(0, 0, 1), gp_Dir(1, 0, 0))};
 }
 
 /// A block near the joint, so that every link has a body whose place can be asked.
@@ -179,6 +165,21 @@ inline std::unique_ptr<GenericEntityConfig> Build(const Mechanism& mechanism, st
     entity->UpdateAssembleData();
     return entity;
 }
+
+/// A place on a link of a carrier.
+inline Json::Value Place(std::uint64_t link, int index) {
+    Json::Value place;
+    place["link_hash"] = Json::UInt64(link);
+    place["install_index"] = index;
+    return place;
+}
+
+/// A parameter of suites that hold one promise for several mechanisms.
+struct Case {
+    const char* name;
+    Mechanism (*make)();
+};
+inline constexpr auto NameOf = [](const auto& info) { return std::string(info.param.name); };
 
 /// Joint values within +-2.9 rad (or 0 to 3000 mm), coupled where the wrist is.
 inline std::vector<double> RandomValues(const Mechanism& mechanism, std::mt19937& random) {

@@ -26,3 +26,6 @@ MATCHER_P3(IsTrsf, expected, mm, entries, "") {
                      << " in rotation entries";
     return difference.translation <= mm && difference.rotation <= entries;
 }
+
+/// Matches a transform but for the rounding of a few products of unit rotations over metres.
+inline auto IsTrsf(const gp_Trsf& expected) { return IsTrsf(expected, 1e-9, 1e-12); }
