@@ -2,6 +2,7 @@
 #include "Document.h"
 #include "Failure.h"
 #include "Format.h"
+#include "ModelNames.h"
 
 #include <host/tools/DataHandle.h>
 #include <mechanism/RobotEntity.h>
@@ -198,15 +199,6 @@ void RobotEntity::LoadFromJson(const Json::Value& json) {
 void RobotEntity::ExportParaToJson(Json::Value& out) { out["RobotBrand"] = robotBrand; }
 
 void RobotEntity::UpdateLinkModelNames() {
-    for (const auto& [key, model] : GetFixMdlMap()) {
-        model->SetName(format("机器人:{} - 基座", GetName()));
-    }
-    for (std::size_t i = 0; i < links.size(); ++i) {
-        for (const auto& model : links[i]->models) {
-            if (!model.IsNull()) {
-                model->SetName(format("机器人:{} - 轴{}", GetName(), i + 1));
-            }
-        }
-    }
+    NameModels(*this, "机器人");
     UpdateInfo();
 }

@@ -1,7 +1,7 @@
 #include <mechanism/ToolEntity.h>
 
 #include "Document.h"
-#include "Format.h"
+#include "ModelNames.h"
 #include "TorchParts.h"
 
 #include <host/tools/gpHandle.h>
@@ -110,16 +110,7 @@ void ToolEntity::SetSimulatorState(bool simulating) {
 void ToolEntity::UpdateCollisionMdlState() { SetCheckCollisionGap(ToolCollisionGap); }
 
 void ToolEntity::UpdateLinkModelNames() {
-    for (const auto& [key, model] : fixMdls) {
-        model->SetName(format("工具:{} - 基座", GetName()));
-    }
-    for (std::size_t i = 0; i < links.size(); ++i) {
-        for (const auto& model : links[i]->models) {
-            if (!model.IsNull()) {
-                model->SetName(format("工具:{} - 轴{}", GetName(), i + 1));
-            }
-        }
-    }
+    NameModels(*this, "工具");
     Initial();
 }
 
