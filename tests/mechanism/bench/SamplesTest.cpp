@@ -26,14 +26,11 @@ sample::Mechanism ReadMechanism(const Json::Value& json) {
 }
 
 gp_Trsf FlangeOf(const Json::Value& at) {
-    Rigid flange;
-    for (int row = 0; row < 3; ++row) {
-        flange.p[row] = at["flange_origin_mm"][row].asDouble();
-        for (int column = 0; column < 3; ++column) {
-            flange.r[3 * row + column] = at["flange_rotation"][row][column].asDouble();
-        }
-    }
-    return flange.ToTrsf();
+    const Json::Value& rows = at["flange_rotation"];
+    const auto column = [&](int i) {
+        return gp_Dir(rows[0][i].asDouble(), rows[1][i].asDouble(), rows[2][i].asDouble());
+    };
+    return sample::Frame(Triple(at["flange_origin_mm"]), column(2), column(0));
 }
 
 class SampleFile : public testing::TestWithParam<const char*> {};

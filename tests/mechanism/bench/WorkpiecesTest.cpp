@@ -1,23 +1,11 @@
-#include <gmock/gmock.h>
 #include <host/tools/gpHandle.h>
 #include <host/workpiece/Workpiece.h>
 #include <mechanism/BenchEntity.h>
-#include <support/LogCapture.h>
+#include <support/Failure.h>
 #include <support/SampleMechanisms.h>
-#include <support/Thrown.h>
 #include <support/TrsfMatcher.h>
 
 namespace {
-
-// A few products of unit rotations over a metre.
-constexpr double Mm = 1e-9;
-constexpr double Entries = 1e-12;
-
-Json::Value OnTheBase() {
-    Json::Value place;
-    place["link_hash"] = place["install_index"] = 0;
-    return place;
-}
 
 class Workpieces : public testing::Test {
 protected:
@@ -50,11 +38,8 @@ TEST_F(Workpieces, LetGoByTheBenchAloneStillHangOnTheirPlace) {
     EXPECT_THAT(first.GetAssembleTrsf(), IsTrsf(gp_Trsf(), 0, 0));
     EXPECT_EQ(bench.AddWorkpiece(&first), 0) << "taken in again without a new assembly";
     bench.DeleteWorkpiece(&first);
-    bench.AddFixMdl(sample::Block(gp_Trsf()));
     bench.UpdateLinkModelNames();
     EXPECT_EQ(first.carrier, &bench) << "the flanges say who is there";
-    EXPECT_EQ(bench.GetFixMdls()[0]->GetName(), "工作台:B1 - 基座");
-    EXPECT_EQ(bench.GetLink(1)->models[0]->GetName(), "工作台:B1 - 轴2");
     bench.DisassembleModel(&first);
     bench.Initial();
     EXPECT_FALSE(bench.IsContainWorkpiece(&first));
@@ -66,12 +51,12 @@ TEST_F(Workpieces, FollowTheFlangeAndTheDisplacementIsItsMotion) {
     bench.AddWorkpiece(&first);
     const std::vector<double> values = {0.7, -2.1};
     EXPECT_THAT(bench.KinematicForward(values, false),
-                IsTrsf(base * positioner.MotionAt(values) * base.Inverted(), Mm, Entries));
-    EXPECT_THAT(first.GetRootMdlTrsf(), IsTrsf(base * positioner.FlangeAt(values), Mm, Entries));
-    EXPECT_THAT(bench.GetPlacementTrsf(), IsTrsf(base * positioner.flange, Mm, Entries)) << "at rest";
+                IsTrsf(base * positioner.MotionAt(values) * base.Inverted()));
+    EXPECT_THAT(first.GetRootMdlTrsf(), IsTrsf(base * positioner.FlangeAt(values)));
+    EXPECT_THAT(bench.GetPlacementTrsf(), IsTrsf(base * positioner.flange)) << "at rest";
     bench.DisassembleModel(&first);
-    EXPECT_THAT(bench.KinematicForward({0, 0}, true), IsTrsf(gp_Trsf(), Mm, Entries));
-    EXPECT_THAT(first.GetParentAssembleTrsf(), IsTrsf(base * positioner.FlangeAt(values), Mm, Entries));
+    EXPECT_THAT(bench.KinematicForward({0, 0}, true), IsTrsf(gp_Trsf()));
+    EXPECT_THAT(first.GetParentAssembleTrsf(), IsTrsf(base * positioner.FlangeAt(values)));
 }
 
 TEST_F(Workpieces, StandOnTheBaseOfABenchWithoutAxesUnlessTheyCarryIt) {
@@ -80,7 +65,7 @@ TEST_F(Workpieces, StandOnTheBaseOfABenchWithoutAxesUnlessTheyCarryIt) {
     EXPECT_EQ(table.GetPlacementLinkHash(), 0U);
     EXPECT_EQ(table.AddWorkpiece(&first), 0);
     second.AddFlange(std::make_shared<Flange>());
-    second.AssembleOtherModel(&table, OnTheBase());
+    second.AssembleOtherModel(&table, sample::Place(0, 0));
     EXPECT_THROW(table.AddWorkpiece(&second), std::invalid_argument);
     EXPECT_EQ(second.carrier, nullptr);
     EXPECT_FALSE(table.IsContainWorkpiece(&second));
@@ -91,7 +76,7 @@ TEST_F(Workpieces, LeaveTableAndSystemsToTheData) {
     bench.Initial();
     ASSERT_EQ(bench.GetBenchDH().size(), 4U);
     EXPECT_THAT(bench.GetBenchDH()[2], testing::ElementsAre(1, 2, 3, 0));
-    EXPECT_NEAR(bench.GetBenchDH()[3][1], 0.2, Entries);
+    EXPECT_NEAR(bench.GetBenchDH()[3][1], 0.2, 1e-12);
     EXPECT_FALSE(bench.DataToJson("").isMember("WorkbenchSystem"));
     bench.AddSystem(9);
     bench.AddSystem(4);
@@ -103,14 +88,10 @@ TEST_F(Workpieces, AreReleasedByABenchOfTwoChainsWhichIsRefused) {
     Json::Value root = forked->LinkToJson(forked->GetLink(0));
     root["link_hash"] = 7;
     forked->UpdateLinkRodPara(root, false);
-    forked->AssembleOtherModel(&first, OnTheBase());
-    LogCapture log;
-    EXPECT_THAT(Thrown([&] { const BenchEntity refused(forked.get()); }),
-                testing::EndsWith("BenchEntity::UpdateDH变位机结构错误：不支持多条运动链"));
+    forked->AssembleOtherModel(&first, sample::Place(0, 0));
+    ExpectFailure([&] { const BenchEntity refused(forked.get()); }, "BenchEntity", "BenchEntity::UpdateDH",
+                  "变位机结构错误：不支持多条运动链");
     EXPECT_EQ(first.carrier, nullptr);
-    EXPECT_EQ(log.Records().at(0).level, spdlog::level::critical);
-    EXPECT_EQ(log.Records()[0].function, "BenchEntity::UpdateDH");
-    EXPECT_EQ(log.Records()[0].file, "entity/mechanism/source/BenchEntity");
 }
 
 } // namespace

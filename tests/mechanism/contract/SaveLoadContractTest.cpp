@@ -16,6 +16,7 @@ using Entities = std::shared_ptr<GenericEntityConfig>;
 
 struct Kind {
     const char* name;
+    const char* title;
     int type;
     std::function<Entities()> make;
 };
@@ -61,6 +62,18 @@ TEST_P(SaveLoadContract, RefusesADocumentOfAnotherKindAndStaysAsItWas) {
     }
 }
 
+TEST_P(SaveLoadContract, ModelsAreNamedAfterTheEntity) {
+    entity->SetName("E");
+    entity->AddFixMdl(sample::Block(gp_Trsf()));
+    entity->UpdateLinkModelNames();
+    const std::string prefix = GetParam().title + std::string(":E - ");
+    EXPECT_EQ(entity->GetFixMdls().back()->GetName(), prefix + "基座");
+    for (int i = 0; i < entity->GetLinkSize(); ++i) {
+        const auto& models = entity->GetLink(static_cast<std::size_t>(i))->models;
+        EXPECT_EQ(models.front()->GetName(), prefix + "轴" + std::to_string(i + 1));
+    }
+}
+
 TEST_P(SaveLoadContract, NothingIsLoadedWithoutARootModel) {
     const Json::Value json = entity->ToJson("");
     entity->SetRootMdl(nullptr);
@@ -70,10 +83,11 @@ TEST_P(SaveLoadContract, NothingIsLoadedWithoutARootModel) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, SaveLoadContract,
-                         testing::Values(Kind{"Robot", 1, Make<RobotEntity, sample::SixAxisArm>},
-                                         Kind{"Pedestal", 2, Make<PedestalEntity, sample::TwoAxisRail>},
-                                         Kind{"Bench", 3, Make<BenchEntity, sample::Positioner>},
-                                         Kind{"Tool", 4, MakeTool}),
-                         [](const auto& kind) { return std::string(kind.param.name); });
+                         testing::Values(Kind{"Robot", "机器人", 1, Make<RobotEntity, sample::SixAxisArm>},
+                                         Kind{"Pedestal", "地轨", 2,
+                                              Make<PedestalEntity, sample::TwoAxisRail>},
+                                         Kind{"Bench", "工作台", 3, Make<BenchEntity, sample::Positioner>},
+                                         Kind{"Tool", "工具", 4, MakeTool}),
+                         sample::NameOf);
 
 } // namespace

@@ -2,9 +2,7 @@
 
 #include <Bnd_OBB.hxx>
 #include <functional>
-#include <gmock/gmock.h>
-#include <support/LogCapture.h>
-#include <support/Thrown.h>
+#include <support/Failure.h>
 
 namespace {
 
@@ -74,23 +72,16 @@ TEST_F(Pedestal, HasTheLimitsOfTheRun) {
 TEST_F(Pedestal, FailsWithItsTextsAndLines) {
     Stand(70, 80);
     const std::string unknown = "map传入key错误，数据不在范围内";
-    const struct {
-        std::function<void()> ask;
-        int line;
-        std::string where, name, message;
-    } cases[] = {{[&] { rail.GetDOF(5); }, 166, "", "GetCurrentValue", unknown},
-                 {[&] { rail.GetLimit(5, 0); }, 166, "", "GetCurrentValue", unknown},
-                 {[&] { rail.GetCurrentValueData(0); }, 28, "stalEntity", "GetCurrentValueData", unknown},
-                 {[&] { rail.GetMaxAxisDir(5); }, 28, "stalEntity", "GetCurrentValueData", unknown},
-                 {[&] { rail.GetLimit(80, 50.1); }, 227, "", "GetLimit", "限位错误"}};
+    const std::tuple<std::function<void()>, int, std::string, std::string, std::string> cases[] = {
+        {[&] { rail.GetDOF(5); }, 166, "", "GetCurrentValue", unknown},
+        {[&] { rail.GetLimit(5, 0); }, 166, "", "GetCurrentValue", unknown},
+        {[&] { rail.GetCurrentValueData(0); }, 28, "stalEntity", "GetCurrentValueData", unknown},
+        {[&] { rail.GetMaxAxisDir(5); }, 28, "stalEntity", "GetCurrentValueData", unknown},
+        {[&] { rail.GetLimit(80, 50.1); }, 227, "", "GetLimit", "限位错误"}};
     for (const auto& [ask, line, where, name, message] : cases) {
         const std::string function = "PedestalEntity::" + name;
-        LogCapture log;
+        EXPECT_EQ(ExpectFailure(ask, "PedestalEntity", function, message), line);
         EXPECT_EQ(Thrown(ask), where + function + message);
-        const LogRecord record = log.Records().at(0);
-        EXPECT_EQ(std::tie(record.text, record.function, record.line), std::tie(message, function, line));
-        EXPECT_EQ(record.level, spdlog::level::critical);
-        EXPECT_EQ(record.file, "entity/mechanism/source/PedestalEntity");
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <mechanism/PedestalEntity.h>
-#include <memory>
+#include <support/SampleMechanisms.h>
 
 /// A pedestal that a test lays out link by link, in the order it likes, and fills with robots.
 class Rail : public PedestalEntity {
@@ -22,10 +22,7 @@ public:
     void Stand(LinkRod* link, std::uint64_t system) {
         robots.push_back(std::make_unique<GenericEntityConfig>());
         robots.back()->SetHashIndex(system);
-        Json::Value place;
-        place["link_hash"] = Json::UInt64(link->linkHash);
-        place["install_index"] = GetFlangeSize();
-        AssembleOtherModel(robots.back().get(), place);
+        AssembleOtherModel(robots.back().get(), sample::Place(link->linkHash, GetFlangeSize()));
     }
 
 private:

@@ -8,26 +8,14 @@
 
 namespace {
 
-// A few products of unit rotations over metres: rounding of 1e-13 relative, with room.
-constexpr double Mm = 1e-9;
-constexpr double Entries = 1e-12;
-constexpr double SameNumber = 1e-9;
+constexpr double SameNumber = 1e-9; // mm, rad
 constexpr int Draws = 200;
 
-struct ArmCase {
-    const char* name;
-    sample::Mechanism (*make)();
-};
-
-class Normalisation : public testing::TestWithParam<ArmCase> {
+class Normalisation : public testing::TestWithParam<sample::Case> {
 protected:
     Normalisation() : arm(GetParam().make()), structure(sample::Build(arm, 77)) {
         structure->SetRootMdlTrsf(base);
         robot = std::make_unique<RobotEntity>(structure.get());
-    }
-
-    static gp_Trsf MakeBase() {
-        return sample::Frame({300, -200, 150}, gp_Dir(0.1, 0.2, 1), gp_Dir(1, 0.3, -0.1));
     }
 
     void ExpectEverythingInPlace(const std::string& when) {
@@ -37,8 +25,8 @@ protected:
             const auto values = sample::RandomValues(arm, random);
             robot->SetCurrentValue(values, 77);
             ASSERT_TRUE(robot->ForwardTrsf(77, true, true));
-            ASSERT_THAT(robot->GetCurrentTrsfTCP(), IsTrsf(base * arm.FlangeAt(values), Mm, Entries));
-            ASSERT_THAT(robot->GetCurrentTrsfTool0(), IsTrsf(base * arm.FlangeAt(values), Mm, Entries));
+            ASSERT_THAT(robot->GetCurrentTrsfTCP(), IsTrsf(base * arm.FlangeAt(values)));
+            ASSERT_THAT(robot->GetCurrentTrsfTool0(), IsTrsf(base * arm.FlangeAt(values)));
             for (std::size_t i = 0; i < arm.axes.size(); ++i) {
                 ExpectLinkInPlace(i, base * arm.MotionAt(values, i + 1));
             }
@@ -50,13 +38,13 @@ protected:
         const gp_Ax1 axis = link.axis.Transformed(link.worldTrsf);
         const gp_Ax1 expected = arm.axes[i].Transformed(motion);
         EXPECT_TRUE(axis.Direction().IsEqual(expected.Direction(), SameNumber)) << "axis " << i + 1;
-        EXPECT_LE(axis.Location().Distance(expected.Location()), Mm) << "joint origin " << i + 1;
+        EXPECT_LE(axis.Location().Distance(expected.Location()), SameNumber) << "joint origin " << i + 1;
         const ViewShape& model = *link.models.front();
         const gp_Trsf body = model.LocalTransformation() * model.Shape().Location().Transformation();
-        EXPECT_THAT(body, IsTrsf(motion * bodyAtZero[i], Mm, Entries)) << "body " << i + 1;
+        EXPECT_THAT(body, IsTrsf(motion * bodyAtZero[i])) << "body " << i + 1;
     }
 
-    const gp_Trsf base = MakeBase();
+    const gp_Trsf base = sample::Frame({300, -200, 150}, gp_Dir(0.1, 0.2, 1), gp_Dir(1, 0.3, -0.1));
     const sample::Mechanism arm;
     const std::unique_ptr<GenericEntityConfig> structure;
     // Where the description put each body, before anything was rewritten.
@@ -88,10 +76,7 @@ TEST_P(Normalisation, EveryLinkTurnsAboutItsOwnZAndExtractionIsItsOwnInverse) {
     const auto again = RobotEntity::GetArmDH1989(robot.get());
     ASSERT_EQ(again.size(), table.size());
     for (std::size_t row = 0; row < table.size(); ++row) {
-        for (std::size_t column = 0; column < 4; ++column) {
-            EXPECT_NEAR(again[row][column], table[row][column], SameNumber)
-                << "row " << row << ", " << column;
-        }
+        EXPECT_THAT(again[row], testing::Pointwise(testing::DoubleNear(SameNumber), table[row])) << row;
     }
 }
 
@@ -103,9 +88,9 @@ TEST_P(Normalisation, RepeatedLoadingSettlesToTheBit) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Arms, Normalisation,
-                         testing::Values(ArmCase{"SixAxis", sample::SixAxisArm},
-                                         ArmCase{"Parallel", sample::ParallelArm},
-                                         ArmCase{"CoupledWrist", sample::CoupledArm}),
-                         [](const auto& arm) { return std::string(arm.param.name); });
+                         testing::Values(sample::Case{"SixAxis", sample::SixAxisArm},
+                                         sample::Case{"Parallel", sample::ParallelArm},
+                                         sample::Case{"CoupledWrist", sample::CoupledArm}),
+                         sample::NameOf);
 
 } // namespace

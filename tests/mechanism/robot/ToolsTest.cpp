@@ -1,29 +1,22 @@
 #include <BRepGProp.hxx>
 #include <GProp_GProps.hxx>
 #include <TopoDS_Iterator.hxx>
-#include <gtest/gtest.h>
-#include <host/tools/CADParamConfig.h>
 #include <host/tools/gpHandle.h>
 #include <mechanism/RobotEntity.h>
 #include <support/LogCapture.h>
 #include <support/SampleMechanisms.h>
+#include <support/Text.h>
 #include <support/TrsfMatcher.h>
 
 namespace {
 
-constexpr double Mm = 1e-9;
-constexpr double Entries = 1e-12;
 constexpr double Degree = std::numbers::pi / 180.0;
 
 class RobotTools : public testing::Test {
 protected:
     static Json::Value Record(int type) {
-        Json::Value json;
+        Json::Value json = Parsed(R"({"ToolIndex": 2, "X": 12.0, "Y": -5.0, "Z": 320.0})");
         json["Type"] = type;
-        json["ToolIndex"] = 2;
-        json["X"] = 12.0;
-        json["Y"] = -5.0;
-        json["Z"] = 320.0;
         return json;
     }
 
@@ -56,7 +49,7 @@ TEST_F(RobotTools, BothFormsOfARotationGiveOneFrameAndComeBack) {
     euler["RZ"] = 110;
     robot.SetToolData(euler);
     const Json::Value record = robot.ChangeCurrentTool(2);
-    EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(expected, Mm, Entries));
+    EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(expected));
     EXPECT_NEAR(record["RZ"].asDouble(), 110, 1e-9);
 
     Json::Value quaternion = Record(1);
@@ -65,18 +58,16 @@ TEST_F(RobotTools, BothFormsOfARotationGiveOneFrameAndComeBack) {
     }
     robot.SetTools({});
     robot.SetToolData(quaternion);
-    EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(expected, Mm, Entries));
+    EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(expected));
 
     robot.SetToolData(Record(1));
-    EXPECT_THAT(robot.GetCurrentTool(),
-                IsTrsf(gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, {})), Mm, Entries))
-        << "four zeros are no rotation";
+    const gp_Trsf straight = gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, {}));
+    EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(straight)) << "four zeros are no rotation";
     robot.SetToolData(Json::Value());
     EXPECT_EQ(robot.GetTools().size(), 3U);
 }
 
 TEST_F(RobotTools, TheToolCentreIsEndFlangeToolAndOffsetInThisOrder) {
-    const auto arm = sample::SixAxisArm();
     Json::Value tool = Record(0);
     tool["RX"] = 30;
     tool["RY"] = 40;
@@ -84,16 +75,12 @@ TEST_F(RobotTools, TheToolCentreIsEndFlangeToolAndOffsetInThisOrder) {
     robot.ChangeCurrentTool(2);
     robot.SetZOffset(7.5);
     const std::vector<double> values = {0.3, -0.4, 0.2, 1.0, -0.8, 2.0};
-    robot.SetCurrentValue(values, 5);
-    robot.ForwardTrsf(5, true, true);
-    gp_Trsf offset;
-    offset.SetTranslation(gp_Vec(0, 0, 7.5));
-    const gp_Trsf expected = arm.FlangeAt(values) *
+    robot.ForwardTrsfWithValue(values, true, true);
+    const gp_Trsf expected = sample::SixAxisArm().FlangeAt(values) *
                              gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, {30 * Degree, 40 * Degree, 0})) *
-                             offset;
-    EXPECT_THAT(robot.GetCurrentTrsfTCP(), IsTrsf(expected, Mm, Entries));
-    EXPECT_THAT(gpHandle::EulerToTrsf(robot.GetCurrentTCP()), IsTrsf(expected, Mm, Entries));
-    EXPECT_EQ(robot.GetZOffset(), 7.5);
+                             gpHandle::EulerToTrsf(LocEuler({0, 0, 7.5}, {}));
+    EXPECT_THAT(robot.GetCurrentTrsfTCP(), IsTrsf(expected));
+    EXPECT_THAT(gpHandle::EulerToTrsf(robot.GetCurrentTCP()), IsTrsf(expected));
 }
 
 TEST_F(RobotTools, TheTriadStandsAtTheToolAndMovesWithTheEndLink) {
@@ -107,9 +94,7 @@ TEST_F(RobotTools, TheTriadStandsAtTheToolAndMovesWithTheEndLink) {
     EXPECT_EQ(endModel->Children().Size(), 1) << "the old triad is taken off";
     EXPECT_FALSE(first->IsDisplayed());
     EXPECT_TRUE(robot.GetToolFrame()->IsDisplayed());
-
-    robot.SetCurrentValue({0.5, 0.1, -0.2, 0.3, 0.9, -1.0}, 5);
-    robot.ForwardTrsf(5, true, true);
+    robot.ForwardTrsfWithValue({0.5, 0.1, -0.2, 0.3, 0.9, -1.0}, true, true);
     // The ball at the triad's origin is its first part.
     const TopoDS_Shape ball = TopoDS_Iterator(robot.GetToolFrame()->Shape()).Value();
     GProp_GProps volume;
@@ -122,7 +107,6 @@ TEST_F(RobotTools, WorkbenchesKeepTheirAsymmetries) {
     const auto a = sample::Build(sample::Positioner(), 21);
     const auto b = sample::Build(sample::Positioner(), 22);
     const auto c = sample::Build(sample::Positioner(), 23);
-    EXPECT_EQ(robot.GetCurrentWorkbench(), nullptr);
     for (auto* bench : {a.get(), b.get(), c.get(), a.get()}) {
         robot.AddWorkbench(bench);
     }
@@ -137,15 +121,6 @@ TEST_F(RobotTools, WorkbenchesKeepTheirAsymmetries) {
     EXPECT_EQ(robot.GetCurrentWorkbench(), b.get()) << "a bench that is not listed still moves the index";
     robot.DeleteWorkbench(b.get());
     EXPECT_EQ(robot.GetCurrentWorkbenchIndex(), 0);
-}
-
-TEST_F(RobotTools, CollisionStatesHaveTheirGaps) {
-    CADParamConfig::GetInstance()->defaultCollisionGap = 6.5;
-    for (const auto& [state, gap] : {std::pair{0, 6.5}, {1, 20.0}, {2, 2.0}, {7, 30.0}}) {
-        robot.SetCurrentCollisionState(static_cast<CheckCollisionState>(state));
-        EXPECT_EQ(robot.GetCheckCollisionGap(), gap) << state;
-        EXPECT_EQ(robot.GetCurrentCollisionState(), state);
-    }
 }
 
 } // namespace

@@ -33,11 +33,10 @@ TEST_F(Painting, TheConeStandsAtTheToolCentreAndFollowsTheTool) {
     tool->Initial();
     const auto cone = tool->GetPaintedMdl();
     ASSERT_FALSE(cone.IsNull());
-    EXPECT_THAT(cone->Shape().Location().Transformation(), IsTrsf(tool->GetToolTrsf(), 1e-12, 1e-12));
-    EXPECT_THAT(cone->Transformation(), IsTrsf(place, 1e-9, 1e-12)) << "the root's placement, once";
-    const gp_Trsf elsewhere = gpHandle::EulerToTrsf(LocEuler({0, 400, 50}, {0.2, 0, 0}));
-    tool->SetRootMdlTrsf(elsewhere);
-    EXPECT_THAT(cone->Transformation(), IsTrsf(elsewhere, 1e-9, 1e-12));
+    EXPECT_THAT(cone->Shape().Location().Transformation(), IsTrsf(tool->GetToolTrsf()));
+    EXPECT_THAT(cone->Transformation(), IsTrsf(place)) << "the root's placement, once";
+    tool->SetRootMdlTrsf(place * place);
+    EXPECT_THAT(cone->Transformation(), IsTrsf(place * place));
     EXPECT_TRUE(cone->IsDisplayed());
     EXPECT_FALSE(cone->takesPartInCollision);
     EXPECT_GT(cone->GetBVHMdl()->Size(), 10U);
@@ -56,10 +55,9 @@ TEST_F(Painting, IsRebuiltOnlyWhenSizeFrameOrSwitchChanged) {
     EXPECT_TRUE(Cone().IsSame(first)) << "within the millimetre";
     config.paintUpRadius = 11.0;
     tool->SetPaintedTool();
-    EXPECT_FALSE(Cone().IsSame(first));
     const TopoDS_Shape second = Cone();
+    EXPECT_FALSE(second.IsSame(first));
     config.paintShown = false;
-    tool->SetPaintedTool();
     tool->SetPaintedTool();
     EXPECT_FALSE(tool->GetPaintedMdl()->IsDisplayed());
     tool->GetRootMdl()->Display(1, 0);
@@ -78,18 +76,13 @@ TEST_F(Painting, WaitsWhileAMeshIsLoadedAndSwitchedOffToolsHaveNoCone) {
     tool->SetLoadMeshModel(true);
     tool->SetPaintedTool();
     EXPECT_TRUE(tool->GetPaintedMdl().IsNull());
-    ASSERT_EQ(log.Records().size(), 1U);
-    EXPECT_EQ(log.Records()[0].level, spdlog::level::debug);
-    EXPECT_EQ(log.Records()[0].line, 343);
-    EXPECT_EQ(log.Records()[0].function, "ToolEntity::UpdatePaintedModel");
-    EXPECT_EQ(log.Records()[0].text, "正在构建喷涂模型中，请稍后重试");
+    const LogRecord record = log.Records().at(0);
+    EXPECT_EQ(std::pair(record.level, record.line), std::pair(spdlog::level::debug, 343));
+    EXPECT_EQ(record.function + ": " + record.text,
+              "ToolEntity::UpdatePaintedModel: 正在构建喷涂模型中，请稍后重试");
     tool->SetLoadMeshModel(false);
     tool->SetPaintedTool();
     EXPECT_FALSE(tool->GetPaintedMdl().IsNull()) << "a later try succeeds";
-
-    ToolEntity welding;
-    welding.SetPaintedTool();
-    EXPECT_TRUE(welding.GetPaintedMdl().IsNull());
     ToolEntity never;
     never.SetToolWorkType(ToolEntity::WorkTypePainting);
     config.paintShown = false;
