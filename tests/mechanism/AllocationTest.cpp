@@ -1,3 +1,14 @@
+// A sanitizer counts and pairs allocations itself, and takes replaced operators for mismatched ones.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define UNDER_ADDRESS_SANITIZER
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define UNDER_ADDRESS_SANITIZER
+#endif
+
+#ifndef UNDER_ADDRESS_SANITIZER
+
 #include <atomic>
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -43,7 +54,8 @@ TEST(Allocations, AStateCostsItsValuesItsPosesAndALongText) {
 
 [[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-// A sanitizer's array forms do not come by the ones above.
 [[gnu::noinline]] void* operator new[](std::size_t size) { return operator new(size); }
 [[gnu::noinline]] void operator delete[](void* memory) noexcept { operator delete(memory); }
 [[gnu::noinline]] void operator delete[](void* memory, std::size_t) noexcept { operator delete(memory); }
+
+#endif

@@ -34,13 +34,10 @@ struct StateInterpolation : ::testing::Test {
 double First(const GrpState& state) { return state.GetValue(Robot, ARM_J1); }
 double First(const gp_Pnt& point) { return point.X(); }
 
-/// The first number of every state or point.
 template <class T>
 Joints Firsts(const std::vector<T>& sequence) {
-    Joints firsts;
-    for (const T& element : sequence) {
-        firsts.push_back(First(element));
-    }
+    Joints firsts(sequence.size());
+    std::transform(sequence.begin(), sequence.end(), firsts.begin(), [](const T& t) { return First(t); });
     return firsts;
 }
 
