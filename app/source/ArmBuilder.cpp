@@ -1,4 +1,3 @@
-#include <TopLoc_Location.hxx>
 #include <cell/ArmBuilder.h>
 #include <cell/ArmShapes.h>
 #include <cell/Solids.h>
@@ -19,14 +18,6 @@ constexpr double SameDirection = 1e-7; // rad
 
 constexpr int ShownDecimals = 6;
 
-opencascade::handle<ShapeEntity> MakeModel(const Body& body, const Rigid& linkInRobot) {
-    const TopLoc_Location inLink(Inverse(linkInRobot).ToTrsf());
-    opencascade::handle<ShapeEntity> model = new ShapeEntity(body.shape.Moved(inLink), Uuid::CreateUuid());
-    model->SetMaterial(Graphic3d_NOM_PLASTIC);
-    model->SetColor(body.colour);
-    return model;
-}
-
 Json::Value LinkRecord(std::size_t number, const ArmJoint& joint, JointType type, const Rigid& centre) {
     Json::Value record(Json::objectValue);
     record["name"] = "Link" + std::to_string(number);
@@ -46,15 +37,8 @@ Rigid ChainBase(int structure) {
                           : Rigid();
 }
 
-void AddBase(const std::vector<Body>& bodies, GenericEntityConfig& structure) {
-    structure.SetEntityShape(new ShapeEntity(Assembly().Shape(), Uuid::CreateUuid()));
-    for (const Body& body : bodies) {
-        structure.AddFixMdl(MakeModel(body, Rigid()));
-    }
-}
-
 void AddLinks(const ArmDescription& arm, GenericEntityConfig& structure) {
-    const ArmBodies bodies = ShapeArm(arm);
+    const Bodies bodies = ShapeArm(arm);
     AddBase(bodies.base, structure);
     Rigid parent = ChainBase(arm.structure);
     for (std::size_t i = 0; i < arm.joints.size(); ++i) {

@@ -12,14 +12,6 @@ constexpr std::size_t FewestJoints = 2;
 constexpr std::size_t JointsOfArm = 6;
 constexpr std::size_t JointsOfCoupledArm = 7;
 
-Triple ReadDirection(const JsonNode& node) {
-    const Triple direction = node.Triple();
-    if (!(std::abs(Length(direction) - 1) <= UnitTolerance)) {
-        node.Refuse("a direction of length 1 (within 1e-6)");
-    }
-    return Unit(direction);
-}
-
 ArmJoint ReadJoint(const JsonNode& node) {
     const ArmJoint joint{node.At("origin_mm").Position(), ReadDirection(node.At("axis")),
                          node.At("min_deg").Number(), node.At("max_deg").Number()};
@@ -27,16 +19,6 @@ ArmJoint ReadJoint(const JsonNode& node) {
         node.At("min_deg").Refuse("at most max_deg, which is " + node.At("max_deg").Value().asString());
     }
     return joint;
-}
-
-Rigid ReadFlange(const JsonNode& node) {
-    const Triple origin = node.At("origin_mm").Position();
-    const Triple x = ReadDirection(node.At("x_axis"));
-    const Triple z = ReadDirection(node.At("z_axis"));
-    if (!(std::abs(Dot(x, z)) <= UnitTolerance)) {
-        node.At("x_axis").Refuse("a direction perpendicular to z_axis (within 1e-6)");
-    }
-    return FrameOfFlange(origin, x, z);
 }
 
 void RequireJointCount(const JsonNode& list, std::size_t count, bool coupled) {
@@ -51,10 +33,28 @@ void RequireJointCount(const JsonNode& list, std::size_t count, bool coupled) {
 
 } // namespace
 
+Triple ReadDirection(const JsonNode& node) {
+    const Triple direction = node.Triple();
+    if (!(std::abs(Length(direction) - 1) <= UnitTolerance)) {
+        node.Refuse("a direction of length 1 (within 1e-6)");
+    }
+    return Unit(direction);
+}
+
+Rigid ReadFlange(const JsonNode& node) {
+    const Triple origin = node.At("origin_mm").Position();
+    const Triple x = ReadDirection(node.At("x_axis"));
+    const Triple z = ReadDirection(node.At("z_axis"));
+    if (!(std::abs(Dot(x, z)) <= UnitTolerance)) {
+        node.At("x_axis").Refuse("a direction perpendicular to z_axis (within 1e-6)");
+    }
+    return FrameOfFlange(origin, x, z);
+}
+
 ArmDescription ReadArm(const JsonNode& node) {
     const JsonNode kind = node.At("kind");
     if (kind.Text() != "robot") {
-        kind.Refuse("\"robot\", the one kind of structure that can be built");
+        kind.Refuse("\"robot\" for an arm");
     }
     ArmDescription arm{node.At("name").Text(),        node.At("arm_structure").Whole(0, 2),
                        node.At("coupled").Flag(),     {},

@@ -45,8 +45,8 @@ public:
         chain = std::max(chain, ShortestChain);
     }
 
-    ArmBodies Shape() const {
-        ArmBodies bodies;
+    Bodies Shape() const {
+        Bodies bodies;
         bodies.base = Base();
         for (std::size_t i = 0; i < arm.joints.size(); ++i) {
             bodies.links.push_back(Link(i));
@@ -149,6 +149,6 @@ private:
 
 } // namespace
 
-ArmBodies ShapeArm(const ArmDescription& arm) { return ArmShaper(arm).Shape(); }
+Bodies ShapeArm(const ArmDescription& arm) { return ArmShaper(arm).Shape(); }
 
 } // namespace cell

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cell/ArmBuilder.h>
 #include <cell/Cell.h>
-#include <cell/Systems.h>
 
 namespace cell {
 
@@ -19,7 +18,8 @@ void Cell::ReadArmAlone() {
     const ArmDescription arm = ReadArm(node);
     name = arm.name;
     mechanisms.push_back({"robot", BuildArm(arm, arm.name, HashOfName(arm.name)), node});
-    Register(*Robots().front());
+    systems.push_back({Robots().front()});
+    Registrar::Register(systems.back());
 }
 
 void Cell::ReadCell() {
@@ -45,11 +45,6 @@ void Cell::ReadCell() {
     }
 }
 
-void Cell::Register(RobotEntity& robot) {
-    Registrar::RegisterRobot(robot.GetRobotSystem(), robot.GetDOF(0));
-    systems.push_back(&robot);
-}
-
 std::vector<RobotEntity*> Cell::Robots() const {
     std::vector<RobotEntity*> robots;
     for (const Mechanism& mechanism : mechanisms) {
@@ -67,11 +62,10 @@ GenericEntityConfig* Cell::Find(const std::string& mechanism) const {
     return found != mechanisms.end() ? found->entity.get() : nullptr;
 }
 
-RobotEntity* Cell::FindSystem(std::uint64_t hash) const {
-    const auto found = std::find_if(systems.begin(), systems.end(), [&](const RobotEntity* robot) {
-        return robot->GetRobotSystem() == hash;
-    });
-    return found != systems.end() ? *found : nullptr;
+const System* Cell::FindSystem(std::uint64_t hash) const {
+    const auto found = std::find_if(systems.begin(), systems.end(),
+                                    [&](const System& system) { return system.Hash() == hash; });
+    return found != systems.end() ? &*found : nullptr;
 }
 
 } // namespace cell

@@ -1,12 +1,18 @@
 #include <algorithm>
 #include <cell/Cell.h>
-#include <cell/JointValues.h>
 #include <cell/Kinds.h>
 #include <cell/SavedMechanism.h>
+#include <cell/SystemValues.h>
 
 // The lists of a cell file, item by item.
 
 namespace cell {
+
+namespace {
+
+constexpr const char* TogetherKind = "together";
+
+} // namespace
 
 void Cell::ReadMechanism(const JsonNode& item) {
     const std::string mechanism = item.At("name").Text();
@@ -37,21 +43,17 @@ void Cell::RestoreMechanisms() const {
 }
 
 void Cell::ReadMount(const JsonNode& item) const {
-    item.OnlyKeys({"entity", "on", "place"});
-    const auto require = [&](const char* key) -> GenericEntityConfig& {
-        GenericEntityConfig* entity = Find(item.At(key).Text());
-        if (entity == nullptr) {
-            item.At(key).Refuse("the name of a mechanism of this cell");
-        }
-        return *entity;
-    };
-    GenericEntityConfig& entity = require("entity");
-    GenericEntityConfig& carrier = require("on");
+    item.OnlyKeys({"entity", "on", "place", "placement"});
+    GenericEntityConfig& entity = RequireMechanism(item.At("entity"));
+    GenericEntityConfig& carrier = RequireMechanism(item.At("on"));
     if (entity.GetMountingEntity() != nullptr) {
         item.At("entity").Refuse("a mechanism that is not mounted yet");
     }
     const JsonNode index = item.At("place");
     const Flange* place = carrier.GetFlangeByIndex(index.Whole(0, carrier.GetFlangeSize() - 1));
+    if (const auto placement = item.Find("placement")) {
+        entity.SetAssembleTrsf(ReadPlacement(*placement));
+    }
     Json::Value json(Json::objectValue);
     json["link_hash"] = Json::UInt64(place->linkHash);
     json["install_index"] = index.Value();
@@ -60,47 +62,88 @@ void Cell::ReadMount(const JsonNode& item) const {
     } catch (const std::invalid_argument& error) {
         item.Refuse(error.what(), "a free place on a mechanism that the entity does not carry");
     }
+    // Pedestals find their systems, and benches their workpieces, by what stands on them.
+    if (carrier.GetMechanismType() == MechanismPedestal || carrier.GetMechanismType() == MechanismBench) {
+        carrier.Initial();
+    }
 }
 
 void Cell::ReadSystem(const JsonNode& item) {
-    item.OnlyKeys({"robot"});
+    item.OnlyKeys({"robot", "pedestal", "benches"});
     RobotEntity& robot = RequireRobot(item.At("robot"));
     if (FindSystem(robot.GetRobotSystem()) != nullptr) {
         item.At("robot").Refuse("a robot that does not lead a system yet");
     }
-    Register(robot);
+    System system{&robot};
+    if (const auto pedestal = item.Find("pedestal")) {
+        system.pedestal = RequirePedestal(*pedestal, robot);
+        system.pedestal->AddSystem(system.Hash());
+    }
+    if (const auto benches = item.Find("benches")) {
+        system.benches = RequireBenches(*benches);
+    }
+    for (BenchEntity* bench : system.benches) {
+        robot.AddWorkbench(bench);
+    }
+    Registrar::Register(system);
+    systems.push_back(std::move(system));
 }
 
 void Cell::ReadKeyState(const std::string& stateName, const JsonNode& item) {
-    item.OnlyKeys({"robot", "values_deg"});
-    RobotEntity& robot = RequireSystem(item.At("robot"));
-    const JsonNode list = item.At("values_deg");
-    const auto refuse = [&](const std::string& shown, const std::string& expected) {
-        list.Refuse(shown, expected);
-    };
+    const System& system = RequireSystem(item.At("robot"));
+    std::vector<const char*> known = ValueKeys(system, "values_deg");
+    known.push_back("robot");
+    item.OnlyKeys(known);
     // Interpolation stays between the values of its ends, so limits that hold here hold on the whole way.
-    const std::vector<double> values = FullValues(robot, list.Numbers(), refuse);
-    RequireInLimits(robot, values, refuse);
-    GrpState state(robot.GetRobotSystem());
-    state.SetValues(Robot, values);
-    MoveTo(robot, values);
-    state.SetLocEuler(0, robot.GetCurrentTCP());
-    robot.Reset();
+    GrpState state(system.Hash());
+    state.SetValues(ReadSystemValues(item, system));
+    MoveTo(system, state);
+    state.SetLocEuler(0, system.robot->GetCurrentTCP());
+    ResetSystem(system);
     keyStates.push_back({stateName, std::move(state)});
 }
 
 void Cell::ReadMotion(const JsonNode& item) {
-    const JsonNode motion = item.At("name");
-    const auto isSame = [&](const Motion& other) { return other.name == motion.Text(); };
+    const JsonNode nameNode = item.At("name");
+    const auto isSame = [&](const Motion& other) { return other.name == nameNode.Text(); };
     if (std::any_of(motions.begin(), motions.end(), isSame)) {
-        motion.Refuse("a name that no other motion has");
+        nameNode.Refuse("a name that no other motion has");
     }
     const JsonNode kind = item.At("kind");
-    const MotionReader reader = RequireKind(MotionKinds(), kind);
-    std::vector<KeyState> keys = RequireKeys(item.At("states"));
-    RobotEntity* robot = FindSystem(keys.front().state.GetSystem());
-    Interpolation interpolate = reader(item, keys);
-    motions.push_back({motion.Text(), kind.Text(), robot, std::move(keys), std::move(interpolate)});
+    Motion motion{nameNode.Text(), kind.Text()};
+    if (motion.kind == TogetherKind) {
+        item.OnlyKeys({"name", "kind", "motions"});
+        motion.parts = RequireParts(item.At("motions"));
+    } else {
+        const MotionReader reader = RequireKind(MotionKinds(), kind);
+        motion.keys = RequireKeys(item.At("states"));
+        motion.system = FindSystem(motion.keys.front().state.GetSystem());
+        motion.interpolate = reader(item, motion.keys, *motion.system);
+    }
+    motions.push_back(std::move(motion));
+}
+
+/// Two motions of one system would ask it to be in two places.
+std::vector<std::size_t> Cell::RequireParts(const JsonNode& list) const {
+    std::vector<std::size_t> parts;
+    for (const JsonNode& reference : list.Items("names of motions")) {
+        const std::string wanted = reference.Text();
+        const auto found = std::find_if(motions.begin(), motions.end(),
+                                        [&](const Motion& motion) { return motion.name == wanted; });
+        if (found == motions.end() || found->system == nullptr) {
+            reference.Refuse("the name of an earlier motion of one system");
+        }
+        for (const std::size_t part : parts) {
+            if (motions[part].system == found->system) {
+                reference.Refuse("a motion of another system than " + motions[part].name);
+            }
+        }
+        parts.push_back(static_cast<std::size_t>(found - motions.begin()));
+    }
+    if (parts.size() < 2) {
+        list.Refuse("at least two motions");
+    }
+    return parts;
 }
 
 std::vector<KeyState> Cell::RequireKeys(const JsonNode& list) const {
@@ -123,6 +166,14 @@ std::vector<KeyState> Cell::RequireKeys(const JsonNode& list) const {
     return keys;
 }
 
+GenericEntityConfig& Cell::RequireMechanism(const JsonNode& reference) const {
+    GenericEntityConfig* entity = Find(reference.Text());
+    if (entity == nullptr) {
+        reference.Refuse("the name of a mechanism of this cell");
+    }
+    return *entity;
+}
+
 RobotEntity& Cell::RequireRobot(const JsonNode& reference) const {
     auto* robot = dynamic_cast<RobotEntity*>(Find(reference.Text()));
     if (robot == nullptr) {
@@ -131,12 +182,35 @@ RobotEntity& Cell::RequireRobot(const JsonNode& reference) const {
     return *robot;
 }
 
-RobotEntity& Cell::RequireSystem(const JsonNode& reference) const {
-    RobotEntity& robot = RequireRobot(reference);
-    if (FindSystem(robot.GetRobotSystem()) == nullptr) {
+PedestalEntity* Cell::RequirePedestal(const JsonNode& reference, const RobotEntity& robot) const {
+    auto* pedestal = dynamic_cast<PedestalEntity*>(Find(reference.Text()));
+    if (pedestal == nullptr || robot.GetMountingEntity() != pedestal) {
+        reference.Refuse("the pedestal that " + robot.GetName() + " is mounted on");
+    }
+    return pedestal;
+}
+
+std::vector<BenchEntity*> Cell::RequireBenches(const JsonNode& list) const {
+    std::vector<BenchEntity*> benches;
+    for (const JsonNode& reference : list.Items("names of benches")) {
+        auto* bench = dynamic_cast<BenchEntity*>(Find(reference.Text()));
+        if (bench == nullptr || std::find(benches.begin(), benches.end(), bench) != benches.end()) {
+            reference.Refuse("the name of a bench that the list does not have yet");
+        }
+        if (!benches.empty() && bench->GetLinkSize() != benches.front()->GetLinkSize()) {
+            reference.Refuse("a bench with as many axes as " + benches.front()->GetName());
+        }
+        benches.push_back(bench);
+    }
+    return benches;
+}
+
+const System& Cell::RequireSystem(const JsonNode& reference) const {
+    const System* system = FindSystem(RequireRobot(reference).GetRobotSystem());
+    if (system == nullptr) {
         reference.Refuse("a robot that leads one of systems");
     }
-    return robot;
+    return *system;
 }
 
 } // namespace cell

@@ -18,13 +18,18 @@ std::string Pose(const LocEuler& pose) {
     return Numbers(pose.location.XYZ()) + " mm, " + Numbers(pose.euler.XYZ() / RadiansPerDegree) + " deg";
 }
 
-void PrintAxes(const RobotEntity& robot, std::ostream& out) {
-    out << "  axes (limits in degrees, direction and origin at zero in the world):\n";
-    for (int i = 0; i < robot.GetLinkSize(); ++i) {
-        const LinkRod& link = *robot.GetLink(static_cast<std::size_t>(i));
+void PrintAxes(const GenericEntity& entity, std::ostream& out) {
+    if (entity.GetLinkSize() == 0) {
+        return;
+    }
+    out << "  axes (limits in degrees or mm, direction and origin at zero in the world):\n";
+    for (int i = 0; i < entity.GetLinkSize(); ++i) {
+        const LinkRod& link = *entity.GetLink(static_cast<std::size_t>(i));
         const auto& [low, high] = link.GetLimit();
+        const bool slides = link.jointType == JointLinear;
         const gp_Ax1 axis = link.axis.Transformed(link.worldTrsf);
-        out << "    " << i + 1 << ": " << Degrees(low) << " to " << Degrees(high) << ", direction "
+        out << "    " << i + 1 << ": " << (slides ? Rounded(low, ShownDecimals) : Degrees(low)) << " to "
+            << (slides ? Rounded(high, ShownDecimals) + " mm" : Degrees(high)) << ", direction "
             << Numbers(axis.Direction().XYZ()) << ", origin " << Numbers(axis.Location().XYZ()) << '\n';
     }
 }
@@ -82,16 +87,29 @@ void PrintMechanism(const Mechanism& mechanism, std::ostream& out) {
     out << '\n';
     if (auto* robot = dynamic_cast<RobotEntity*>(&entity)) {
         PrintRobot(*robot, out);
+    } else {
+        PrintAxes(entity, out);
     }
     if (auto* tool = dynamic_cast<ToolEntity*>(&entity)) {
         PrintTool(*tool, out);
     }
 }
 
+void PrintSystem(const System& system, std::ostream& out) {
+    out << "system " << system.Hash() << ": robot \"" << system.robot->GetName() << "\" ("
+        << system.robot->GetDOF(0) << ')';
+    if (system.pedestal != nullptr) {
+        out << ", pedestal \"" << system.pedestal->GetName() << "\" (" << system.PedestalAxes().size() << ')';
+    }
+    for (const BenchEntity* bench : system.benches) {
+        out << ", bench \"" << bench->GetName() << "\" (" << bench->GetLinkSize() << ')';
+    }
+    out << ", " << GrpConfig::GetContextDof(system.Hash()) << " values\n";
+}
+
 void PrintMotions(const Cell& cell, std::ostream& out) {
-    for (const RobotEntity* robot : cell.Systems()) {
-        out << "system " << robot->GetRobotSystem() << ": robot \"" << robot->GetName() << "\", "
-            << GrpConfig::GetContextDof(robot->GetRobotSystem()) << " values\n";
+    for (const System& system : cell.Systems()) {
+        PrintSystem(system, out);
     }
     for (const KeyState& key : cell.KeyStates()) {
         out << "key state \"" << key.name << "\": TCP " << Pose(key.state.GetLocEuler(0)) << '\n';
@@ -100,6 +118,9 @@ void PrintMotions(const Cell& cell, std::ostream& out) {
         out << "motion \"" << motion.name << "\" (" << motion.kind << "):";
         for (const KeyState& key : motion.keys) {
             out << ' ' << key.name;
+        }
+        for (const std::size_t part : motion.parts) {
+            out << ' ' << cell.Motions()[part].name;
         }
         out << '\n';
     }

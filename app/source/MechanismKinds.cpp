@@ -62,7 +62,11 @@ gp_Trsf ReadPlacement(const JsonNode& node) {
 }
 
 const std::map<std::string, MechanismReader>& MechanismKinds() {
-    static const std::map<std::string, MechanismReader> kinds = {{"robot", ReadRobot}, {"tool", ReadTool}};
+    static const std::map<std::string, MechanismReader> kinds = {{"robot", ReadRobot},
+                                                                 {"tool", ReadTool},
+                                                                 {"pedestal", ReadPedestal},
+                                                                 {"bench", ReadBench},
+                                                                 {"workpiece", ReadWorkpiece}};
     return kinds;
 }
 

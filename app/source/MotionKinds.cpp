@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <cell/JointValues.h>
 #include <cell/Kinds.h>
+#include <cell/SystemValues.h>
 #include <cell/Text.h>
 #include <cmath>
 #include <mechanism/InterpHandle.h>
@@ -18,17 +18,6 @@ void RequireReasonableCount(const JsonNode& parameter, double count) {
     }
 }
 
-std::vector<double> ReadSteps(const JsonNode& node, std::size_t count) {
-    std::vector<double> steps;
-    for (const JsonNode& item : node.Items("steps")) {
-        steps.push_back(item.Positive() * RadiansPerDegree);
-    }
-    if (steps.size() != count) {
-        node.Refuse(std::to_string(steps.size()) + " steps", std::to_string(count) + ", one for each joint");
-    }
-    return steps;
-}
-
 double StatesBetween(GrpState a, GrpState b, const std::vector<double>& steps) {
     const std::vector<double> from = a.GetValues();
     const std::vector<double> to = b.GetValues();
@@ -43,11 +32,12 @@ double Distance(const GrpState& a, const GrpState& b) {
     return a.GetLocEuler(0).location.Distance(b.GetLocEuler(0).location);
 }
 
-Interpolation ReadJointSteps(const JsonNode& item, const std::vector<KeyState>& keys) {
-    item.OnlyKeys({"name", "kind", "states", "steps_deg"});
+Interpolation ReadJointSteps(const JsonNode& item, const std::vector<KeyState>& keys, const System& system) {
+    std::vector<const char*> known = ValueKeys(system, "steps_deg");
+    known.insert(known.end(), {"name", "kind", "states"});
+    item.OnlyKeys(known);
     const JsonNode node = item.At("steps_deg");
-    const auto dof = static_cast<std::size_t>(keys.front().state.GetContextDof());
-    const std::vector<double> steps = ReadSteps(node, dof);
+    const std::vector<double> steps = ReadSystemSteps(item, system);
     double count = 0;
     for (std::size_t i = 0; i + 1 < keys.size(); ++i) {
         count += StatesBetween(keys[i].state, keys[i + 1].state, steps);
@@ -67,7 +57,7 @@ std::vector<GrpState> FillGaps(const std::vector<GrpState>& states, double gap) 
     return filled;
 }
 
-Interpolation ReadTcpGap(const JsonNode& item, const std::vector<KeyState>& keys) {
+Interpolation ReadTcpGap(const JsonNode& item, const std::vector<KeyState>& keys, const System& /*system*/) {
     item.OnlyKeys({"name", "kind", "states", "gap_mm"});
     const JsonNode node = item.At("gap_mm");
     const double gap = node.Positive();

@@ -29,7 +29,7 @@ Progress ProgressLine(bool wanted) {
 
 void PrintRow(std::ostream& out, const std::string& name, const std::vector<std::string>& columns) {
     constexpr std::size_t NameWidth = 24;
-    constexpr std::size_t ColumnWidth = 20;
+    constexpr std::size_t ColumnWidth = 19;
     out << name << std::string(name.size() < NameWidth ? NameWidth - name.size() : 1, ' ');
     for (const std::string& column : columns) {
         out << Padded(column, ColumnWidth);
@@ -38,10 +38,10 @@ void PrintRow(std::ostream& out, const std::string& name, const std::vector<std:
 }
 
 void PrintTable(std::ostream& out, const std::vector<PlannedMotion>& plan) {
-    PrintRow(out, "motion", {"kind", "states", "joint travel (deg)", "TCP path (mm)"});
+    PrintRow(out, "motion", {"kind", "states", "removed", "joint travel (deg)", "TCP path (mm)"});
     for (const PlannedMotion& planned : plan) {
         PrintRow(out, planned.motion->name,
-                 {planned.motion->kind, std::to_string(planned.states.size()),
+                 {planned.motion->kind, std::to_string(planned.Steps()), std::to_string(planned.removed),
                   Rounded(planned.jointTravel / RadiansPerDegree, ShownDecimals),
                   Rounded(planned.tcpLength, ShownDecimals)});
     }

@@ -1,10 +1,14 @@
+#include <algorithm>
 #include <cell/Commands.h>
+#include <cell/ContactSheet.h>
 #include <cell/InputError.h>
-#include <cell/JointValues.h>
 #include <cell/OutputFile.h>
 #include <cell/Scene.h>
 #include <cell/StateFile.h>
-#include <optional>
+#include <cell/SystemValues.h>
+#include <cell/Text.h>
+
+namespace fs = std::filesystem;
 
 namespace cell {
 
@@ -12,17 +16,141 @@ namespace {
 
 constexpr int Width = 1280;
 constexpr int Height = 960;
+/// Pictures of a sheet are half as large either way.
+constexpr int SheetPart = 2;
 
-/// A third through the last motion, where the arm is at work and hides little of what is to come.
-std::optional<GrpState> ShownState(const RenderRequest& request, const Cell& cell,
-                                   const std::vector<PlannedMotion>& plan) {
+/// A moment of the cell's motion.
+struct Moment {
+    PlannedMotion* planned;
+    std::size_t step;
+};
+
+/// Every step of the cell in order; motions that also run together count there alone.
+std::vector<Moment> AllMoments(const Cell& cell, std::vector<PlannedMotion>& plan) {
+    std::vector<bool> isPart(plan.size(), false);
+    for (const Motion& motion : cell.Motions()) {
+        for (const std::size_t part : motion.parts) {
+            isPart[part] = true;
+        }
+    }
+    std::vector<Moment> moments;
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+        for (std::size_t step = 0; !isPart[i] && step < plan[i].Steps(); ++step) {
+            moments.push_back({&plan[i], step});
+        }
+    }
+    return moments;
+}
+
+/// First and last, and the rest evenly between them.
+std::vector<Moment> EvenlySpaced(const std::vector<Moment>& moments, std::size_t count) {
+    std::vector<Moment> chosen;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t last = moments.size() - 1;
+        chosen.push_back(moments[count > 1 ? i * last / (count - 1) : last / 2]);
+    }
+    return chosen;
+}
+
+/// Without a state of its own the picture shows the last motion a third of the way through, where the arm is
+/// at work and hides little of what is to come.
+void Pose(const RenderRequest& request, const Cell& cell, std::vector<PlannedMotion>& plan) {
     if (!request.state.empty()) {
-        return LoadState(request.state, cell);
+        for (GrpState& state : LoadStates(request.state, cell)) {
+            MoveTo(*cell.FindSystem(state.GetSystem()), state);
+        }
+    } else if (!plan.empty()) {
+        MoveToStep(cell, plan.back(), plan.back().Steps() / 3);
     }
+}
+
+void Furnish(Scene& scene, const Cell& cell, const std::vector<PlannedMotion>& plan) {
+    for (const Mechanism& mechanism : cell.Mechanisms()) {
+        scene.Show(*mechanism.entity);
+    }
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+        scene.ShowPath(plan[i], i);
+    }
+}
+
+fs::path NumberedName(const fs::path& picture, std::size_t number, std::size_t count) {
+    const std::size_t digits = std::max<std::size_t>(2, std::to_string(count).size());
+    std::string text = std::to_string(number);
+    text.insert(0, digits - std::min(digits, text.size()), '0');
+    return picture.parent_path() / (picture.stem().string() + "_" + text + picture.extension().string());
+}
+
+void Save(Viewer& viewer, const fs::path& picture) {
+    WriteWhole(picture, [&](const fs::path& beside) { return viewer.Save(beside); });
+}
+
+void RenderOne(const RenderRequest& request, const Cell& cell, std::vector<PlannedMotion>& plan) {
+    Pose(request, cell, plan);
+    Viewer viewer(Width, Height);
+    Scene scene(viewer);
+    Furnish(scene, cell, plan);
+    scene.ShowToolCentres(cell.Robots());
+    scene.ShowFloor();
+    viewer.LookAt(scene.Extent());
+    Save(viewer, request.picture);
+}
+
+/// Shows each moment in turn, all from one place that sees all of them.
+class Film {
+public:
+    Film(const Cell& cell_, std::vector<PlannedMotion>& plan, const std::vector<Moment>& moments_, int part)
+        : cell(cell_), moments(moments_), viewer(Width / part, Height / part), scene(viewer) {
+        Furnish(scene, cell, plan);
+        for (const Moment& moment : moments) {
+            MoveToStep(cell, *moment.planned, moment.step);
+            scene.Include(cell);
+        }
+        scene.ShowFloor();
+        viewer.LookAt(scene.Extent());
+    }
+
+    void Show(std::size_t frame) {
+        const Moment& moment = moments[frame];
+        MoveToStep(cell, *moment.planned, moment.step);
+        scene.ShowToolCentres(cell.Robots());
+        scene.ShowCaption(moment.planned->motion->name + ", state " + std::to_string(moment.step + 1) +
+                          " of " + std::to_string(moment.planned->Steps()));
+    }
+
+    Viewer& View() { return viewer; }
+
+private:
+    const Cell& cell;
+    const std::vector<Moment>& moments;
+    Viewer viewer;
+    Scene scene;
+};
+
+void RenderSheet(Film& film, std::size_t count, const fs::path& picture) {
+    ContactSheet sheet(static_cast<int>(count), Width / SheetPart, Height / SheetPart);
+    bool drawn = true;
+    for (std::size_t i = 0; i < count; ++i) {
+        film.Show(i);
+        drawn = sheet.Add(*film.View().Grab()) && drawn;
+    }
+    WriteWhole(picture, [&](const fs::path& beside) { return drawn && sheet.Save(beside); });
+}
+
+void RenderFrames(const RenderRequest& request, const Cell& cell, std::vector<PlannedMotion>& plan) {
     if (plan.empty()) {
-        return std::nullopt;
+        cell.Node().Refuse("no motions", "at least one under motions, to draw frames of it");
     }
-    return plan.back().states[plan.back().states.size() / 3];
+    const auto count = static_cast<std::size_t>(request.frames);
+    const std::vector<Moment> moments = EvenlySpaced(AllMoments(cell, plan), count);
+    Film film(cell, plan, moments, request.sheet ? SheetPart : 1);
+    if (request.sheet) {
+        RenderSheet(film, count, request.picture);
+        return;
+    }
+    for (std::size_t i = 0; i < count; ++i) {
+        film.Show(i);
+        Save(film.View(), NumberedName(request.picture, i + 1, count));
+    }
 }
 
 } // namespace
@@ -33,21 +161,12 @@ void Render(const RenderRequest& request) {
                          "a name that ends in .png");
     }
     const Cell cell = Cell::Load(request.file);
-    const std::vector<PlannedMotion> plan = PlanMotions(cell, [](std::size_t, std::size_t) {});
-    if (auto state = ShownState(request, cell, plan)) {
-        MoveTo(*cell.FindSystem(state->GetSystem()), state->GetValues(Robot));
+    std::vector<PlannedMotion> plan = PlanMotions(cell, [](std::size_t, std::size_t) {});
+    if (request.frames > 0) {
+        RenderFrames(request, cell, plan);
+    } else {
+        RenderOne(request, cell, plan);
     }
-    Viewer viewer(Width, Height);
-    Scene scene(viewer);
-    for (const Mechanism& mechanism : cell.Mechanisms()) {
-        scene.Show(*mechanism.entity);
-    }
-    for (std::size_t i = 0; i < plan.size(); ++i) {
-        scene.ShowPath(plan[i], i);
-    }
-    scene.ShowFloor();
-    viewer.LookAt(scene.Extent());
-    WriteWhole(request.picture, [&](const std::filesystem::path& beside) { return viewer.Save(beside); });
 }
 
 } // namespace cell

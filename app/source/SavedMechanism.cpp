@@ -89,7 +89,10 @@ void SaveMechanism(GenericEntityConfig& entity, const fs::path& base, const std:
     const std::string package = folder + "/" + FileNameOf(entity);
     Json::Value document = entity.ToJson((base / package).string());
     entity.ExportParaToJson(document);
-    // Writing the package fails without a word.
+    // Some kinds write no package of their own, and all fail to write one without a word.
+    if (!fs::exists(base / package / "manifest.json")) {
+        GenericEntityConfig::ExportEntityPkg(&entity, (base / package).string());
+    }
     if (!fs::exists(base / package / "manifest.json")) {
         throw InputError((base / package).string(), "", "cannot be written", "room for the package");
     }

@@ -1,4 +1,3 @@
-#include <AIS_TextLabel.hxx>
 #include <BRepBndLib.hxx>
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakePolygon.hxx>
@@ -22,6 +21,8 @@ namespace {
 /// The triad and the marks of key poses, as parts of the cell's size.
 constexpr double TriadSize = 0.085;
 constexpr double MarkRadius = 0.0055;
+/// Names of poses nearer to each other than this part of the cell's size would run together; the first stays.
+constexpr double LabelGap = 0.045;
 /// Robots nearer to the floor than this (mm) stand on it.
 constexpr double LowestPlinth = 10;
 /// Tools shorter than this need no neck to be seen as part of the arm.
@@ -44,6 +45,9 @@ const std::array<Quantity_Color, 4> PathColours = {
 Bnd_Box BoxOf(const opencascade::handle<ViewShape>& model) {
     Bnd_Box box;
     BRepBndLib::AddOptimal(model->Shape(), box, Standard_False);
+    if (box.IsVoid()) { // triangles without a surface
+        BRepBndLib::Add(model->Shape(), box);
+    }
     return box.Transformed(model->Transformation());
 }
 
@@ -57,11 +61,13 @@ Graphic3d_MaterialAspect Matt() {
 
 double Scene::Size() const { return extent.IsVoid() ? EmptyScene : std::sqrt(extent.SquareExtent()); }
 
-void Scene::ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour, bool matt) {
+opencascade::handle<BaseViewShape> Scene::ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour,
+                                                    bool matt) {
     opencascade::handle<BaseViewShape> model = new BaseViewShape(shape);
     model->SetMaterial(matt ? Matt() : Graphic3d_MaterialAspect(Graphic3d_NOM_PLASTIC));
     model->SetColor(colour);
     model->Display(1, -1);
+    return model;
 }
 
 void Scene::ShowLines(const TopoDS_Shape& shape, const Quantity_Color& colour, double width,
@@ -84,6 +90,22 @@ void Scene::ShowText(const std::string& text, const gp_Pnt& place, double height
     viewer.Context()->Display(label, Standard_False);
 }
 
+void Scene::ShowCaption(const std::string& text) {
+    constexpr int Border = 14; // pixels
+    if (!caption.IsNull()) {
+        viewer.Context()->Remove(caption, Standard_False);
+    }
+    caption = new AIS_TextLabel();
+    caption->SetText(TCollection_ExtendedString(text.c_str(), Standard_True));
+    caption->SetHeight(17);
+    caption->SetColor(Ink);
+    caption->SetFont(Font_NOF_SANS_SERIF);
+    caption->SetTransformPersistence(new Graphic3d_TransformPers(Graphic3d_TMF_2d, Aspect_TOTP_LEFT_LOWER,
+                                                                 Graphic3d_Vec2i(Border, Border)));
+    caption->SetZLayer(Graphic3d_ZLayerId_TopOSD);
+    viewer.Context()->Display(caption, Standard_False);
+}
+
 // --- mechanisms --------------------------------------------------------
 
 void Scene::ShowBody(const opencascade::handle<ViewShape>& model) {
@@ -93,8 +115,22 @@ void Scene::ShowBody(const opencascade::handle<ViewShape>& model) {
     model->Attributes()->SetDeviationCoefficient(RelativeDeflection);
     model->Attributes()->SetDeviationAngle(AngularDeflection);
     model->Display(1, -1);
+    Include(model);
+}
+
+void Scene::Include(const opencascade::handle<ViewShape>& model) {
+    const Bnd_Box box = BoxOf(model);
+    ground.Add(box);
     if (model->countsForExtents) {
-        extent.Add(BoxOf(model));
+        extent.Add(box);
+    }
+}
+
+void Scene::Include(const Cell& cell) {
+    for (const Mechanism& mechanism : cell.Mechanisms()) {
+        for (const auto& part : mechanism.entity->GetSubCollisionParts()) {
+            Include(part);
+        }
     }
 }
 
@@ -112,7 +148,10 @@ void Scene::Show(GenericEntityConfig& entity) {
     }
     if (auto* robot = dynamic_cast<RobotEntity*>(&entity)) {
         ShowPlinth(*robot);
-        ShowToolCentre(*robot);
+        // The robot's own frame is meant for a screen that can be zoomed.
+        if (!robot->GetToolFrame().IsNull()) {
+            robot->GetToolFrame()->Hide();
+        }
     }
 }
 
@@ -149,7 +188,17 @@ void Scene::ShowNeck(const gp_Trsf& flange, const gp_Pnt& tip) {
     }
     neck.Add(Ball(bend, 17));
     neck.Add(Tube(bend, tip, 17, 5));
-    ShowSolid(neck.Shape(), Neck, false);
+    toolCentres.push_back(ShowSolid(neck.Shape(), Neck, false));
+}
+
+void Scene::ShowToolCentres(const std::vector<RobotEntity*>& robots) {
+    for (const auto& model : toolCentres) {
+        model->RemoveFromView();
+    }
+    toolCentres.clear();
+    for (const RobotEntity* robot : robots) {
+        ShowToolCentre(*robot);
+    }
 }
 
 void Scene::ShowToolCentre(const RobotEntity& robot) {
@@ -158,13 +207,10 @@ void Scene::ShowToolCentre(const RobotEntity& robot) {
     if (robot.GetToolEntity() == nullptr) {
         ShowNeck(robot.GetCurrentTrsfTool0(), to);
     }
-    // The robot's own frame is meant for a screen that can be zoomed.
-    if (!robot.GetToolFrame().IsNull()) {
-        robot.GetToolFrame()->Hide();
-    }
     const int size = std::max(1, static_cast<int>(TriadSize * Size()));
     const auto triad = ViewShapeUtil::GenDirModel(gpHandle::TrsfToAx2(tcp), size);
     triad->Display(1, -1);
+    toolCentres.push_back(triad);
     extent.Add(to);
 }
 
@@ -198,7 +244,11 @@ void Scene::ShowKeyPose(const KeyState& key, const Quantity_Color& colour) {
     if (place.Z() > radius) {
         ShowLines(BRepBuilderAPI_MakeEdge(place, below).Shape(), colour, 1.0, Aspect_TOL_DASH);
     }
-    ShowText(key.name, place.Translated(gp_Vec(0, 0, 2.2 * radius)), 17);
+    const auto isNear = [&](const gp_Pnt& other) { return place.Distance(other) < LabelGap * Size(); };
+    if (std::none_of(labelled.begin(), labelled.end(), isNear)) {
+        ShowText(key.name, place.Translated(gp_Vec(0, 0, 2.2 * radius)), 17);
+        labelled.push_back(place);
+    }
 }
 
 } // namespace cell

@@ -53,7 +53,9 @@ struct FloorPlan {
 } // namespace
 
 void Scene::ShowFloor() {
-    const FloorPlan plan(extent, FloorMargin * Size());
+    Bnd_Box covered = extent;
+    covered.Add(ground);
+    const FloorPlan plan(covered, FloorMargin * Size());
     ShowSolid(
         BRepPrimAPI_MakeBox(gp_Pnt(plan.xLow, plan.yLow, -FloorThickness), gp_Pnt(plan.xHigh, plan.yHigh, 0))
             .Shape(),

@@ -1,5 +1,6 @@
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakePolygon.hxx>
+#include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCone.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
 #include <BRepPrimAPI_MakeRevol.hxx>
@@ -8,7 +9,6 @@
 #include <algorithm>
 #include <cell/Solids.h>
 #include <cmath>
-#include <gp_Ax2.hxx>
 
 namespace cell {
 
@@ -48,6 +48,13 @@ TopoDS_Shape Tube(const gp_Pnt& a, const gp_Pnt& b, double radiusA, double radiu
         return BRepPrimAPI_MakeCylinder(frame, radiusA, length).Shape();
     }
     return BRepPrimAPI_MakeCone(frame, radiusA, radiusB, length).Shape();
+}
+
+TopoDS_Shape Block(const gp_Ax2& frame, const gp_XYZ& low, const gp_XYZ& high) {
+    const gp_Vec corner = gp_Vec(frame.XDirection()) * low.X() + gp_Vec(frame.YDirection()) * low.Y() +
+                          gp_Vec(frame.Direction()) * low.Z();
+    const gp_XYZ size = high - low;
+    return BRepPrimAPI_MakeBox(frame.Translated(corner), size.X(), size.Y(), size.Z()).Shape();
 }
 
 TopoDS_Shape Ball(const gp_Pnt& centre, double radius) {

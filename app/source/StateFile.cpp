@@ -5,6 +5,7 @@ namespace cell {
 
 namespace {
 
+/// The last state or context of a trace, or the document itself.
 JsonNode LastState(const JsonNode& root) {
     if (!root.Find("motions")) {
         return root;
@@ -12,7 +13,9 @@ JsonNode LastState(const JsonNode& root) {
     const JsonNode motions = root.At("motions");
     std::vector<JsonNode> states;
     for (const JsonNode& motion : motions.Items("motions")) {
-        const std::vector<JsonNode> more = motion.At("states").Items("states");
+        const auto contexts = motion.Find("contexts");
+        const std::vector<JsonNode> more =
+            contexts ? contexts->Items("contexts") : motion.At("states").Items("states");
         states.insert(states.end(), more.begin(), more.end());
     }
     if (states.empty()) {
@@ -21,10 +24,7 @@ JsonNode LastState(const JsonNode& root) {
     return states.back();
 }
 
-} // namespace
-
-GrpState LoadState(const std::filesystem::path& file, const Cell& cell) {
-    const JsonNode node = LastState(JsonNode::Load(file));
+GrpState ReadState(const JsonNode& node, const Cell& cell) {
     const JsonNode system = node.At("system_index");
     if (cell.FindSystem(system.Hash()) == nullptr) {
         system.Refuse("the hash of a robot that leads a system of " + cell.Name());
@@ -40,6 +40,21 @@ GrpState LoadState(const std::filesystem::path& file, const Cell& cell) {
         node.Refuse(error.what(), "a state as plan writes it");
     }
     return state;
+}
+
+} // namespace
+
+std::vector<GrpState> LoadStates(const std::filesystem::path& file, const Cell& cell) {
+    const JsonNode node = LastState(JsonNode::Load(file));
+    std::vector<GrpState> states;
+    if (const auto systems = node.Find("systems")) {
+        for (const JsonNode& item : systems->Items("states")) {
+            states.push_back(ReadState(item.At("Data"), cell));
+        }
+    } else {
+        states.push_back(ReadState(node, cell));
+    }
+    return states;
 }
 
 } // namespace cell

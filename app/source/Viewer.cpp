@@ -1,9 +1,6 @@
 #include <AIS_DisplayMode.hxx>
 #include <Aspect_DisplayConnection.hxx>
 #include <Aspect_DisplayConnectionDefinitionError.hxx>
-#include <Image_AlienPixMap.hxx>
-#include <Message.hxx>
-#include <Message_Messenger.hxx>
 #include <OpenGl_GraphicDriver.hxx>
 #include <V3d_AmbientLight.hxx>
 #include <V3d_DirectionalLight.hxx>
@@ -45,8 +42,6 @@ opencascade::handle<V3d_DirectionalLight> MakeLight(const gp_Dir& direction, dou
 } // namespace
 
 Viewer::Viewer(int width_, int height_) : width(width_), height(height_) {
-    // The driver's remarks would end up between the program's own output.
-    Message::DefaultMessenger()->ChangePrinters().Clear();
     const auto connection = Connect();
     opencascade::handle<OpenGl_GraphicDriver> driver = new OpenGl_GraphicDriver(connection);
     opencascade::handle<V3d_Viewer> viewer = new V3d_Viewer(driver);
@@ -98,14 +93,22 @@ void Viewer::LookAt(const Bnd_Box& box) {
     view->ZFitAll();
 }
 
-bool Viewer::Save(const std::filesystem::path& file) {
+opencascade::handle<Image_AlienPixMap> Viewer::Grab() {
     view->Redraw();
     V3d_ImageDumpOptions options;
     options.Width = width;
     options.Height = height;
     options.BufferType = Graphic3d_BT_RGB;
-    Image_AlienPixMap picture;
-    return view->ToPixMap(picture, options) && picture.Save(file.string().c_str());
+    opencascade::handle<Image_AlienPixMap> picture = new Image_AlienPixMap();
+    if (!view->ToPixMap(*picture, options)) {
+        picture->Clear();
+    }
+    return picture;
+}
+
+bool Viewer::Save(const std::filesystem::path& file) {
+    const auto picture = Grab();
+    return !picture->IsEmpty() && picture->Save(file.string().c_str());
 }
 
 } // namespace cell

@@ -1,4 +1,6 @@
 #include <CLI/CLI.hpp>
+#include <Message.hxx>
+#include <Message_Messenger.hxx>
 #include <Standard_Failure.hxx>
 #include <cell/Commands.h>
 #include <cell/InputError.h>
@@ -15,6 +17,11 @@ namespace {
 constexpr int Done = 0;
 constexpr int WrongInput = 1;
 constexpr int WrongUsage = 2;
+
+constexpr int MostFrames = 999;
+
+/// The kernel's readers and drivers would put their remarks between the program's own output.
+void SilenceKernel() { Message::DefaultMessenger()->ChangePrinters().Clear(); }
 
 /// Standard error is for the one line that says what is wrong, unless the user wants to see the log as well.
 void SetUpLog(bool verbose) {
@@ -82,7 +89,11 @@ int main(int argc, char** argv) {
     cell::RenderRequest renderRequest;
     auto* render = app.add_subcommand("render", "Draw the cell into a PNG file (needs a display)");
     render->add_option("CELL", renderRequest.file, "Cell or arm file")->required();
-    render->add_option("--state", renderRequest.state, "State or trace to show");
+    auto* state = render->add_option("--state", renderRequest.state, "State or trace to show");
+    auto* frames =
+        render->add_option("--frames", renderRequest.frames, "Pictures of the motion, FILE_01.png and so on");
+    frames->check(CLI::Range(1, MostFrames))->excludes(state);
+    render->add_flag("--sheet", renderRequest.sheet, "All frames in the one file")->needs(frames);
     render->add_option("--out", renderRequest.picture, "Picture to write")->required();
 
     try {
@@ -91,6 +102,7 @@ int main(int argc, char** argv) {
         return app.exit(error) == 0 ? Done : WrongUsage;
     }
     SetUpLog(verbose);
+    SilenceKernel();
     planRequest.progress = isatty(STDERR_FILENO) != 0;
     return Guarded([&] {
         if (info->parsed()) {

@@ -151,7 +151,7 @@ TEST_P(ArmTest, TableOfTheNormalisedArmIsItsTable) {
 }
 
 TEST_P(ArmTest, BodiesGoWhereTheJointsTakeThem) {
-    const ArmBodies bodies = ShapeArm(arm);
+    const Bodies bodies = ShapeArm(arm);
     std::mt19937 random(20240607);
     for (int round = 0; round < 3; ++round) {
         const std::vector<double> values = RandomValues(arm, random);

@@ -32,6 +32,7 @@ protected:
 
 using BadArm = BadInput;
 using BadCell = BadInput;
+using BadSystem = BadInput;
 
 Json::Value GoodCell() {
     Json::Value cell = ReadDocument(Example("cells/arc_welding.json"));
@@ -52,6 +53,28 @@ Json::Value GoodCell() {
 } // namespace
 
 TEST_P(BadArm, IsReportedWithItsPlace) { Check(ReadDocument(Example("arms/abb_irb2400_10.json"))); }
+Json::Value GoodSystem() {
+    Json::Value cell = ReadDocument(Example("cells/rail_and_positioner.json"));
+    for (const auto& [index, name] :
+         {std::pair(0, "gudel_tmf2_rail_10m"), {1, "abb_irb2400_10"}, {3, "motoman_motopos_d500"}}) {
+        Json::Value& item = cell["mechanisms"][index];
+        item["structure"] = ReadDocument(Example("arms") / (std::string(name) + ".json"));
+        item.removeMember("model");
+    }
+    Json::Value second = cell["mechanisms"][1];
+    second["name"] = "helper";
+    second["hash"] = 7;
+    cell["mechanisms"].append(second);
+    cell["systems"].append(Parse(R"({"robot": "helper"})"));
+    cell["key_states"]["rest"] = Parse(R"({"robot": "helper", "values_deg": [0, 0, 0, 0, 0, 0]})");
+    cell["key_states"]["work"] = Parse(R"({"robot": "helper", "values_deg": [9, 0, 0, 0, 0, 0]})");
+    cell["motions"].append(
+        Parse(R"({"name": "help", "kind": "tcp_gap", "gap_mm": 50, "states": ["rest", "work"]})"));
+    cell["motions"].append(Parse(R"({"name": "both", "kind": "together", "motions": ["approach", "help"]})"));
+    return cell;
+}
+
+TEST_P(BadSystem, IsReportedWithItsPlace) { Check(GoodSystem()); }
 TEST_P(BadCell, IsReportedWithItsPlace) { Check(GoodCell()); }
 
 constexpr const char* OneJoint =
@@ -103,6 +126,47 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& entry) { return entry.param.name; });
 
 INSTANTIATE_TEST_SUITE_P(
+    Carrier, BadSystem,
+    testing::Values(
+        Fault{"KindOfStructure", ".mechanisms[0].structure.kind", "\"bench\"", "\"pedestal\""},
+        Fault{"MotionUnknown", ".mechanisms[0].structure.joints[0].motion", "\"bent\"", "rotary or linear"},
+        Fault{"LimitsReversed", ".mechanisms[0].structure.joints[0].min_mm", "20000", "at most max_mm"},
+        Fault{"LimitOfOtherUnit", ".mechanisms[3].structure.joints[1].min_deg", "", "missing"},
+        Fault{"RailWithoutAxes", ".mechanisms[0].structure.joints", "[]", "0 joints, expected 1 to 6"},
+        Fault{"AxisZero", ".mechanisms[3].structure.joints[0].axis", "[0, 0, 0]", "length 1"},
+        Fault{"NoSolids", ".mechanisms[4].solids", "[]", "at least one solid"},
+        Fault{"SolidKind", ".mechanisms[4].solids[0].kind", "\"cone\"", "one of box, cylinder"},
+        Fault{"BoxFlat", ".mechanisms[4].solids[0].size_mm[2]", "0", "above 0"},
+        Fault{"BoxTwoSizes", ".mechanisms[4].solids[0].size_mm", "[10, 10]", "three lengths"},
+        Fault{"CylinderHuge", ".mechanisms[4].solids[1].radius_mm", "1e9", "at most 1000000 mm"},
+        Fault{"MountedTwice", ".mounts[1].entity", "\"welder\"", "not mounted yet"},
+        Fault{"MountPlacement", ".mounts[1].placement", "[]", "an object"}),
+    [](const auto& entry) { return entry.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
+    System, BadSystem,
+    testing::Values(
+        Fault{"PedestalOfOther", ".systems[1].pedestal", "\"rail\"",
+              "the pedestal that helper is mounted on"},
+        Fault{"PedestalNoPedestal", ".systems[0].pedestal", "\"positioner\"", "welder is mounted on"},
+        Fault{"BenchUnknown", ".systems[0].benches[0]", "\"rail\"", "the name of a bench"},
+        Fault{"BenchTwice", ".systems[0].benches[1]", "\"positioner\"", "does not have yet"},
+        Fault{"RailMissing", ".key_states.home.pedestal", "", "missing"},
+        Fault{"RailTwice", ".key_states.home.pedestal", "[1, 2]",
+              "2 values, expected 1, one for each axis of rail"},
+        Fault{"RailBeyond", ".key_states.home.pedestal[0]", "10000.5", "mm from 0 to 10000"},
+        Fault{"BenchesMissing", ".key_states.home.benches", "[]", "0 lists, expected 1"},
+        Fault{"BenchShort", ".key_states.home.benches[0]", "[1]", "one for each axis of positioner"},
+        Fault{"BenchBeyond", ".key_states.home.benches[0][1]", "-200", "degrees from -199.9966 to 199.9966"},
+        Fault{"StepOfRail", ".motions[0].pedestal[0]", "0", "above 0"},
+        Fault{"StepsOfBench", ".motions[0].benches", "", "missing"},
+        Fault{"RailOfOther", ".key_states.rest.pedestal", "[1]", "unknown key"},
+        Fault{"TogetherAlone", ".motions[3].motions", "[\"help\"]", "at least two motions"},
+        Fault{"TogetherOneSystem", ".motions[3].motions[1]", "\"weld\"", "another system than approach"},
+        Fault{"TogetherItself", ".motions[3].motions[1]", "\"both\"", "an earlier motion of one system"}),
+    [](const auto& entry) { return entry.param.name; });
+
+INSTANTIATE_TEST_SUITE_P(
     Cell, BadCell,
     testing::Values(
         Fault{"NameMissing", ".name", "", "missing"},
@@ -111,7 +175,8 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"HashTwice", ".mechanisms[1].hash", "2400", "welder has this one"},
         Fault{"HashZero", ".mechanisms[0].hash", "0", "0, expected a whole number from 1"},
         Fault{"HashNegative", ".mechanisms[0].hash", "-1", "-1, expected"},
-        Fault{"KindUnknown", ".mechanisms[0].kind", "\"crane\"", "\"crane\", expected one of robot"},
+        Fault{"KindUnknown", ".mechanisms[0].kind", "\"crane\"",
+              "expected one of bench, pedestal, robot, tool"},
         Fault{"KeyMisspelt", ".mechanisms[0].placment", "{}", "unknown key, expected one of"},
         Fault{"PlacementShort", ".mechanisms[0].placement.location_mm", "[0, 0]", "three numbers"},
         Fault{"ToolNoAngles", ".mechanisms[0].tools[0].euler_deg", "", "missing"},

@@ -99,7 +99,7 @@ TEST_P(EveryArm, ShowsTheLimitsOfItsFile) {
 }
 
 TEST_P(EveryArm, BodiesAreSoundSolidsThatReachFromJointToJoint) {
-    const ArmBodies bodies = ShapeArm(arm);
+    const Bodies bodies = ShapeArm(arm);
     for (std::size_t i = 0; i < bodies.links.size(); ++i) {
         SCOPED_TRACE("link " + std::to_string(i + 1));
         Bnd_Box box;

@@ -1,9 +1,10 @@
 #include "Documents.h"
 
 #include <cell/Commands.h>
-#include <cell/JointValues.h>
 #include <cell/Planner.h>
 #include <cell/StateFile.h>
+#include <cell/SystemValues.h>
+#include <cmath>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -65,8 +66,8 @@ TEST_F(PlanTest, MotionsPassTheirKeyStatesWithinTheirSteps) {
 TEST_F(PlanTest, StatesOfJointStepsCarryTheToolCentreOfTheirValues) {
     PlannedMotion& approach = plan.front();
     for (GrpState& state : approach.states) {
-        MoveTo(*approach.motion->robot, state.GetValues(Robot));
-        const gp_Pnt tcp = approach.motion->robot->GetCurrentTCP().location;
+        MoveTo(*approach.motion->system, state);
+        const gp_Pnt tcp = approach.motion->system->robot->GetCurrentTCP().location;
         EXPECT_LE(state.GetLocEuler(0).location.Distance(tcp), PoseTolerance);
     }
 }
@@ -75,12 +76,59 @@ TEST_F(PlanTest, StateFilesAreReadFromStatesAndTraces) {
     const Folder folder;
     GrpState last = plan.back().states.back();
     const auto trace = folder.Write("trace.json", ToText(TraceToJson(cell, plan)));
-    EXPECT_TRUE(LoadState(trace, cell) == last);
+    EXPECT_TRUE(LoadStates(trace, cell).at(0) == last);
     GrpState first = plan.front().states.front();
-    EXPECT_TRUE(LoadState(folder.Write("state.json", ToText(first.ToJson())), cell) == first);
+    EXPECT_TRUE(LoadStates(folder.Write("state.json", ToText(first.ToJson())), cell).at(0) == first);
     Json::Value stranger = first.ToJson();
     stranger["system_index"] = 99;
-    EXPECT_THROW(LoadState(folder.Write("stranger.json", ToText(stranger)), cell), std::runtime_error);
+    EXPECT_THROW(LoadStates(folder.Write("stranger.json", ToText(stranger)), cell), std::runtime_error);
+}
+
+TEST(PlanRail, ArmRailAndPositionerMoveTogether) {
+    const Cell rail = Cell::Load(Example("cells/rail_and_positioner.json"));
+    std::vector<PlannedMotion> motions = PlanMotions(rail, [](std::size_t, std::size_t) {});
+    std::vector<GrpState>& approach = motions.front().states;
+    ASSERT_EQ(approach.front().GetContextDof(), 6 + 1 + 2);
+    const GrpState half = approach[approach.size() / 3];
+    for (const int i : {1, 6, 7, 8}) { // the arm's second joint, the rail and both axes of the positioner
+        EXPECT_GT(std::abs(half.GetValuesPtr()[i] - approach.front().GetValuesPtr()[i]), 0.05)
+            << "value " << i;
+    }
+    MoveToStep(rail, motions.front(), approach.size() / 3);
+    EXPECT_DOUBLE_EQ(rail.Find("welder")->GetRootMdlTrsf().TranslationPart().Y(),
+                     125 + half.GetValuesPtr()[6]);
+    EXPECT_EQ(motions.back().removed, 1U) << "the weld names its last state twice";
+}
+
+TEST(PlanRail, TheWayBackIsNoRepetition) {
+    const Folder folder;
+    Json::Value json = ReadDocument(Example("cells/arc_welding.json"));
+    json["mechanisms"][0]["model"] = Example("arms/abb_irb2400_10.json").string();
+    for (const char* name : {"above_start", "home"}) {
+        json["motions"][0]["states"].append(name);
+    }
+    const Cell there = Cell::Load(Example("cells/arc_welding.json"));
+    const Cell back = Cell::Load(folder.Write("cell.json", ToText(json)));
+    const auto quiet = [](std::size_t, std::size_t) {};
+    const std::size_t states = PlanMotions(there, quiet).front().states.size();
+    EXPECT_EQ(PlanMotions(back, quiet).front().states.size(), 2 * states - 1);
+}
+
+TEST(PlanTogether, SystemsArriveAtOnceAndAreReadBack) {
+    const Cell two = Cell::Load(Example("cells/two_robots.json"));
+    std::vector<PlannedMotion> motions = PlanMotions(two, [](std::size_t, std::size_t) {});
+    PlannedMotion& both = motions.back();
+    ASSERT_EQ(both.Steps(), std::max(motions[0].Steps(), motions[1].Steps()));
+    for (const std::size_t i : {0U, 1U}) {
+        const std::uint64_t system = motions[i].motion->system->Hash();
+        EXPECT_TRUE(both.contexts.front().GetValues(system) == motions[i].states.front());
+        EXPECT_TRUE(both.contexts.back().GetValues(system) == motions[i].states.back());
+    }
+    const Folder folder;
+    const auto trace = folder.Write("trace.json", ToText(TraceToJson(two, motions)));
+    std::vector<GrpState> states = LoadStates(trace, two);
+    ASSERT_EQ(states.size(), 2U);
+    EXPECT_TRUE(states[0] == both.contexts.back().GetValues(states[0].GetSystem()));
 }
 
 TEST(FkTest, NothingIsPrintedUnlessEveryLineIsGood) {

@@ -135,8 +135,13 @@ TEST_P(SavedExactly, SecondFilesEqualTheFirst) {
 }
 
 const auto NameOfCell = [](const auto& entry) { return fs::path(entry.param).stem().string(); };
-INSTANTIATE_TEST_SUITE_P(Cells, SavedCell, testing::Values("arc_welding.json", "painting.json"), NameOfCell);
-INSTANTIATE_TEST_SUITE_P(Cells, SavedExactly, testing::Values("arc_welding.json"), NameOfCell);
+INSTANTIATE_TEST_SUITE_P(Cells, SavedCell,
+                         testing::Values("arc_welding.json", "painting.json", "rail_and_positioner.json",
+                                         "two_robots.json"),
+                         NameOfCell);
+INSTANTIATE_TEST_SUITE_P(Cells, SavedExactly,
+                         testing::Values("arc_welding.json", "rail_and_positioner.json", "two_robots.json"),
+                         NameOfCell);
 
 // --- what is refused --------------------------------------------------------
 

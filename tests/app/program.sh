@@ -42,6 +42,11 @@ expect 0 0 info "$work/saved/cell.json"
 expect 0 0 info "$examples/cells/painting.json"
 grep -q "spray cone" "$work/out" || fail "info: the painting tool has no cone"
 
+expect 0 0 plan "$examples/cells/rail_and_positioner.json" --out "$work/rail"
+grep -q removed "$work/out" || fail "plan: does not say how many states it removed"
+expect 0 0 plan "$examples/cells/two_robots.json" --out "$work/two"
+grep -q SystemIndex "$work/two/trace.json" || fail "plan: no context states in the trace of two robots"
+
 expect 1 1 info "$work/absent.json"
 expect 1 1 save "$arm" --out "$work/none"
 expect 1 1 fk "$arm" --values-deg 1,2
@@ -55,6 +60,8 @@ expect 1 1 render "$cell" --out "$work/none.txt"
 expect 2 any
 expect 2 any paint "$cell"
 expect 2 any plan "$cell"
+expect 2 any render "$cell" --out "$work/none.png" --frames 0
+expect 2 any render "$cell" --out "$work/none.png" --sheet
 
 # A picture needs a display; without Xvfb there is nothing to try it on.
 if command -v xvfb-run >/dev/null; then
@@ -63,6 +70,10 @@ if command -v xvfb-run >/dev/null; then
         --out "$work/cell.png" 2>"$work/err" || fail "render: $(cat "$work/err")"
     size=$(od -An -tx1 -j16 -N8 "$work/cell.png" | tr -d ' \n')
     [ "$size" = 00000500000003c0 ] || fail "render: width and height are $size, expected 1280 x 960"
+    ASAN_OPTIONS=detect_leaks=0 xvfb-run -a -s "-screen 0 1280x1024x24" "$program" render \
+        "$examples/cells/two_robots.json" --frames 2 --out "$work/two.png" || fail "render: no frames"
+    [ -s "$work/two_01.png" ] && [ -s "$work/two_02.png" ] || fail "render: not one file a frame"
+    cmp -s "$work/two_01.png" "$work/two_02.png" && fail "render: nothing moves from frame to frame"
     # An empty background compresses to a few kilobytes.
     [ "$(wc -c <"$work/cell.png")" -gt 40000 ] || fail "render: the picture is blank"
 fi

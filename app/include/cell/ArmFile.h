@@ -25,6 +25,11 @@ struct ArmDescription {
     JsonNode node; ///< where it was read
 };
 
+/// A direction of length 1.
+Triple ReadDirection(const JsonNode& node);
+/// "origin_mm", "x_axis" and "z_axis", which are perpendicular.
+Rigid ReadFlange(const JsonNode& node);
+
 /// @throws InputError for whatever is missing or makes no arm.
 ArmDescription ReadArm(const JsonNode& node);
 

@@ -2,6 +2,7 @@
 
 #include <cell/ArmFile.h>
 #include <cell/JsonNode.h>
+#include <cell/Systems.h>
 #include <filesystem>
 #include <functional>
 #include <mechanism/GrpState.h>
@@ -28,12 +29,16 @@ struct KeyState {
 /// Fills the way through some key states.
 using Interpolation = std::function<std::vector<GrpState>(const std::vector<GrpState>&)>;
 
+/// A way of one system through key states, or several such ways at once.
 struct Motion {
     std::string name;
     std::string kind;
-    RobotEntity* robot;
-    std::vector<KeyState> keys;
-    Interpolation interpolate;
+    const System* system = nullptr;
+    std::vector<KeyState> keys = {};
+    Interpolation interpolate = {};
+    /// Positions in the cell's list of the motions that run together, each of another system; empty where
+    /// this is a motion of its own.
+    std::vector<std::size_t> parts = {};
 };
 
 /// A robot cell as its file describes it, built. Everything in it has been checked.
@@ -48,15 +53,14 @@ public:
     const std::vector<Mechanism>& Mechanisms() const { return mechanisms; }
     /// The robots in the order of the file.
     std::vector<RobotEntity*> Robots() const;
-    /// The robots that lead a system.
-    const std::vector<RobotEntity*>& Systems() const { return systems; }
+    const std::vector<System>& Systems() const { return systems; }
     const std::vector<KeyState>& KeyStates() const { return keyStates; }
     const std::vector<Motion>& Motions() const { return motions; }
 
     /// Null where no mechanism has that name.
     GenericEntityConfig* Find(const std::string& mechanism) const;
-    /// The robot that leads the system with that hash, or null.
-    RobotEntity* FindSystem(std::uint64_t hash) const;
+    /// The system with that hash, or null.
+    const System* FindSystem(std::uint64_t hash) const;
 
 private:
     explicit Cell(JsonNode node_) : node(std::move(node_)) {}
@@ -70,15 +74,17 @@ private:
     void ReadKeyState(const std::string& stateName, const JsonNode& item);
     void ReadMotion(const JsonNode& item);
 
+    GenericEntityConfig& RequireMechanism(const JsonNode& reference) const;
     RobotEntity& RequireRobot(const JsonNode& reference) const;
-    RobotEntity& RequireSystem(const JsonNode& reference) const;
+    PedestalEntity* RequirePedestal(const JsonNode& reference, const RobotEntity& robot) const;
+    std::vector<BenchEntity*> RequireBenches(const JsonNode& list) const;
+    const System& RequireSystem(const JsonNode& reference) const;
+    std::vector<std::size_t> RequireParts(const JsonNode& list) const;
     std::vector<KeyState> RequireKeys(const JsonNode& list) const;
-    void Register(RobotEntity& robot);
-
     JsonNode node;
     std::string name;
     std::vector<Mechanism> mechanisms;
-    std::vector<RobotEntity*> systems;
+    std::vector<System> systems;
     std::vector<KeyState> keyStates;
     std::vector<Motion> motions;
 };

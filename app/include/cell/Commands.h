@@ -40,8 +40,11 @@ struct RenderRequest {
     std::filesystem::path file;
     std::filesystem::path state; ///< state or trace to show; empty: a third through the last motion
     std::filesystem::path picture;
+    int frames = 0;     ///< pictures of the whole motion, evenly spaced; 0 for one picture of the cell
+    bool sheet = false; ///< all of them side by side in the one file
 };
-/// Draws the cell into a PNG file. Needs a display (DISPLAY), a virtual one will do.
+/// Draws the cell into a PNG file, or its motion into several (FILE_01.png, ...). Needs a display (DISPLAY),
+/// a virtual one will do.
 void Render(const RenderRequest& request);
 
 } // namespace cell

@@ -17,6 +17,14 @@ const std::map<std::string, MechanismReader>& MechanismKinds();
 std::shared_ptr<GenericEntityConfig> ReadTool(const JsonNode& item, const std::string& name,
                                               std::uint64_t hash);
 
+/// A ground rail, a positioner or table, and what is worked on; whether it is solids or a file.
+std::shared_ptr<GenericEntityConfig> ReadPedestal(const JsonNode& item, const std::string& name,
+                                                  std::uint64_t hash);
+std::shared_ptr<GenericEntityConfig> ReadBench(const JsonNode& item, const std::string& name,
+                                               std::uint64_t hash);
+std::shared_ptr<GenericEntityConfig> ReadWorkpiece(const JsonNode& item, const std::string& name,
+                                                   std::uint64_t hash);
+
 /// Refuses every key that neither all mechanisms have nor this kind.
 void OnlyMechanismKeys(const JsonNode& item, const std::vector<const char*>& own);
 /// What the item is built from: the file that "model" names, or what stands under "structure".
@@ -24,7 +32,8 @@ JsonNode StructureOf(const JsonNode& item);
 
 /// Reads the parameters of a motion between key states.
 /// @param keys at least two states of one system.
-using MotionReader = Interpolation (*)(const JsonNode& item, const std::vector<KeyState>& keys);
+using MotionReader = Interpolation (*)(const JsonNode& item, const std::vector<KeyState>& keys,
+                                       const System& system);
 const std::map<std::string, MotionReader>& MotionKinds();
 
 /// The table's entry for the item's "kind".

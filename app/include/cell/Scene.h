@@ -1,5 +1,6 @@
 #pragma once
 
+#include <AIS_TextLabel.hxx>
 #include <Bnd_Box.hxx>
 #include <cell/Planner.h>
 #include <cell/Viewer.h>
@@ -17,6 +18,12 @@ public:
     explicit Scene(Viewer& viewer_) : viewer(viewer_) {}
 
     void Show(GenericEntityConfig& entity);
+    /// Shows where the tool centres are now, in place of where they were.
+    void ShowToolCentres(const std::vector<RobotEntity*>& robots);
+    /// Lets the picture take in where the cell's bodies stand now.
+    void Include(const Cell& cell);
+    /// A line of text in the picture's lower left corner, in place of the one before.
+    void ShowCaption(const std::string& text);
     void ShowPath(const PlannedMotion& planned, std::size_t number);
     /// Last, since it takes its size from what was shown before.
     void ShowFloor();
@@ -30,16 +37,22 @@ private:
     void ShowPlinth(RobotEntity& robot);
     void ShowNeck(const gp_Trsf& flange, const gp_Pnt& tip);
     void ShowToolCentre(const RobotEntity& robot);
+    void Include(const opencascade::handle<ViewShape>& model);
     void ShowScale();
     void ShowKeyPose(const KeyState& key, const Quantity_Color& colour);
-    void ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour, bool matt);
+    opencascade::handle<BaseViewShape> ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour,
+                                                 bool matt);
     void ShowLines(const TopoDS_Shape& shape, const Quantity_Color& colour, double width,
                    Aspect_TypeOfLine type);
     void ShowText(const std::string& text, const gp_Pnt& place, double height);
 
     Viewer& viewer;
     Bnd_Box extent;
+    Bnd_Box ground; ///< all that needs floor under it
+    std::vector<opencascade::handle<BaseViewShape>> toolCentres;
+    opencascade::handle<AIS_TextLabel> caption;
     std::vector<std::string> shownKeys;
+    std::vector<gp_Pnt> labelled;
 };
 
 } // namespace cell

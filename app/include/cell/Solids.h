@@ -2,6 +2,7 @@
 
 #include <TopoDS_Compound.hxx>
 #include <cell/Frames.h>
+#include <gp_Ax2.hxx>
 #include <gp_Dir.hxx>
 #include <gp_Pnt.hxx>
 
@@ -14,6 +15,8 @@ gp_Dir Direction(const Triple& t);
 TopoDS_Shape Drum(const gp_Pnt& centre, const gp_Dir& axis, double radius, double halfLength);
 /// A tube from a to b that narrows (or widens) on the way; the points must differ.
 TopoDS_Shape Tube(const gp_Pnt& a, const gp_Pnt& b, double radiusA, double radiusB);
+/// A box between two opposite corners given in a frame.
+TopoDS_Shape Block(const gp_Ax2& frame, const gp_XYZ& low, const gp_XYZ& high);
 TopoDS_Shape Ball(const gp_Pnt& centre, double radius);
 
 /// Solids that are seen as one.

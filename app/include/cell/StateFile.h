@@ -5,8 +5,9 @@
 
 namespace cell {
 
-/// A state of one of the cell's systems, from its own document or the last one of a trace.
+/// States of the cell's systems, at most one each: from a state's own document, from a context's, or the last
+/// one of a trace.
 /// @throws InputError.
-GrpState LoadState(const std::filesystem::path& file, const Cell& cell);
+std::vector<GrpState> LoadStates(const std::filesystem::path& file, const Cell& cell);
 
 } // namespace cell

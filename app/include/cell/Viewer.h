@@ -2,6 +2,7 @@
 
 #include <AIS_InteractiveContext.hxx>
 #include <Bnd_Box.hxx>
+#include <Image_AlienPixMap.hxx>
 #include <V3d_View.hxx>
 #include <filesystem>
 
@@ -20,6 +21,8 @@ public:
     const opencascade::handle<AIS_InteractiveContext>& Context() const { return context; }
     /// Turns the camera to the three-quarter view and brings it close enough for the box to fill the frame.
     void LookAt(const Bnd_Box& box);
+    /// The picture as it is now; empty where it cannot be made.
+    opencascade::handle<Image_AlienPixMap> Grab();
     /// @return whether the picture could be made and written. The name's extension tells the format.
     bool Save(const std::filesystem::path& file);
 

@@ -1,0 +1,81 @@
+#include <BRepTools.hxx>
+#include <BRep_Builder.hxx>
+#include <RWStl.hxx>
+#include <STEPControl_Reader.hxx>
+#include <Standard_Failure.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS_Face.hxx>
+#include <algorithm>
+#include <cell/InputError.h>
+#include <cell/ShapeFile.h>
+#include <map>
+
+namespace fs = std::filesystem;
+
+namespace cell {
+
+namespace {
+
+TopoDS_Shape ReadStep(const fs::path& file) {
+    STEPControl_Reader reader;
+    if (reader.ReadFile(file.string().c_str()) != IFSelect_RetDone) {
+        return {};
+    }
+    reader.TransferRoots();
+    return reader.OneShape();
+}
+
+TopoDS_Shape ReadBRep(const fs::path& file) {
+    TopoDS_Shape shape;
+    BRepTools::Read(shape, file.string().c_str(), BRep_Builder());
+    return shape;
+}
+
+/// Triangles alone: one face that has no surface.
+TopoDS_Shape ReadStl(const fs::path& file) {
+    const opencascade::handle<Poly_Triangulation> triangles = RWStl::ReadFile(file.string().c_str());
+    if (triangles.IsNull() || triangles->NbTriangles() == 0) {
+        return {};
+    }
+    TopoDS_Face face;
+    BRep_Builder().MakeFace(face, triangles);
+    return face;
+}
+
+using Reader = TopoDS_Shape (*)(const fs::path&);
+
+Reader RequireReader(const JsonNode& name, const fs::path& file) {
+    static const std::map<std::string, Reader> readers = {
+        {".step", ReadStep}, {".stp", ReadStep}, {".brep", ReadBRep}, {".stl", ReadStl}};
+    std::string extension = file.extension().string();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const auto found = readers.find(extension);
+    if (found == readers.end()) {
+        name.Refuse("a file that ends in .step, .stp, .brep or .stl");
+    }
+    return found->second;
+}
+
+} // namespace
+
+TopoDS_Shape ReadShape(const JsonNode& name) {
+    const fs::path file = name.File().parent_path() / name.Text();
+    const Reader reader = RequireReader(name, file);
+    if (!fs::is_regular_file(file)) {
+        throw InputError(file.string(), "", "cannot be read", "a file with a shape");
+    }
+    TopoDS_Shape shape;
+    try {
+        shape = reader(file);
+    } catch (const Standard_Failure&) {
+        shape.Nullify(); // broken files make readers stumble in many ways
+    }
+    if (shape.IsNull() || !TopExp_Explorer(shape, TopAbs_FACE).More()) {
+        throw InputError(file.string(), "", "holds no faces",
+                         "a shape in the format of its extension, " + file.extension().string());
+    }
+    return shape;
+}
+
+} // namespace cell
