@@ -11,10 +11,8 @@
 
 #include <atomic>
 #include <cstdlib>
-#include <gtest/gtest.h>
-#include <mechanism/InterpHandle.h>
 #include <new>
-#include <support/Registrar.h>
+#include <support/Mechanism.h>
 
 namespace {
 

@@ -1,8 +1,4 @@
-#include <gtest/gtest.h>
-#include <mechanism/ContextState.h>
-#include <support/Registrar.h>
-#include <support/Text.h>
-#include <support/Thrown.h>
+#include <support/Mechanism.h>
 
 namespace {
 

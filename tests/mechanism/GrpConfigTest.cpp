@@ -1,5 +1,4 @@
-#include <support/Failure.h>
-#include <support/Registrar.h>
+#include <support/Mechanism.h>
 
 namespace {
 

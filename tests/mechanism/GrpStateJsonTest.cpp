@@ -1,11 +1,6 @@
-#include <cmath>
 #include <cstring>
-#include <gtest/gtest.h>
-#include <mechanism/GrpState.h>
 #include <random>
-#include <support/Registrar.h>
-#include <support/Text.h>
-#include <support/Thrown.h>
+#include <support/Mechanism.h>
 
 namespace {
 

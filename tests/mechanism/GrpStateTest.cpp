@@ -1,9 +1,6 @@
 #include <csignal>
 #include <cstdio>
-#include <gmock/gmock.h>
-#include <mechanism/GrpState.h>
-#include <support/Registrar.h>
-#include <support/Thrown.h>
+#include <support/Mechanism.h>
 
 namespace {
 

@@ -1,8 +1,4 @@
-#include <cmath>
-#include <gmock/gmock.h>
-#include <mechanism/InterpHandle.h>
-#include <support/Registrar.h>
-#include <support/Thrown.h>
+#include <support/Mechanism.h>
 
 namespace {
 

@@ -1,7 +1,4 @@
-#include <cmath>
-#include <gmock/gmock.h>
-#include <mechanism/GrpState.h>
-#include <support/Registrar.h>
+#include <support/Mechanism.h>
 
 namespace {
 

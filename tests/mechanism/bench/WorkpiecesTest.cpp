@@ -1,9 +1,5 @@
-#include <host/tools/gpHandle.h>
 #include <host/workpiece/Workpiece.h>
-#include <mechanism/BenchEntity.h>
-#include <support/Failure.h>
-#include <support/SampleMechanisms.h>
-#include <support/TrsfMatcher.h>
+#include <support/Mechanism.h>
 
 namespace {
 

@@ -1,12 +1,5 @@
 #include <fstream>
-#include <gtest/gtest.h>
-#include <mechanism/ContextState.h>
-#include <mechanism/RobotEntity.h>
-#include <mechanism/ToolEntity.h>
-#include <support/Registrar.h>
-#include <support/SampleMechanisms.h>
-#include <support/SampleTools.h>
-#include <support/TrsfMatcher.h>
+#include <support/Mechanism.h>
 
 // Documents of earlier versions stay readable, and mean what they meant.
 

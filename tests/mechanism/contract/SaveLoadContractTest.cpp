@@ -1,12 +1,5 @@
 #include <functional>
-#include <gtest/gtest.h>
-#include <mechanism/BenchEntity.h>
-#include <mechanism/PedestalEntity.h>
-#include <mechanism/RobotEntity.h>
-#include <mechanism/ToolEntity.h>
-#include <support/SampleMechanisms.h>
-#include <support/SampleTools.h>
-#include <support/Text.h>
+#include <support/Mechanism.h>
 
 // What every entity promises of its document, whatever kind it is.
 

@@ -1,10 +1,4 @@
-#include <gtest/gtest.h>
-#include <mechanism/GrpState.h>
-#include <mechanism/PedestalEntity.h>
-#include <mechanism/RobotEntity.h>
-#include <support/Registrar.h>
-#include <support/SampleMechanisms.h>
-#include <support/TrsfMatcher.h>
+#include <support/Mechanism.h>
 
 namespace {
 

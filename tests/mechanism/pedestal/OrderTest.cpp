@@ -1,9 +1,8 @@
 #include "Rail.h"
 
 #include <algorithm>
-#include <gmock/gmock.h>
 #include <random>
-#include <support/Thrown.h>
+#include <support/Mechanism.h>
 
 namespace {
 

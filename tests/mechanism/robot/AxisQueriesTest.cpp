@@ -1,8 +1,4 @@
-#include <host/tools/CADParamConfig.h>
-#include <mechanism/GrpConfig.h>
-#include <mechanism/RobotEntity.h>
-#include <support/Failure.h>
-#include <support/SampleMechanisms.h>
+#include <support/Mechanism.h>
 
 namespace {
 

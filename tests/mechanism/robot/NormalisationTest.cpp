@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-#include <mechanism/RobotEntity.h>
-#include <support/SampleMechanisms.h>
-#include <support/TrsfMatcher.h>
+#include <support/Mechanism.h>
 
 // The law of normalisation: rewriting an arm to its table moves no axis, body or flange at any joint values,
 // and the table of a rewritten arm is the same table.

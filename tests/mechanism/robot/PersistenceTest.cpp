@@ -1,8 +1,5 @@
 #include <json/reader.h>
-#include <mechanism/RobotEntity.h>
-#include <support/Failure.h>
-#include <support/SampleMechanisms.h>
-#include <support/Text.h>
+#include <support/Mechanism.h>
 
 namespace {
 

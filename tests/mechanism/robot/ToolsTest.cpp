@@ -1,12 +1,7 @@
 #include <BRepGProp.hxx>
 #include <GProp_GProps.hxx>
 #include <TopoDS_Iterator.hxx>
-#include <host/tools/gpHandle.h>
-#include <mechanism/RobotEntity.h>
-#include <support/LogCapture.h>
-#include <support/SampleMechanisms.h>
-#include <support/Text.h>
-#include <support/TrsfMatcher.h>
+#include <support/Mechanism.h>
 
 namespace {
 

@@ -1,10 +1,4 @@
-#include <gtest/gtest.h>
-#include <host/tools/CADParamConfig.h>
-#include <mechanism/RobotEntity.h>
-#include <mechanism/ToolEntity.h>
-#include <support/SampleMechanisms.h>
-#include <support/SampleTools.h>
-#include <support/TrsfMatcher.h>
+#include <support/Mechanism.h>
 
 namespace {
 

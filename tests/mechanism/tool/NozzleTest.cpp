@@ -2,14 +2,11 @@
 #include <BRepClass3d_SolidClassifier.hxx>
 #include <BRepGProp.hxx>
 #include <GProp_GProps.hxx>
-#include <gmock/gmock.h>
 #include <gp_Quaternion.hxx>
 #include <host/tools/NozzleParam.h>
-#include <host/tools/gpHandle.h>
 #include <limits>
 #include <numbers>
-#include <support/SampleTools.h>
-#include <support/Thrown.h>
+#include <support/Mechanism.h>
 
 namespace {
 

@@ -1,11 +1,5 @@
-#include <gtest/gtest.h>
-#include <host/tools/CADParamConfig.h>
-#include <host/tools/gpHandle.h>
 #include <host/view/TriangleModel.h>
-#include <mechanism/ToolEntity.h>
-#include <support/LogCapture.h>
-#include <support/SampleTools.h>
-#include <support/TrsfMatcher.h>
+#include <support/Mechanism.h>
 
 namespace {
 

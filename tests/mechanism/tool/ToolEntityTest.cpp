@@ -1,10 +1,6 @@
-#include <gtest/gtest.h>
 #include <host/tools/NozzleParam.h>
-#include <host/tools/gpHandle.h>
-#include <mechanism/ToolEntity.h>
 #include <numbers>
-#include <support/SampleTools.h>
-#include <support/TrsfMatcher.h>
+#include <support/Mechanism.h>
 
 namespace {
 
