@@ -34,8 +34,8 @@ TEST_F(GrpStateJsonTest, RandomStatesSurviveTextToTheBit) {
 TEST_F(GrpStateJsonTest, WhatIsMissingOrTooShortHasItsOwnRule) {
     state.SetValues({5, 0, 0, 0, 0, 0, 4});
     state.SetToolIndex(9);
+    EXPECT_FALSE(state.FromJson(Json::Value()));
     Json::Value json;
-    EXPECT_FALSE(state.FromJson(json));
     json["system_index"] = static_cast<Json::UInt64>(Cell);
     EXPECT_TRUE(state.FromJson(json));
     EXPECT_FALSE(state.NeedExport());

@@ -38,16 +38,6 @@ TEST_F(Sequences, LoseRepetitionsAndExcursionsAndKeepTheirEnd) {
     EXPECT_EQ(Thinned({0, std::nan(""), std::nan(""), 1}).size(), 4U) << "NaN is never a repetition";
 }
 
-TEST_F(Sequences, OfContextsAreComparedAsContextsAre) {
-    const Registrar other(System + 1, {});
-    std::vector<ContextState> path(3);
-    path[1].ChangeValues(System).SetValue(Robot, 0, 1e-5);
-    EXPECT_EQ(GrpStateUtils::RemoveDuplicatedStates(path, 100).size(), 2U)
-        << "the tolerance is not theirs to set";
-    path[0].ChangeSystemValues().erase(System);
-    EXPECT_EQ(Thrown([&] { GrpStateUtils::RemoveDuplicatedStates(path, 1); }), "invalid map<K, T> key");
-}
-
 TEST_F(Sequences, CandidatesComeNearestFirst) {
     const GrpState reference(System);
     std::vector<GrpState> states = {State({3, 0}), State({-2, 0}), State({std::nan(""), 0}), State({1, 1})};

@@ -1,8 +1,5 @@
-#include <Bnd_OBB.hxx>
 #include <cmath>
 #include <gmock/gmock.h>
-#include <gp_Ax1.hxx>
-#include <gp_Ax2.hxx>
 #include <gp_Quaternion.hxx>
 #include <host/tools/DataHandle.h>
 #include <host/tools/gpHandle.h>
@@ -46,15 +43,6 @@ TEST(GpHandle, AnglesAreIntrinsicXyz) {
     gp_Quaternion scaled = product.GetRotation();
     scaled.Scale(3);
     EXPECT_LT(QuaToEuler(scaled).Distance(gp_Pnt(0.3, -0.7, 2.1)), RoundingOfRotation);
-}
-
-TEST(GpHandle, FramesFollowTheirTransformAxisOrBox) {
-    const gp_Trsf along = Ax1ToTrsf(gp_Ax1(gp_Pnt(4, 5, 6), gp_Dir(1, -2, 3)));
-    EXPECT_TRUE(TrsfToAx2(along).Axis().IsCoaxial(gp_Ax1(gp_Pnt(4, 5, 6), gp_Dir(1, -2, 3)),
-                                                  RoundingOfRotation, RoundingOfRotation));
-    EXPECT_TRUE(GetOBBlengthAndDir(Bnd_OBB()).empty());
-    const Bnd_OBB box(gp_Pnt(), gp_Dir(0, 1, 0), gp_Dir(0, 0, 1), gp_Dir(1, 0, 0), 1, 2, 3);
-    EXPECT_EQ(GetOBBlengthAndDir(box).at(2).first, 6) << "full length";
 }
 
 TEST(DataHandle, RefusesWhatIsNoRigidTransform) {

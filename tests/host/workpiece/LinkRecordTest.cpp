@@ -66,11 +66,4 @@ TEST_F(LinkRecords, TheStructureComesBackFromItsOwnData) {
     EXPECT_EQ(copy.GetName(), entity->GetName());
 }
 
-TEST_F(LinkRecords, LinksThatAreNotThereAreNull) {
-    EXPECT_EQ(entity->GetRootLink(1), nullptr);
-    EXPECT_EQ(entity->GetEndLink(1), nullptr);
-    EXPECT_EQ(entity->GetLink(2), nullptr);
-    EXPECT_THROW(entity->GetLinkIndexOrder(7), std::out_of_range);
-}
-
 } // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 #include <host/workpiece/Workpiece.h>
 #include <support/SampleMechanisms.h>
-#include <support/TrsfMatcher.h>
 
 namespace {
 
@@ -9,25 +8,9 @@ using sample::Place;
 
 class Mounting : public testing::Test {
 protected:
-    const sample::Mechanism rail = sample::TwoAxisRail();
-    std::unique_ptr<GenericEntityConfig> carrier = sample::Build(rail, 9, "rail");
+    std::unique_ptr<GenericEntityConfig> carrier = sample::Build(sample::TwoAxisRail(), 9, "rail");
     std::unique_ptr<GenericEntityConfig> arm = sample::Build(sample::SixAxisArm(), 10, "arm");
 };
-
-TEST_F(Mounting, WhatIsMountedFollowsItsCarrierUntilItIsTakenOff) {
-    carrier->AssembleOtherModel(arm.get(), Place(101, 0));
-    EXPECT_EQ(arm->GetMountingEntity(), carrier.get());
-    const std::vector<double> values = {1200, 250};
-    carrier->ForwardTrsfWithValue(values, true, true);
-    EXPECT_THAT(arm->GetRootMdlTrsf(), IsTrsf(rail.FlangeAt(values)));
-    EXPECT_THAT(arm->GetCurrentTrsfTool0(), IsTrsf(rail.FlangeAt(values) * sample::SixAxisArm().flange));
-
-    carrier->DisassembleModel(arm.get());
-    EXPECT_EQ(arm->GetMountingEntity(), nullptr);
-    EXPECT_EQ(carrier->GetFlangeByIndex(0)->attached, nullptr);
-    carrier->Reset();
-    EXPECT_THAT(arm->GetRootMdlTrsf(), IsTrsf(rail.FlangeAt(values))) << "it stays where it was";
-}
 
 TEST_F(Mounting, ImpossibleOnesAreRefusedAndChangeNothing) {
     carrier->AssembleOtherModel(arm.get(), Place(101, 0));

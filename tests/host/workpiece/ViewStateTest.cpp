@@ -1,28 +1,11 @@
 #include <BRepBndLib.hxx>
-#include <BRepPrimAPI_MakeBox.hxx>
 #include <gtest/gtest.h>
 #include <host/view/ViewShapeUtil.h>
-#include <host/workpiece/ShapeEntity.h>
 #include <support/SampleMechanisms.h>
 
 // Without a context every shape keeps its own state; nothing here has a display.
 
 namespace {
-
-TEST(ViewState, IsKeptWithoutAView) {
-    const opencascade::handle<BaseViewShape> shape = new BaseViewShape(BRepPrimAPI_MakeBox(1, 2, 3).Shape());
-    shape->Display(0, 4);
-    EXPECT_TRUE(shape->IsDisplayed());
-    EXPECT_EQ(shape->GetSelectionModes(), std::set<int>{4});
-    shape->SetSelectionMode(-1, false);
-    EXPECT_TRUE(shape->GetSelectionModes().empty());
-    shape->SetUnSelected(true);
-    shape->Display(1, -1);
-    EXPECT_TRUE(shape->GetSelectionModes().empty()) << "-1 leaves the selection as it is";
-    EXPECT_TRUE(shape->IsUnSelected());
-    shape->RemoveFromView();
-    EXPECT_FALSE(shape->IsDisplayed());
-}
 
 TEST(ViewState, AnEntityHidesAndKeepsItsParts) {
     const auto entity = sample::Build(sample::SixAxisArm(), 3);

@@ -78,19 +78,4 @@ TEST(Nozzle, RefusesNumbersByName) {
     }
 }
 
-TEST(Nozzle, AnswersFalseForWhatIsNoTorch) {
-    const std::vector<Change> noTorch = {
-        {"tcp_z", 60.0},        // the nozzle would stand inside the body
-        {"neck_radius", 200.0}, // thicker than the body, and than any bend
-        {"tip_radius", 12.5},   // wider than the gas nozzle
-        {"tcp_x", -900.0},      // a bend backwards
-    };
-    for (const Change& change : noTorch) {
-        const NozzleParam nozzle = Changed(change);
-        const auto [built, shapes] = NozzleParam::LoadTcpLocEuler(nozzle, TcpOf(nozzle));
-        EXPECT_FALSE(built) << change.first;
-        EXPECT_TRUE(shapes.empty()) << change.first;
-    }
-}
-
 } // namespace

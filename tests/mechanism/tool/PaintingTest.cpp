@@ -1,4 +1,3 @@
-#include <host/view/TriangleModel.h>
 #include <support/Mechanism.h>
 
 namespace {
@@ -33,7 +32,6 @@ TEST_F(Painting, TheConeStandsAtTheToolCentreAndFollowsTheTool) {
     EXPECT_THAT(cone->Transformation(), IsTrsf(place * place));
     EXPECT_TRUE(cone->IsDisplayed());
     EXPECT_FALSE(cone->takesPartInCollision);
-    EXPECT_GT(cone->GetBVHMdl()->Size(), 10U);
     EXPECT_EQ(cone->GetLayers().back().second.transparency, 0.8);
     EXPECT_FALSE(tool->GetWatertightMeshModel().IsNull());
     EXPECT_EQ(tool->GetFixMdls().size(), 3U) << "a cone is no part of the tool";

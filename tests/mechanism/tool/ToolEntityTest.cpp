@@ -44,7 +44,15 @@ TEST_F(Torch, IsNotBuiltFromOtherTypesOrImpossibleNumbers) {
         EXPECT_TRUE(other->GetRootMdl().IsNull());
         EXPECT_TRUE(tool->UpdataToolParameterData(With("Type", type))) << "an update ignores other types";
     }
-    EXPECT_FALSE(ToolEntity::CreateToolEntityByParameter(With("tcp_z", 60.0)).first);
+    const std::pair<const char*, double> noTorch[] = {
+        {"tcp_z", 60},        // the nozzle would stand inside the body
+        {"neck_radius", 200}, // thicker than the body, and than any bend
+        {"tip_radius", 12.5}, // wider than the gas nozzle
+        {"tcp_x", -900},      // a bend backwards
+    };
+    for (const auto& [key, value] : noTorch) {
+        EXPECT_FALSE(ToolEntity::CreateToolEntityByParameter(With(key, value)).first) << key;
+    }
     EXPECT_THROW(ToolEntity::CreateToolEntityByParameter(With("tcp_z", -1.0)), std::invalid_argument);
 }
 
