@@ -1,10 +1,8 @@
 #include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepBuilderAPI_MakeVertex.hxx>
 #include <BRepExtrema_DistShapeShape.hxx>
-#include <BRepMesh_IncrementalMesh.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <BRepPrimAPI_MakeCylinder.hxx>
-#include <BRepPrimAPI_MakeSphere.hxx>
 #include <TopoDS_Iterator.hxx>
 #include <gp_Pln.hxx>
 #include <host/view/ViewShapeCollision.h>
@@ -86,24 +84,6 @@ TEST(Distances, AgreeWithTheKernel) {
             TopoDS_Iterator(other->Shape()).Value().Moved(TopLoc_Location(place)));
         ASSERT_NEAR(Distance(box, other), exact.Value(), 1e-6) << "draw " << i;
     }
-}
-
-TEST(Distances, EndAtTheToleranceAndKeepAFinerTriangulation) {
-    const Shape face = Plane();
-    const Shape probe = Entity(BRepBuilderAPI_MakeVertex(gp_Pnt(0, 0, 10)).Shape());
-    const auto near = ViewShapeCollision::CalcPQPToleranceNereastPnt(probe, face, 10, 2);
-    EXPECT_TRUE(near.within);
-    EXPECT_EQ(near.distance, 10);
-    const auto far = ViewShapeCollision::CalcPQPToleranceNereastPnt(probe, face, 9.999, 2);
-    EXPECT_FALSE(far.within);
-    EXPECT_GT(far.distance, 9.999);
-    EXPECT_TRUE(ViewShapeCollision::CalcPQPToleranceNereastPnt(probe, face, 11, 0).within);
-
-    const TopoDS_Shape ball = BRepPrimAPI_MakeSphere(20).Shape();
-    BRepMesh_IncrementalMesh(ball, 0.01, Standard_False, 0.1);
-    const gp_Pnt outside(22 * std::cos(0.7), 22 * std::sin(0.7) * std::cos(0.3),
-                         22 * std::sin(0.7) * std::sin(0.3));
-    EXPECT_NEAR(Distance(Entity(BRepBuilderAPI_MakeVertex(outside).Shape()), Entity(ball)), 2, 0.015);
 }
 
 } // namespace
