@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <host/workspace/WorkSpace.h>
+#include <vector>
+
+namespace WorkSpace {
+
+struct Point3 {
+    double x, y, z;
+};
+
+/// A frame on plain numbers: rotation row by row, then origin.
+struct Pose {
+    double r[9];
+    Point3 p;
+
+    Point3 operator*(const Point3& v) const {
+        return {r[0] * v.x + r[1] * v.y + r[2] * v.z + p.x, r[3] * v.x + r[4] * v.y + r[5] * v.z + p.y,
+                r[6] * v.x + r[7] * v.y + r[8] * v.z + p.z};
+    }
+    Pose operator*(const Pose& other) const;
+};
+
+struct Range {
+    double low, high;
+    double Width() const { return high - low; }
+    /// `count` values from low to high, both included; the middle for one.
+    std::vector<double> Spread(int count) const;
+};
+
+/// The arm that a record describes, its joints named as the method uses them: two that carry the wrist
+/// about, three that turn it. Lengths in mm, angles in rad.
+class Arm {
+public:
+    /// @throws std::invalid_argument naming what is wrong with the record.
+    explicit Arm(const Robot& robot);
+
+    Range upperArm, forearm;        ///< joints 2 and 3
+    std::array<Range, 3> wrist;     ///< joints 4, 5 and the last; the follower of a coupled wrist is its own
+    std::array<double, 3> leverage; ///< how far (mm) the tool centre can be from each wrist joint's axis
+
+    /// Origin of the second row's frame, which joint 2 turns about, while joint 1 is at zero.
+    Point3 Shoulder() const;
+    /// Frame of the third row, which carries the wrist, joint 1 at zero. Its Z is the robot's +Y or -Y.
+    Pose Elbow(double upper, double fore) const;
+    /// Tool centre in the frame of the third row.
+    Point3 ToolInElbow(const std::array<double, 3>& values) const;
+    /// Greatest distance of the tool centre from the shoulder over all joint values, to 1e-4 of itself.
+    double StretchedLength() const;
+
+private:
+    void RequireParallelArm() const;
+    Pose Row(std::size_t row, double value) const;
+    bool Coupled() const { return table.size() == 7; }
+
+    std::vector<std::array<double, 4>> table;
+    Point3 tool;
+};
+
+} // namespace WorkSpace

@@ -1,0 +1,42 @@
+#include <algorithm>
+#include <cmath>
+#include <host/workspace/WorkSpace.h>
+#include <iterator>
+
+namespace WorkSpace {
+
+namespace {
+
+// What is left of a transform that went through a few products; a joint that turns by it moves nothing.
+constexpr double SameNumber = 1e-9;
+
+// Numbers that are not finite are equal to none, so that a faulty record is looked at each time.
+bool Same(double a, double b) { return std::abs(a - b) <= SameNumber; }
+
+template <class List>
+bool SameList(const List& a, const List& b) {
+    return std::equal(std::begin(a), std::end(a), std::begin(b), std::end(b), Same);
+}
+
+bool SameTable(const Robot& a, const Robot& b) {
+    return std::equal(a.dh.begin(), a.dh.end(), b.dh.begin(), b.dh.end(),
+                      [](const auto& rowA, const auto& rowB) { return SameList(rowA, rowB); });
+}
+
+// A plain robot's region is a matter of the arm alone; a box also stands in the cell.
+bool SameMounting(const Robot& a, const Robot& b) {
+    return a.upright == b.upright && SameList(a.base, b.base) &&
+           std::equal(std::begin(a.externalLimits), std::end(a.externalLimits), std::begin(b.externalLimits),
+                      [](const auto& rangeA, const auto& rangeB) { return SameList(rangeA, rangeB); });
+}
+
+} // namespace
+
+bool IsEuqal(const Robot& a, const Robot& b) {
+    return a.systemType == b.systemType && a.armStructureCode == b.armStructureCode &&
+           Same(a.ratio, b.ratio) && SameList(a.toolOffset, b.toolOffset) && SameTable(a, b) &&
+           SameList(a.jointMin, b.jointMin) && SameList(a.jointMax, b.jointMax) &&
+           (a.systemType == 0 || SameMounting(a, b));
+}
+
+} // namespace WorkSpace

@@ -1,0 +1,157 @@
+#include "Outline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+namespace WorkSpace {
+
+namespace {
+
+constexpr double Turn = 2 * std::numbers::pi;
+
+} // namespace
+
+ArmSweep::ArmSweep(const Arm& arm, double longest)
+    : upperRange(arm.upperArm), foreRange(arm.forearm), step(longest) {
+    const Pose elbow = arm.Elbow(0, 0);
+    const Point3 origin = arm.Shoulder();
+    sense = elbow.r[5] < 0 ? -1 : 1;
+    lateralOrigin = elbow.p.y;
+    shoulder = {origin.x, origin.z};
+    upperArm = Place(elbow.p.x, elbow.p.z) - shoulder;
+    foreFrame = {elbow.r[0], elbow.r[6]};
+}
+
+void ArmSweep::TakeWrist(const Point3& tool) {
+    wrist = foreFrame * Place(tool.x, -sense * tool.y);
+    lateral = std::abs(lateralOrigin + sense * tool.z);
+}
+
+SectionPoint ArmSweep::Section(const Place& p) const {
+    return {std::sqrt(p.real() * p.real() + lateral * lateral), p.imag()};
+}
+
+void ArmSweep::MarkPiece(const SectionPoint& a, const SectionPoint& b, Raster& raster) const {
+    if (inside == nullptr || !inside->Deep(a) || !inside->Deep(b)) {
+        raster.MarkLine(a, b);
+    }
+}
+
+// The arc that the end of `arm` draws about a centre.
+void ArmSweep::MarkArc(const Place& centre, const Place& arm, const Range& range, Raster& raster) const {
+    const int pieces = static_cast<int>(std::abs(arm) * range.Width() / step) + 1;
+    const Place turn = Turned(range.Width() / pieces);
+    Place at = arm * Turned(range.low);
+    SectionPoint before = Section(centre + at);
+    for (int i = 0; i < pieces; ++i) {
+        // Spelt out: the library's product of complex numbers looks for infinities.
+        at = {at.real() * turn.real() - at.imag() * turn.imag(),
+              at.real() * turn.imag() + at.imag() * turn.real()};
+        const SectionPoint next = Section(centre + at);
+        MarkPiece(before, next, raster);
+        before = next;
+    }
+}
+
+// Values of joint 3, within its range, at which the wrist is in line with the upper arm.
+std::vector<double> ArmSweep::ElbowFolds() const {
+    std::vector<double> folds;
+    const double inLine = sense * (std::arg(wrist) - std::arg(upperArm));
+    for (const double candidate : {inLine, inLine + Turn / 2}) {
+        const double fold = candidate + Turn * std::ceil((foreRange.low - candidate) / Turn);
+        if (fold <= foreRange.high) {
+            folds.push_back(fold);
+        }
+    }
+    return folds;
+}
+
+// Where the circle that joint 2 draws meets the axis, above or below the shoulder; false past its range.
+bool ArmSweep::CrossesAxis(double fore, bool above, double& height) const {
+    const Place arm = Forearm(fore);
+    const double across = -shoulder.real();
+    const double radius = std::abs(arm);
+    if (radius < std::abs(across)) {
+        return false;
+    }
+    const double up = std::sqrt(radius * radius - across * across) * (above ? 1 : -1);
+    const double angle = -sense * (std::arg(Place(across, up)) - std::arg(arm));
+    height = shoulder.imag() + up;
+    return angle + Turn * std::ceil((upperRange.low - angle) / Turn) <= upperRange.high;
+}
+
+void ArmSweep::MarkAxisCrossing(Raster& raster) const {
+    constexpr int Halvings = 8;
+    const int pieces = static_cast<int>(std::abs(wrist) * foreRange.Width() / step) + 1;
+    for (const bool above : {false, true}) {
+        double height = 0;
+        double last = foreRange.low;
+        bool crossed = CrossesAxis(last, above, height);
+        double lastHeight = height;
+        for (int i = 1; i <= pieces; ++i) {
+            const double fore = foreRange.low + foreRange.Width() * i / pieces;
+            const bool crosses = CrossesAxis(fore, above, height);
+            double in = crosses ? fore : last;
+            double out = crosses ? last : fore;
+            double end = crosses ? height : lastHeight;
+            for (int halving = 0; crosses != crossed && halving < Halvings; ++halving) {
+                const double middle = (in + out) / 2;
+                double found = 0;
+                const bool within = CrossesAxis(middle, above, found);
+                (within ? in : out) = middle;
+                end = within ? found : end;
+            }
+            if (crosses || crossed) {
+                const double from = crossed ? lastHeight : end;
+                MarkPiece({lateral, from}, {lateral, crosses ? height : end}, raster);
+            }
+            last = fore;
+            lastHeight = height;
+            crossed = crosses;
+        }
+    }
+}
+
+void ArmSweep::MarkOutline(const Point3& tool, const Raster* known, Raster& raster) {
+    inside = known;
+    TakeWrist(tool);
+    std::vector<double> fores = ElbowFolds();
+    fores.insert(fores.end(), {foreRange.low, foreRange.high});
+    for (const double fore : fores) {
+        MarkArc(shoulder, Forearm(fore), upperRange, raster);
+    }
+    for (const double upper : {upperRange.low, upperRange.high}) {
+        MarkArc(shoulder + Turned(upper) * upperArm, Turned(upper) * wrist, foreRange, raster);
+    }
+    if (lateral >= raster.CellWidth()) {
+        MarkAxisCrossing(raster);
+    }
+}
+
+void ArmSweep::MarkRegion(const Point3& tool, Raster& raster) {
+    TakeWrist(tool);
+    const auto count = [&](const Range& range, double lever) {
+        return static_cast<int>(range.Width() * lever / step) + 2;
+    };
+    const auto uppers = upperRange.Spread(count(upperRange, std::abs(upperArm) + std::abs(wrist)));
+    const auto fores = foreRange.Spread(count(foreRange, std::abs(wrist)));
+    const auto row = [&](double upper) {
+        std::vector<SectionPoint> points;
+        for (const double fore : fores) {
+            points.push_back(Section(shoulder + Turned(upper) * Forearm(fore)));
+        }
+        return points;
+    };
+    std::vector<SectionPoint> before = row(uppers.front());
+    for (std::size_t i = 1; i < uppers.size(); ++i) {
+        const std::vector<SectionPoint> next = row(uppers[i]);
+        for (std::size_t j = 0; j + 1 < fores.size(); ++j) {
+            raster.MarkTriangle(before[j], next[j], next[j + 1]);
+            raster.MarkTriangle(before[j], next[j + 1], before[j + 1]);
+        }
+        before = next;
+    }
+}
+
+} // namespace WorkSpace

@@ -1,0 +1,59 @@
+#include "Outline.h"
+#include "Polygon.h"
+
+#include <algorithm>
+#include <cmath>
+#include <stdexcept>
+
+namespace WorkSpace {
+
+namespace {
+
+// Shares of the reach, together well within the promised 1 %: width of a cell, length of a piece of a line,
+// what the spread of the wrist may cut off, and what simplifying may.
+constexpr double CellShare = 0.002;
+constexpr double StepShare = 0.04;
+constexpr double WristShare = 0.0008;
+constexpr double SimplifyShare = 0.0015;
+/// A first look takes a wrist in some thirty; what it finds inside saves most of the lines of the others.
+constexpr double FirstLook = 12;
+
+constexpr double SmallestReach = 1.0; // mm
+
+} // namespace
+
+std::vector<std::vector<double>> GetRobotWorkSpace(const Robot& robot) {
+    const Arm arm(robot);
+    const Point3 shoulder = arm.Shoulder();
+    const double length = arm.StretchedLength();
+    const double reach = std::hypot(std::abs(shoulder.x) + length, shoulder.y);
+    if (!(length > SmallestReach)) {
+        throw std::invalid_argument("WorkSpace: the tool centre stays at the shoulder");
+    }
+    Raster raster(CellShare * reach, std::hypot(reach, length), shoulder.z - length, shoulder.z + length);
+    const double step = StepShare * reach;
+    ArmSweep sweep(arm, step);
+    Raster first = raster;
+    const WristNet few(arm, FirstLook * WristShare * reach);
+    for (const Point3& tool : few.places) {
+        sweep.MarkOutline(tool, nullptr, first);
+    }
+    raster = first;
+    first.Fill();
+    first.MeasureDepth(step / 2);
+    const WristNet wrist(arm, WristShare * reach);
+    for (const Point3& tool : wrist.places) {
+        sweep.MarkOutline(tool, &first, raster);
+    }
+    sweep.MarkWristLines(wrist, raster);
+    raster.Fill();
+    const Polygon outline = Simplified(TraceBoundary(raster), SimplifyShare * reach);
+    std::vector<std::vector<double>> profile;
+    for (const SectionPoint& point : outline) {
+        profile.push_back({point.r, point.z});
+    }
+    profile.push_back(profile.front());
+    return profile;
+}
+
+} // namespace WorkSpace

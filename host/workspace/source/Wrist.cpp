@@ -1,0 +1,60 @@
+#include "Outline.h"
+
+#include <cmath>
+
+namespace WorkSpace {
+
+namespace {
+
+// A circle's chord of angle h leaves it by lever * h^2 / 8.
+int CountFor(const Range& range, double lever, double tolerance) {
+    if (lever <= tolerance) {
+        return 1;
+    }
+    return static_cast<int>(std::ceil(range.Width() / std::sqrt(8 * tolerance / lever))) + 1;
+}
+
+} // namespace
+
+WristNet::WristNet(const Arm& arm, double tolerance) {
+    std::array<std::vector<double>, 3> values;
+    for (std::size_t joint = 0; joint < values.size(); ++joint) {
+        const Range& range = arm.wrist[joint];
+        values[joint] = range.Spread(CountFor(range, arm.leverage[joint], tolerance));
+        counts[joint] = values[joint].size();
+    }
+    for (const double fourth : values[0]) {
+        for (const double fifth : values[1]) {
+            for (const double last : values[2]) {
+                places.push_back(arm.ToolInElbow({fourth, fifth, last}));
+            }
+        }
+    }
+}
+
+// The other lines bound regions of one wrist each. Where joints 2 and 3 can give no more, the boundary is the
+// wrist's own, and lies between those regions.
+void ArmSweep::MarkWristLines(const WristNet& net, Raster& raster) {
+    const auto& [fourths, fifths, lasts] = net.counts;
+    const std::array<std::size_t, 3> strides = {fifths * lasts, lasts, 1};
+    std::vector<SectionPoint> points(net.places.size());
+    for (const double upper : {upperRange.low, upperRange.high}) {
+        for (const double fore : {foreRange.low, foreRange.high}) {
+            const Place upperTurn = Turned(upper);
+            const Place foreTurn = Turned(fore);
+            for (std::size_t i = 0; i < points.size(); ++i) {
+                TakeWrist(net.places[i]);
+                points[i] = Section(shoulder + upperTurn * (upperArm + foreTurn * wrist));
+            }
+            for (std::size_t i = 0; i < points.size(); ++i) {
+                for (std::size_t joint = 0; joint < strides.size(); ++joint) {
+                    if (i / strides[joint] % net.counts[joint] + 1 < net.counts[joint]) {
+                        raster.MarkLine(points[i], points[i + strides[joint]]);
+                    }
+                }
+            }
+        }
+    }
+}
+
+} // namespace WorkSpace

@@ -1,0 +1,158 @@
+#include "Arms.h"
+
+#include <gtest/gtest.h>
+#include <numeric>
+
+namespace {
+
+// What the profile promises, as shares of the reach.
+constexpr double OutsideShare = 0.01;
+constexpr double VertexShare = 0.01;
+constexpr double FarthestShare = 0.005;
+
+// A vertex is looked for downhill from this many of the nearest drawn poses.
+constexpr std::size_t Starts = 6;
+
+struct Point {
+    double r, z;
+};
+
+Point SectionOf(const gp_XYZ& centre) { return {std::hypot(centre.X(), centre.Y()), centre.Z()}; }
+double Distance(const Point& a, const Point& b) { return std::hypot(a.r - b.r, a.z - b.z); }
+
+double DistanceToEdge(const Point& p, const Point& a, const Point& b) {
+    const double dr = b.r - a.r;
+    const double dz = b.z - a.z;
+    const double t = std::clamp(((p.r - a.r) * dr + (p.z - a.z) * dz) / (dr * dr + dz * dz), 0.0, 1.0);
+    return Distance(p, {a.r + t * dr, a.z + t * dz});
+}
+
+class Reach : public testing::TestWithParam<arms::Case> {
+protected:
+    Reach() {
+        for (const auto& entry : WorkSpace::GetRobotWorkSpace(arm.record)) {
+            profile.push_back({entry[0], entry[1]});
+        }
+    }
+
+    // How far (mm) a point lies outside the profile; 0 inside.
+    double Outside(const Point& p) const {
+        bool inside = false;
+        double nearest = INFINITY;
+        for (std::size_t i = 0; i + 1 < profile.size(); ++i) {
+            const Point& a = profile[i];
+            const Point& b = profile[i + 1];
+            nearest = std::min(nearest, DistanceToEdge(p, a, b));
+            if ((a.z > p.z) != (b.z > p.z) && p.r < a.r + (b.r - a.r) * (p.z - a.z) / (b.z - a.z)) {
+                inside = !inside;
+            }
+        }
+        return inside ? 0 : nearest;
+    }
+
+    // Distance (mm) of the nearest reachable point that a search finds.
+    double Unreached(const Point& vertex) const {
+        std::vector<std::size_t> order(drawn.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        std::partial_sort(order.begin(), order.begin() + Starts, order.end(), [&](auto a, auto b) {
+            return Distance(drawn[a].second, vertex) < Distance(drawn[b].second, vertex);
+        });
+        double nearest = INFINITY;
+        for (std::size_t i = 0; i < Starts && nearest > VertexShare * reach; ++i) {
+            nearest = std::min(nearest, arm.Descend(drawn[order[i]].first, [&](const gp_XYZ& centre) {
+                return Distance(SectionOf(centre), vertex);
+            }));
+        }
+        return nearest;
+    }
+
+    void DrawPoses(int count) {
+        Draw draw(31);
+        for (int i = 0; i < count; ++i) {
+            const std::vector<double> q = arm.Random(draw);
+            drawn.emplace_back(q, SectionOf(arm.ToolCentre(q)));
+        }
+    }
+
+    const arms::Arm arm{GetParam()};
+    const std::array<double, 4> numbers = WorkSpace::GetRobotMaxWorkSpace(arm.record);
+    const double reach = numbers[3];
+    std::vector<Point> profile;
+    std::vector<std::pair<std::vector<double>, Point>> drawn;
+};
+
+TEST_P(Reach, NothingReachableLiesOutsideTheProfile) {
+    Draw draw(7);
+    double worst = 0;
+    for (int i = 0; i < Draws::Count(); ++i) {
+        const std::vector<double> q = arm.Random(draw);
+        const double outside = Outside(SectionOf(arm.ToolCentre(q)));
+        worst = std::max(worst, outside);
+        ASSERT_LE(outside, OutsideShare * reach) << "joint values {" << testing::PrintToString(q) << "}";
+    }
+    RecordProperty("worst_outside_permille", std::to_string(1000 * worst / reach));
+}
+
+// Random poses seldom stretch: the boundary is sought from the inside too, by climbing in every direction.
+TEST_P(Reach, NoClimbLeavesTheProfile) {
+    DrawPoses(60);
+    double worst = 0;
+    for (std::size_t i = 0; i < drawn.size(); ++i) {
+        const double angle =
+            static_cast<double>(i) * 2 * std::numbers::pi / static_cast<double>(drawn.size());
+        const auto along = [&](const gp_XYZ& centre) {
+            const Point p = SectionOf(centre);
+            worst = std::max(worst, Outside(p));
+            return -(p.r * std::cos(angle) + p.z * std::sin(angle));
+        };
+        arm.Descend(drawn[i].first, along);
+    }
+    EXPECT_LE(worst, OutsideShare * reach);
+    RecordProperty("worst_climb_permille", std::to_string(1000 * worst / reach));
+}
+
+TEST_P(Reach, EveryVertexIsReached) {
+    DrawPoses(5000);
+    double worst = 0;
+    for (const Point& vertex : profile) {
+        const double unreached = Unreached(vertex);
+        worst = std::max(worst, unreached);
+        EXPECT_LE(unreached, VertexShare * reach) << "vertex " << vertex.r << ", " << vertex.z;
+    }
+    RecordProperty("worst_vertex_permille", std::to_string(1000 * worst / reach));
+}
+
+TEST_P(Reach, TheReachIsThatOfTheFarthestPointASearchFinds) {
+    const gp_XYZ shoulder(std::copysign(numbers[0], arm.mechanism.axes[1].Location().X()), numbers[1],
+                          numbers[2]);
+    const auto nearness = [&](const gp_XYZ& centre) { return -(centre - shoulder).Modulus(); };
+    arms::Arm facingAhead = arm; // joint 1 would carry the shoulder along
+    facingAhead.limits[0] = {0, 0};
+    Draw draw(5);
+    double farthest = 0;
+    for (int i = 0; i < 6; ++i) {
+        farthest = std::max(farthest, -facingAhead.Descend(facingAhead.Random(draw), nearness));
+    }
+    EXPECT_NEAR(numbers[3] - numbers[0], farthest, FarthestShare * reach);
+}
+
+TEST_P(Reach, TheProfileIsClosedSimpleAndOnOneSideOfTheAxis) {
+    ASSERT_GE(profile.size(), 4U);
+    EXPECT_EQ(Distance(profile.front(), profile.back()), 0);
+    const auto side = [](const Point& a, const Point& b, const Point& p) {
+        return (b.r - a.r) * (p.z - a.z) > (b.z - a.z) * (p.r - a.r);
+    };
+    const std::size_t n = profile.size() - 1;
+    for (std::size_t i = 0; i < n; ++i) {
+        EXPECT_GE(profile[i].r, 0);
+        for (std::size_t j = i + 2; j < n && (j + 1) % n != i; ++j) {
+            const Point &a = profile[i], &b = profile[i + 1], &c = profile[j], &d = profile[j + 1];
+            EXPECT_FALSE(side(a, b, c) != side(a, b, d) && side(c, d, a) != side(c, d, b))
+                << i << " meets " << j;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(DescribedArms, Reach, testing::ValuesIn(arms::AllCases()), arms::NameOf);
+
+} // namespace

@@ -1,0 +1,90 @@
+#include "Arms.h"
+
+#include <gmock/gmock.h>
+#include <limits>
+#include <support/Thrown.h>
+
+namespace {
+
+using WorkSpace::Robot;
+
+constexpr double NoNumber = std::numeric_limits<double>::quiet_NaN();
+
+Robot Sample() {
+    Robot robot = arms::Arm(arms::AllCases().front()).record;
+    for (int i = 0; i < 3; ++i) {
+        robot.base[5 * i] = 1;
+    }
+    return robot;
+}
+
+struct Change {
+    const char* name;
+    void (*apply)(Robot&);
+    bool shapesPlainRobot, shapesBox;
+};
+
+class Cache : public testing::TestWithParam<Change> {};
+
+TEST_P(Cache, NoticesWhatShapesTheRegionAndNothingElse) {
+    const auto& [name, apply, shapesPlainRobot, shapesBox] = GetParam();
+    for (const auto& [type, shapes] : {std::pair{0, shapesPlainRobot}, {3, shapesBox}, {4, shapesBox}}) {
+        Robot before = Sample();
+        before.systemType = type;
+        Robot after = before;
+        EXPECT_TRUE(WorkSpace::IsEuqal(before, after));
+        apply(after);
+        EXPECT_EQ(WorkSpace::IsEuqal(before, after), !shapes) << name << ", type " << type;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Changes, Cache,
+    testing::Values(Change{"tool", [](Robot& r) { r.toolOffset[2] += 1e-6; }, true, true},
+                    Change{"table", [](Robot& r) { r.dh[2][0] += 1e-6; }, true, true},
+                    Change{"row", [](Robot& r) { r.dh.pop_back(); }, true, true},
+                    Change{"limit", [](Robot& r) { r.jointMax[0] -= 1e-6; }, true, true},
+                    Change{"type", [](Robot& r) { r.systemType = 1; }, true, true},
+                    Change{"base", [](Robot& r) { r.base[3] += 1; }, false, true},
+                    Change{"upright", [](Robot& r) { r.upright = false; }, false, true},
+                    Change{"turned_tool", [](Robot& r) { r.toolRotation[0] = 0.5; }, false, false},
+                    Change{"rounding", [](Robot& r) { r.base[7] += 1e-13; }, false, false},
+                    Change{"no_number", [](Robot& r) { r.toolOffset[0] = NoNumber; }, true, true}),
+    [](const auto& which) { return which.param.name; });
+
+TEST(BadRecord, IsRefusedByWhatIsWrongWithIt) {
+    const std::vector<std::pair<void (*)(Robot&), const char*>> faults = {
+        {[](Robot& r) { r.dh.resize(5); }, "the table has 5 rows, expected 6 or 7"},
+        {[](Robot& r) { r.toolOffset[1] = NoNumber; }, "tool offset is not finite"},
+        {[](Robot& r) { r.dh[3][2] = INFINITY; }, "row 3 of the table is not finite"},
+        {[](Robot& r) { r.jointMin[2] = 4; }, "joint 3: 4.0"},
+        {[](Robot& r) { r.jointMax[5] = NoNumber; }, "joint 6: "},
+        {[](Robot& r) { r.dh[2][1] = 0.3; }, "joints 2 and 3 are not parallel"},
+    };
+    for (const auto& [spoil, text] : faults) {
+        Robot robot = Sample();
+        spoil(robot);
+        for (const auto& call : {std::function<void()>([&] { WorkSpace::GetRobotWorkSpace(robot); }),
+                                 std::function<void()>([&] { WorkSpace::GetInvertedRobotWorkSpace(robot); }),
+                                 std::function<void()>([&] { WorkSpace::GetRobotMaxWorkSpace(robot); })}) {
+            EXPECT_THAT(Thrown(call), testing::HasSubstr(text));
+        }
+    }
+}
+
+TEST(BadRecord, WithoutATableReachesNothing) {
+    EXPECT_EQ(WorkSpace::GetRobotMaxWorkSpace(Robot()), (std::array<double, 4>{}));
+    EXPECT_NE(Thrown([] { WorkSpace::GetRobotWorkSpace(Robot()); }), "");
+}
+
+TEST(SevenRows, TheFollowersLimitsBoundItsLeader) {
+    Robot wide = arms::Arm({"abb_irb5400_paint", true}).record;
+    Robot bounded = wide;
+    wide.jointMin[4] = -0.2;
+    wide.jointMax[4] = 0.5;
+    bounded.jointMin[5] = -0.5;
+    bounded.jointMax[5] = 0.2;
+    EXPECT_EQ(WorkSpace::GetRobotWorkSpace(wide), WorkSpace::GetRobotWorkSpace(bounded));
+}
+
+} // namespace
