@@ -3,7 +3,8 @@
 #include <benchmark/benchmark.h>
 #include <cmath>
 
-std::string bench::Difference(const std::vector<double>& ours, const std::vector<double>& peer, double tolerance) {
+std::string bench::Difference(const std::vector<double>& ours, const std::vector<double>& peer,
+                              double tolerance) {
     if (ours.size() != peer.size()) {
         return std::to_string(ours.size()) + " numbers against " + std::to_string(peer.size());
     }

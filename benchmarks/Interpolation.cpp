@@ -89,7 +89,8 @@ Work JointStates(int count) {
 }
 
 std::vector<GrpState> GapsByHand(const States& in, int between) {
-    const gp_TrsfNLerp blend(gpHandle::EulerToTrsf(in.a->GetLocEuler(0)), gpHandle::EulerToTrsf(in.b->GetLocEuler(0)));
+    const gp_TrsfNLerp blend(gpHandle::EulerToTrsf(in.a->GetLocEuler(0)),
+                             gpHandle::EulerToTrsf(in.b->GetLocEuler(0)));
     std::vector<GrpState> states;
     states.reserve(static_cast<std::size_t>(between) + 2);
     states.push_back(*in.a);
@@ -140,7 +141,8 @@ Work Orientations(bool quick) {
         peer->clear();
         peer->reserve(static_cast<std::size_t>(n));
         for (int k = 0; k < n; ++k) {
-            peer->push_back(from.slerp(static_cast<double>(k) / (n - 1), to).toRotationMatrix().eulerAngles(0, 1, 2));
+            peer->push_back(
+                from.slerp(static_cast<double>(k) / (n - 1), to).toRotationMatrix().eulerAngles(0, 1, 2));
         }
     };
     const auto difference = [ours, peer, n] {

@@ -60,7 +60,8 @@ KDL::Chain KdlChain(const sample::Mechanism& arm) {
                                            : KDL::Joint::RotZ;
         const bool last = i + 1 == arm.axes.size();
         const gp_XYZ next = last ? arm.flange.TranslationPart() : arm.axes[i + 1].Location().XYZ();
-        chain.addSegment(KDL::Segment(KDL::Joint(type), KDL::Frame(ToKdl(gp_Vec(next - arm.axes[i].Location().XYZ())))));
+        chain.addSegment(
+            KDL::Segment(KDL::Joint(type), KDL::Frame(ToKdl(gp_Vec(next - arm.axes[i].Location().XYZ())))));
     }
     return chain;
 }
@@ -86,7 +87,8 @@ Work AgainstKdl(bool /*quick*/) {
             }};
 }
 
-// --- the floor: the same table on plain doubles --------------------------------------------------------------
+// --- the floor: the same table on plain doubles
+// --------------------------------------------------------------
 
 struct FoldedRow {
     double a, d, theta, sinAlpha, cosAlpha;

@@ -29,12 +29,14 @@ using bench::Work;
 using InterpHandle::ArrayPose;
 using InterpHandle::PathPose;
 
-// --- smoothing -----------------------------------------------------------------------------------------------
+// --- smoothing
+// -----------------------------------------------------------------------------------------------
 
 std::vector<PathPose> Winding(int legs) {
     std::vector<PathPose> path;
     for (int i = 0; i <= legs; ++i) {
-        path.emplace_back(gp_Pnt(10.0 * i, 15 * std::sin(0.4 * i), 4 * std::cos(0.3 * i)), gp_Dir(0.1, 0.2, -1));
+        path.emplace_back(gp_Pnt(10.0 * i, 15 * std::sin(0.4 * i), 4 * std::cos(0.3 * i)),
+                          gp_Dir(0.1, 0.2, -1));
     }
     return path;
 }
@@ -48,8 +50,8 @@ std::size_t KernelAlone(const std::vector<PathPose>& path, double base) {
         ends->SetValue(1, path[i].first);
         ends->SetValue(2, path[i + 1].first);
         GeomAPI_Interpolate fit(ends, Standard_False, 0.001);
-        fit.Load(gp_Vec(path[first].first, path[first + 1].first), gp_Vec(path[first + 1].first, path[first + 2].first),
-                 Standard_True);
+        fit.Load(gp_Vec(path[first].first, path[first + 1].first),
+                 gp_Vec(path[first + 1].first, path[first + 2].first), Standard_True);
         fit.Perform();
         const GeomAdaptor_Curve curve(fit.Curve());
         const GCPnts_UniformAbscissa even(curve, base, -1.0);
@@ -67,16 +69,15 @@ Work Spline(int legs) {
     constexpr double base = 4;
     auto path = std::make_shared<std::vector<PathPose>>(Winding(legs));
     auto counts = std::make_shared<std::vector<std::size_t>>(2);
-    return {{[path, counts] {
-                 auto dense = *path;
-                 InterpHandle::SplineInterpolation(dense, base);
-                 (*counts)[0] = dense.size();
-             },
-             static_cast<double>(legs)},
-            {[path, counts] { (*counts)[1] = KernelAlone(*path, base); }, static_cast<double>(legs)},
-            [counts] {
-                return (*counts)[0] == (*counts)[1] ? std::string() : "different numbers of samples";
-            }};
+    return {
+        {[path, counts] {
+             auto dense = *path;
+             InterpHandle::SplineInterpolation(dense, base);
+             (*counts)[0] = dense.size();
+         },
+         static_cast<double>(legs)},
+        {[path, counts] { (*counts)[1] = KernelAlone(*path, base); }, static_cast<double>(legs)},
+        [counts] { return (*counts)[0] == (*counts)[1] ? std::string() : "different numbers of samples"; }};
 }
 
 Work SplineGrowth(bool quick) {
@@ -85,7 +86,8 @@ Work SplineGrowth(bool quick) {
     return {large.ours, small.ours, [] { return std::string(); }};
 }
 
-// --- distance to a face ----------------------------------------------------------------------------------------
+// --- distance to a face
+// ----------------------------------------------------------------------------------------
 
 constexpr double Radius = 500;
 constexpr double Tolerance = 5;
@@ -136,13 +138,15 @@ Work AgainstExact(bool quick) {
         double kept = 0;
         for (const ArrayPose& pose : scene->poses) {
             const auto point = BRepBuilderAPI_MakeVertex(gp_Pnt(pose[0], pose[1], pose[2])).Shape();
-            const BRepExtrema_DistShapeShape distance(point, TopExp_Explorer(scene->sphere, TopAbs_SHELL).Current());
+            const BRepExtrema_DistShapeShape distance(point,
+                                                      TopExp_Explorer(scene->sphere, TopAbs_SHELL).Current());
             kept += distance.Value() <= Tolerance ? 1 : 0;
         }
         scene->peer = {kept};
     };
     const auto count = static_cast<double>(scene->poses.size());
-    return {{[scene] { RunOurs(*scene); }, count}, {runPeer, count}, [scene] { return SameCount(*scene, 0.02); }};
+    return {
+        {[scene] { RunOurs(*scene); }, count}, {runPeer, count}, [scene] { return SameCount(*scene, 0.02); }};
 }
 
 using Mesh = fcl::BVHModel<fcl::OBBRSSd>;
@@ -177,12 +181,15 @@ Work AgainstFcl(bool quick) {
         for (const ArrayPose& pose : scene->poses) {
             probe.setTranslation(fcl::Vector3d(pose[0], pose[1], pose[2]));
             fcl::DistanceResultd result;
-            kept += fcl::distance(&surface, &probe, fcl::DistanceRequestd(), result) + ball <= Tolerance ? 1 : 0;
+            kept +=
+                fcl::distance(&surface, &probe, fcl::DistanceRequestd(), result) + ball <= Tolerance ? 1 : 0;
         }
         scene->peer = {kept};
     };
     const auto count = static_cast<double>(scene->poses.size());
-    return {{[scene] { RunOurs(*scene); }, count}, {runPeer, count}, [scene] { return SameCount(*scene, 0.001); }};
+    return {{[scene] { RunOurs(*scene); }, count}, {runPeer, count}, [scene] {
+                return SameCount(*scene, 0.001);
+            }};
 }
 
 Work FaceGrowth(bool quick) {
@@ -196,9 +203,10 @@ Work FaceGrowth(bool quick) {
 } // namespace
 
 std::vector<Row> bench::PathRows() {
-    return {{"spline_path", "the bare kernel calls", 1.1, [](bool quick) { return Spline(quick ? 100 : 10000); }},
-            {"spline_path_growth", "itself at 1e3 legs, ours at 1e5", 1.5, SplineGrowth},
-            {"path_on_face_exact", "BRepExtrema_DistShapeShape", 0.02, AgainstExact},
-            {"path_on_face_fcl", "FCL, small sphere to mesh", 0.2, AgainstFcl},
-            {"path_on_face_growth", "itself at 1e3 poses, ours at 1e5", 1.5, FaceGrowth}};
+    return {
+        {"spline_path", "the bare kernel calls", 1.1, [](bool quick) { return Spline(quick ? 100 : 10000); }},
+        {"spline_path_growth", "itself at 1e3 legs, ours at 1e5", 1.5, SplineGrowth},
+        {"path_on_face_exact", "BRepExtrema_DistShapeShape", 0.02, AgainstExact},
+        {"path_on_face_fcl", "FCL, small sphere to mesh", 0.2, AgainstFcl},
+        {"path_on_face_growth", "itself at 1e3 poses, ours at 1e5", 1.5, FaceGrowth}};
 }

@@ -148,7 +148,8 @@ Work ThinGrowth(bool quick) {
     return {large.ours, small.ours, [] { return std::string(); }};
 }
 
-// Sorting changes its input, so both sides start from a copy of the candidates; the copy is part of both times.
+// Sorting changes its input, so both sides start from a copy of the candidates; the copy is part of both
+// times.
 Work Sort(bool quick) {
     const std::size_t count = quick ? 1000 : 100000;
     auto path = std::make_shared<Path>(count, 1);
@@ -167,7 +168,8 @@ Work Sort(bool quick) {
         }
         std::vector<std::size_t> order(states.size());
         std::iota(order.begin(), order.end(), std::size_t{0});
-        std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+        std::sort(order.begin(), order.end(),
+                  [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
         std::vector<GrpState> sorted;
         sorted.reserve(states.size());
         for (const std::size_t i : order) {

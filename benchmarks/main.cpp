@@ -10,8 +10,8 @@
 #include <map>
 #include <memory>
 
-// Google Benchmark times both sides of every row, interleaved and repeated; this program compares results first,
-// then puts the medians side by side.
+// Google Benchmark times both sides of every row, interleaved and repeated; this program compares results
+// first, then puts the medians side by side.
 
 namespace {
 
@@ -45,11 +45,12 @@ public:
 };
 
 void Register(const std::string& name, const Side& side) {
-    benchmark::RegisterBenchmark(name.c_str(), [run = side.run](benchmark::State& state) {
-        for (auto _ : state) {
-            run();
-        }
-    })
+    benchmark::RegisterBenchmark(name.c_str(),
+                                 [run = side.run](benchmark::State& state) {
+                                     for (auto _ : state) {
+                                         run();
+                                     }
+                                 })
         ->Unit(benchmark::kNanosecond)
         ->UseRealTime()
         ->Repetitions(Repetitions)
@@ -110,7 +111,8 @@ int Compare(const std::vector<Row>& rows, const std::string& file) {
 } // namespace
 
 int main(int argc, char** argv) {
-    const bool quick = std::any_of(argv, argv + argc, [](const char* a) { return std::strcmp(a, "--quick") == 0; });
+    const bool quick =
+        std::any_of(argv, argv + argc, [](const char* a) { return std::strcmp(a, "--quick") == 0; });
     const char* only = argc > 2 && std::strcmp(argv[1], "--row") == 0 ? argv[2] : nullptr;
     std::vector<Row> rows = AllRows();
     if (only != nullptr) {
