@@ -1,3 +1,8 @@
+#include <BRepGProp.hxx>
+#include <BRepTools.hxx>
+#include <BRep_Builder.hxx>
+#include <GProp_GProps.hxx>
+#include <filesystem>
 #include <gtest/gtest.h>
 #include <host/workpiece/Workpiece.h>
 #include <support/SampleMechanisms.h>
@@ -44,6 +49,27 @@ TEST_F(Mounting, ATakenOverMechanismIsTheOneThatIsMounted) {
     EXPECT_EQ(carrier->GetFlangeByIndex(0)->attached, &heir);
     EXPECT_EQ(arm->GetLinkSize(), 0);
     EXPECT_EQ(arm->GetMountingEntity(), nullptr);
+}
+
+TEST_F(Mounting, APackageHoldsEveryModelWhereItStands) {
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::path(testing::TempDir()) / "mechanism package";
+    arm->GetLink(2)->models = {sample::Block(sample::Frame({500, 0, 0}, gp::DX(), gp::DY()))};
+    ASSERT_TRUE(GenericEntityConfig::ExportEntityPkg(arm.get(), folder.string()));
+    for (std::size_t i = 0; i < 6; ++i) {
+        const ViewShape& model = *arm->GetLink(i)->models[0];
+        TopoDS_Shape shape;
+        ASSERT_TRUE(
+            BRepTools::Read(shape, (folder / (model.GetId().ToString() + ".brep")).c_str(), BRep_Builder()));
+        GProp_GProps written, expected;
+        BRepGProp::VolumeProperties(shape, written);
+        BRepGProp::VolumeProperties(model.Shape(), expected);
+        EXPECT_NEAR(written.Mass(), expected.Mass(), 1e-6);
+        EXPECT_LE(written.CentreOfMass().Distance(expected.CentreOfMass()), 1e-9) << i;
+    }
+    EXPECT_FALSE(GenericEntityConfig::ExportEntityPkg(arm.get(), (folder / "manifest.json").string()))
+        << "in the way";
+    fs::remove_all(folder);
 }
 
 } // namespace
