@@ -128,14 +128,17 @@ private:
             {Drum(flange.Translated(gp_Vec(0, 0, -0.5 * thick)), gp::DZ(), radius, 0.5 * thick), Steel});
     }
 
+    /// What lies on a table is what the picture is of.
     void AddTable() {
         const gp_Ax2 frame(Point(top), gp::DZ(), gp::DX());
         const double half = radius + 0.5 * LowestBody;
         const double thick = 0.5 * LowestBody;
-        bodies.base.push_back({Block(frame, {-1.4 * half, -half, -thick}, {1.4 * half, half, 0}), Steel});
+        bodies.base.push_back(
+            {Block(frame, {-1.4 * half, -half, -thick}, {1.4 * half, half, 0}), Steel, true});
         if (height > thick) {
             bodies.base.push_back(
-                {Block(frame, {-1.1 * half, -0.7 * half, -height}, {1.1 * half, 0.7 * half, -thick}), Frame});
+                {Block(frame, {-1.1 * half, -0.7 * half, -height}, {1.1 * half, 0.7 * half, -thick}), Frame,
+                 true});
         }
     }
 

@@ -11,6 +11,7 @@ namespace cell {
 namespace {
 
 constexpr const char* TogetherKind = "together";
+constexpr const char* ToolPathKind = "tool_path";
 
 } // namespace
 
@@ -103,14 +104,26 @@ void Cell::ReadKeyState(const std::string& stateName, const JsonNode& item) {
     keyStates.push_back({stateName, std::move(state)});
 }
 
-void Cell::ReadMotion(const JsonNode& item) {
-    const JsonNode nameNode = item.At("name");
-    const auto isSame = [&](const Motion& other) { return other.name == nameNode.Text(); };
-    if (std::any_of(motions.begin(), motions.end(), isSame)) {
-        nameNode.Refuse("a name that no other motion has");
+void Cell::RequireNewMotion(const JsonNode& motion) const {
+    const auto isSame = [&](const auto& other) { return other.name == motion.Text(); };
+    if (std::any_of(motions.begin(), motions.end(), isSame) ||
+        std::any_of(toolPaths.begin(), toolPaths.end(), isSame)) {
+        motion.Refuse("a name that no other motion has");
     }
+}
+
+void Cell::ReadMotion(const JsonNode& item) {
+    RequireNewMotion(item.At("name"));
     const JsonNode kind = item.At("kind");
-    Motion motion{nameNode.Text(), kind.Text()};
+    Motion motion{item.At("name").Text(), kind.Text()};
+    if (motion.kind == ToolPathKind) {
+        Workpiece& workpiece = RequireWorkpiece(item.At("workpiece"));
+        const auto described =
+            std::find_if(mechanisms.begin(), mechanisms.end(),
+                         [&](const Mechanism& other) { return other.entity.get() == &workpiece; });
+        toolPaths.push_back(ReadToolPath(item, workpiece, described->node));
+        return;
+    }
     if (motion.kind == TogetherKind) {
         item.OnlyKeys({"name", "kind", "motions"});
         motion.parts = RequireParts(item.At("motions"));
@@ -172,6 +185,14 @@ GenericEntityConfig& Cell::RequireMechanism(const JsonNode& reference) const {
         reference.Refuse("the name of a mechanism of this cell");
     }
     return *entity;
+}
+
+Workpiece& Cell::RequireWorkpiece(const JsonNode& reference) const {
+    auto* workpiece = dynamic_cast<Workpiece*>(Find(reference.Text()));
+    if (workpiece == nullptr) {
+        reference.Refuse("the name of a workpiece of this cell");
+    }
+    return *workpiece;
 }
 
 RobotEntity& Cell::RequireRobot(const JsonNode& reference) const {

@@ -124,6 +124,10 @@ void PrintMotions(const Cell& cell, std::ostream& out) {
         }
         out << '\n';
     }
+    for (const ToolPath& path : cell.ToolPaths()) {
+        out << "tool path \"" << path.name << "\" on \"" << path.workpiece->GetName()
+            << "\": " << path.poses.size() << " poses\n";
+    }
 }
 
 } // namespace

@@ -52,7 +52,7 @@ void PrintTable(std::ostream& out, const std::vector<PlannedMotion>& plan) {
 void Plan(const PlanRequest& request, std::ostream& out) {
     const Cell cell = Cell::Load(request.file);
     if (cell.Motions().empty()) {
-        cell.Node().Refuse("no motions", "at least one under motions");
+        cell.Node().Refuse("no motions", "at least one under motions that moves a system");
     }
     std::vector<PlannedMotion> plan = PlanMotions(cell, ProgressLine(request.progress));
     WriteWhole(request.folder / "trace.json", JsonText(TraceToJson(cell, plan)));

@@ -71,6 +71,9 @@ void Furnish(Scene& scene, const Cell& cell, const std::vector<PlannedMotion>& p
     for (std::size_t i = 0; i < plan.size(); ++i) {
         scene.ShowPath(plan[i], i);
     }
+    for (std::size_t i = 0; i < cell.ToolPaths().size(); ++i) {
+        scene.ShowToolPath(WorkUp(cell.ToolPaths()[i]), i);
+    }
 }
 
 fs::path NumberedName(const fs::path& picture, std::size_t number, std::size_t count) {

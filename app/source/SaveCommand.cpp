@@ -6,6 +6,8 @@
 #include <cell/Text.h>
 #include <ostream>
 
+namespace fs = std::filesystem;
+
 namespace cell {
 
 namespace {
@@ -14,8 +16,16 @@ constexpr const char* CellName = "cell.json";
 constexpr const char* FolderName = "mechanisms";
 
 /// The saved cell stands alone: what it was built from comes along.
-Json::Value InlinedItem(const JsonNode& node) {
+Json::Value InlinedItem(const JsonNode& node, const fs::path& base) {
     Json::Value item = node.Value();
+    if (item.isMember("file")) {
+        const fs::path file = node.File().parent_path() / item["file"].asString();
+        const std::string copy =
+            std::string(FolderName) + "/shape-" + item["hash"].asString() + file.extension().string();
+        fs::create_directories(base / FolderName);
+        fs::copy_file(file, base / copy);
+        item["file"] = copy;
+    }
     if (item.isMember("model")) {
         item["structure"] = StructureOf(node).Value();
         item.removeMember("model");
@@ -23,12 +33,12 @@ Json::Value InlinedItem(const JsonNode& node) {
     return item;
 }
 
-void SaveInto(const Cell& cell, const std::filesystem::path& folder) {
+void SaveInto(const Cell& cell, const fs::path& folder) {
     Json::Value json = cell.Node().Value();
     Json::Value& items = json["mechanisms"];
     for (Json::ArrayIndex i = 0; i < items.size(); ++i) {
         const Mechanism& mechanism = cell.Mechanisms()[i];
-        items[i] = InlinedItem(mechanism.node);
+        items[i] = InlinedItem(mechanism.node, folder);
         SaveMechanism(*mechanism.entity, folder, FolderName, items[i]);
     }
     WriteWhole(folder / CellName, JsonText(json));
@@ -40,7 +50,7 @@ void Save(const SaveRequest& request, std::ostream& out) {
     const Cell cell = Cell::Load(request.file);
     cell.Node().At("mechanisms"); // an arm alone is not a cell
     WriteFolder(request.folder, {CellName, FolderName},
-                [&](const std::filesystem::path& beside) { SaveInto(cell, beside); });
+                [&](const fs::path& beside) { SaveInto(cell, beside); });
     out << "saved " << cell.Mechanisms().size() << " mechanisms of \"" << cell.Name() << "\" in "
         << request.folder.string() << '\n';
 }

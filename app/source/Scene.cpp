@@ -21,6 +21,9 @@ namespace {
 /// The triad and the marks of key poses, as parts of the cell's size.
 constexpr double TriadSize = 0.085;
 constexpr double MarkRadius = 0.0055;
+/// How much of a tool is drawn at each pose of its path.
+constexpr double ToolLength = 0.09;
+constexpr double LineWidth = 0.004;
 /// Names of poses nearer to each other than this part of the cell's size would run together; the first stays.
 constexpr double LabelGap = 0.045;
 /// Robots nearer to the floor than this (mm) stand on it.
@@ -231,6 +234,24 @@ void Scene::ShowPath(const PlannedMotion& planned, std::size_t number) {
             ShowKeyPose(key, colour);
             shownKeys.push_back(key.name);
         }
+    }
+}
+
+void Scene::ShowToolPath(const WorkedPath& path, std::size_t number) {
+    BRepBuilderAPI_MakePolygon line;
+    Assembly tools;
+    const double length = ToolLength * Size();
+    for (const auto& [x, y, z, dx, dy, dz] : path.poses) {
+        const gp_Pnt point(x, y, z);
+        const gp_Pnt from = point.Translated(gp_Vec(dx, dy, dz) * -length);
+        // Lifted a little, or half of the line would lie inside the part.
+        line.Add(point.Translated(gp_Vec(dx, dy, dz) * (-LineWidth * Size())));
+        tools.Add(BRepBuilderAPI_MakeEdge(point, from).Shape());
+        extent.Add(from);
+    }
+    if (line.IsDone()) {
+        ShowLines(line.Shape(), PathColours[(number + 1) % PathColours.size()], 4.0, Aspect_TOL_SOLID);
+        ShowLines(tools.Shape(), PathColours[number % PathColours.size()], 2.5, Aspect_TOL_SOLID);
     }
 }
 

@@ -52,7 +52,7 @@ TopoDS_Shape ReadSolids(const JsonNode& list) {
 
 std::shared_ptr<GenericEntityConfig> ReadWorkpiece(const JsonNode& item, const std::string& name,
                                                    std::uint64_t hash) {
-    OnlyMechanismKeys(item, {"solids", "file"});
+    OnlyMechanismKeys(item, {"solids", "file", "edges"});
     const auto solids = item.Find("solids");
     const auto file = item.Find("file");
     if (solids.has_value() == file.has_value()) {

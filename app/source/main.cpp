@@ -81,6 +81,12 @@ int main(int argc, char** argv) {
     plan->add_option("CELL", planRequest.file, "Cell file")->required();
     plan->add_option("--out", planRequest.folder, "Folder for trace.json")->required();
 
+    cell::PathRequest pathRequest;
+    auto* path = app.add_subcommand("path", "Smooth, thin and check a tool path, write its poses as JSON");
+    path->add_option("CELL", pathRequest.file, "Cell file")->required();
+    path->add_option("--name", pathRequest.name, "Name of the tool path")->required();
+    path->add_option("--out", pathRequest.target, "JSON file to write")->required();
+
     cell::SaveRequest saveRequest;
     auto* save = app.add_subcommand("save", "Write the whole cell into a folder, identifiers included");
     save->add_option("CELL", saveRequest.file, "Cell file")->required();
@@ -111,6 +117,8 @@ int main(int argc, char** argv) {
             cell::Fk(fkRequest, std::cin, std::cout);
         } else if (plan->parsed()) {
             cell::Plan(planRequest, std::cout);
+        } else if (path->parsed()) {
+            cell::WritePath(pathRequest, std::cout);
         } else if (save->parsed()) {
             cell::Save(saveRequest, std::cout);
         } else {

@@ -137,10 +137,11 @@ TEST_P(SavedExactly, SecondFilesEqualTheFirst) {
 const auto NameOfCell = [](const auto& entry) { return fs::path(entry.param).stem().string(); };
 INSTANTIATE_TEST_SUITE_P(Cells, SavedCell,
                          testing::Values("arc_welding.json", "painting.json", "rail_and_positioner.json",
-                                         "two_robots.json"),
+                                         "two_robots.json", "seam.json"),
                          NameOfCell);
 INSTANTIATE_TEST_SUITE_P(Cells, SavedExactly,
-                         testing::Values("arc_welding.json", "rail_and_positioner.json", "two_robots.json"),
+                         testing::Values("arc_welding.json", "rail_and_positioner.json", "two_robots.json",
+                                         "seam.json"),
                          NameOfCell);
 
 // --- what is refused --------------------------------------------------------

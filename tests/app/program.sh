@@ -47,7 +47,11 @@ grep -q removed "$work/out" || fail "plan: does not say how many states it remov
 expect 0 0 plan "$examples/cells/two_robots.json" --out "$work/two"
 grep -q SystemIndex "$work/two/trace.json" || fail "plan: no context states in the trace of two robots"
 
+expect 0 0 path "$examples/cells/seam.json" --name saddle --out "$work/path.json"
+[ -s "$work/path.json" ] || fail "path: wrote nothing"
+
 expect 1 1 info "$work/absent.json"
+expect 1 1 path "$examples/cells/seam.json" --name nobody --out "$work/none.json"
 expect 1 1 save "$arm" --out "$work/none"
 expect 1 1 fk "$arm" --values-deg 1,2
 expect 1 1 fk "$arm" --robot nobody --values-deg 1,2,3,4,5,6

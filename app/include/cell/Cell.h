@@ -3,6 +3,7 @@
 #include <cell/ArmFile.h>
 #include <cell/JsonNode.h>
 #include <cell/Systems.h>
+#include <cell/ToolPath.h>
 #include <filesystem>
 #include <functional>
 #include <mechanism/GrpState.h>
@@ -56,6 +57,7 @@ public:
     const std::vector<System>& Systems() const { return systems; }
     const std::vector<KeyState>& KeyStates() const { return keyStates; }
     const std::vector<Motion>& Motions() const { return motions; }
+    const std::vector<ToolPath>& ToolPaths() const { return toolPaths; }
 
     /// Null where no mechanism has that name.
     GenericEntityConfig* Find(const std::string& mechanism) const;
@@ -73,8 +75,10 @@ private:
     void ReadSystem(const JsonNode& item);
     void ReadKeyState(const std::string& stateName, const JsonNode& item);
     void ReadMotion(const JsonNode& item);
+    void RequireNewMotion(const JsonNode& motion) const;
 
     GenericEntityConfig& RequireMechanism(const JsonNode& reference) const;
+    Workpiece& RequireWorkpiece(const JsonNode& reference) const;
     RobotEntity& RequireRobot(const JsonNode& reference) const;
     PedestalEntity* RequirePedestal(const JsonNode& reference, const RobotEntity& robot) const;
     std::vector<BenchEntity*> RequireBenches(const JsonNode& list) const;
@@ -87,6 +91,7 @@ private:
     std::vector<System> systems;
     std::vector<KeyState> keyStates;
     std::vector<Motion> motions;
+    std::vector<ToolPath> toolPaths;
 };
 
 } // namespace cell

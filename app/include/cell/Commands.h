@@ -28,6 +28,15 @@ struct PlanRequest {
 /// Writes trace.json into the folder and prints a table of the motions.
 void Plan(const PlanRequest& request, std::ostream& out);
 
+struct PathRequest {
+    std::filesystem::path file;
+    std::string name; ///< of the tool path
+    std::filesystem::path target;
+};
+/// Smooths, thins and checks a tool path, writes its poses (world, mm) as JSON and prints how many poses each
+/// step left.
+void WritePath(const PathRequest& request, std::ostream& out);
+
 struct SaveRequest {
     std::filesystem::path file;
     std::filesystem::path folder;

@@ -25,6 +25,8 @@ public:
     /// A line of text in the picture's lower left corner, in place of the one before.
     void ShowCaption(const std::string& text);
     void ShowPath(const PlannedMotion& planned, std::size_t number);
+    /// The points of a tool path, and at each the way the tool comes from.
+    void ShowToolPath(const WorkedPath& path, std::size_t number);
     /// Last, since it takes its size from what was shown before.
     void ShowFloor();
     /// What the picture is of.
