@@ -159,6 +159,24 @@ public:
     void SetCurrentCollisionState(CheckCollisionState state);
     CheckCollisionState GetCurrentCollisionState() const { return collisionState; }
 
+    // --- workspace display
+    // --------------------------------------------------------------------------------------
+    /// Shows or takes away the best working region; the robot must have been through Initial.
+    void ShowBestWorkspace(bool show);
+    /// The region's builder; null before Initial.
+    const std::shared_ptr<RobotWorkspace>& GetWorkspace() const { return workspace; }
+    /// Makes the maximum-reach model that of the record which the region was last built from.
+    void UpdateMaxWork();
+    /// Makes the maximum-reach model a spheroid below the root model; it is not displayed.
+    /// @param a shoulder offset, lateral offset, shoulder height and reach (mm, in the root model's frame):
+    /// centre (0, a[1], a[2]), equatorial radius a[3], polar half-axis a[3] - a[0]. A reach below 0.001
+    /// leaves the model as it is. Numbers that make no spheroid are logged at err, and the old model stays.
+    void SetMaxWorkSpaceModel(const std::array<double, 4>& a);
+    /// Refreshes a maximum-reach model that the view knows, or hides it.
+    void SetUnSaftyWorkSpaceVisible(bool visible);
+    /// Null until there is one.
+    const opencascade::handle<BaseViewShape>& GetUnsafeWorkspaceModel() const { return unsafeWorkspaceMdl; }
+
 protected:
     /// Gives every model of axes 1 to 6 its collision tolerance.
     void UpdateCollisionMdlState() override;
@@ -168,6 +186,7 @@ private:
     void UpdateToolByDH();
     void Normalized();
     void SetToolInVector(const gp_Trsf& tool, int index);
+    void ReplaceUnsafeModel(const TopoDS_Shape& spheroid);
 
     std::shared_ptr<RobotWorkspace> workspace;
     CheckCollisionState collisionState = CollisionNormal;

@@ -1,12 +1,20 @@
 #pragma once
 
+#include <TopoDS_Shape.hxx>
 #include <host/view/BaseViewShape.h>
 #include <host/workspace/WorkSpace.h>
 #include <mechanism/Export.h>
+#include <utility>
 
 class RobotEntity;
+class gp_Ax1;
 
-/// Shows the reachable region of one robot as a translucent solid.
+/// Builds and shows the reachable region of one robot as a translucent solid.
+///
+/// A robot on the floor gets the section of its reach, revolved about its base by the range of joint 1. One
+/// with additional axes, or with fewer values than joints, gets a box, trimmed against what carries it. The
+/// solid is kept and built anew only when what shapes it changes. Copies share the view object. Lengths in
+/// mm, angles in rad; used from the view's thread alone.
 class MECHANISM_EXPORT RobotWorkspace {
 public:
     RobotWorkspace();
@@ -14,22 +22,47 @@ public:
     /// The robot whose region this is; not owned.
     void SetRobot(RobotEntity* newRobot) { robot = newRobot; }
     const RobotEntity* GetRobot() const { return robot; }
+    /// 2 mirrors the box to the robot's other side; an update for additional axes sets it itself.
     void SetManagerNum(int count) { managerNum = count; }
+    /// Whether a box was built for a hanging robot or for one with fewer values than joints.
     bool GetRailState() const { return railState; }
     /// The record that the shown shape was built from.
     const WorkSpace::Robot& GetRobotData() const { return robotData; }
+    /// The object that shows the region; its shape is a compound of what was built.
+    const opencascade::handle<BaseViewShape>& GetDisplayShape() const { return displayShape; }
 
-    /// Rebuilds the region where the robot changed.
+    /// Rebuilds the region where the robot changed. Whatever keeps it from being built is logged at err
+    /// (function "RobotWorkspace::UpdateWorkspaceShape"), and what was shown stays.
+    /// @param ratio not used: the record's own ratio counts.
     void UpdateWorkspaceShape(double ratio);
     /// Updates and shows the region, or takes it out of the view.
     void ShowWorkspaceShape(bool show, double ratio);
+    /// The lowest face of the trimmed box, by the height of its centre, and one within 0.001 mm of it that
+    /// comes after it in the order of the box's faces. Null shapes where there is none.
+    /// @param upToDate false updates the region first.
+    std::pair<TopoDS_Shape, TopoDS_Shape> GetBottomFace(bool upToDate);
+
+    /// Shoulder offset, lateral offset, shoulder height and reach (mm) of a robot as it is now; zeros for
+    /// null.
+    /// @throws std::out_of_range "invalid vector subscript" for a robot without limits;
+    ///         std::invalid_argument for an arm that WorkSpace::GetRobotMaxWorkSpace refuses.
+    static std::array<double, 4> GetRobotMaxWorkSpace(RobotEntity* robot);
 
 private:
+    void CalWorkDate(WorkSpace::Robot& record) const;
+    void Build();
+    TopoDS_Shape BuildRevolved(const WorkSpace::Robot& record);
+    TopoDS_Shape BuildBox(const WorkSpace::Robot& record, bool mirrorable);
+    static TopoDS_Shape CreateRevol(const TopoDS_Shape& profile, const gp_Ax1& axis, double angle);
+    void CutShape(TopoDS_Shape& shape) const;
     void ShowWorkspace(bool show);
 
     WorkSpace::Robot robotData;
     RobotEntity* robot = nullptr;
+    TopoDS_Shape workspaceShape;
     opencascade::handle<BaseViewShape> displayShape;
+    TopoDS_Shape trimmedBox;
     int managerNum = 1;
     bool railState = false;
+    bool narrowX = false;
 };

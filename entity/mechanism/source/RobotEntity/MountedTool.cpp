@@ -40,6 +40,9 @@ void RobotEntity::UpdateAssembleData() {
     currentTool = index;
     SetToolInVector(tool->GetToolTrsf(), index);
     UpdateToolFrame();
+    if (workspace) {
+        UpdateMaxWork();
+    }
     tool->ClearSystem();
     tool->AddSystem(GetHashIndex());
 }

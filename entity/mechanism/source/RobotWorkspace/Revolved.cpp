@@ -1,0 +1,76 @@
+#include "Checked.h"
+#include "Failure.h"
+
+#include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
+#include <BRepLib.hxx>
+#include <BRepSweep_Revol.hxx>
+#include <BRep_Builder.hxx>
+#include <TopoDS.hxx>
+#include <TopoDS_Compound.hxx>
+#include <TopoDS_Wire.hxx>
+#include <gp.hxx>
+#include <gp_Ax1.hxx>
+#include <iostream>
+#include <mechanism/RobotEntity.h>
+#include <mechanism/RobotWorkspace.h>
+
+using namespace mechanism_detail;
+
+namespace {
+
+/// Squared length (mm^2) that a step of the profile must exceed to become an edge.
+constexpr double ShortStep = 1.0;
+
+TopoDS_Wire ProfileWire(const std::vector<std::vector<double>>& profile) {
+    std::vector<gp_Pnt> points;
+    points.reserve(profile.size());
+    for (const auto& entry : profile) {
+        points.emplace_back(At(entry, 0), 0, At(entry, 1));
+    }
+    At(points, points.size() - 1) = points.front();
+    BRepBuilderAPI_MakeWire wire;
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        if (points[i - 1].SquareDistance(points[i]) > ShortStep) {
+            wire.Add(BRepBuilderAPI_MakeEdge(points[i - 1], points[i]).Edge());
+        }
+    }
+    return wire.Wire();
+}
+
+} // namespace
+
+TopoDS_Shape RobotWorkspace::CreateRevol(const TopoDS_Shape& profile, const gp_Ax1& axis, double angle) {
+    try {
+        BRepLib::BuildCurves3d(profile);
+        return BRepSweep_Revol(profile, axis, angle, Standard_False).Shape();
+    } catch (...) {
+        std::cout << "error at BRepSweep_Revol" << std::endl
+                  << family::RobotWorkspace << '\t' << "RobotWorkspace::CreateRevol" << '\t' << __LINE__
+                  << std::endl;
+    }
+    return {};
+}
+
+TopoDS_Shape RobotWorkspace::BuildRevolved(const WorkSpace::Robot& record) {
+    TopoDS_Compound compound;
+    if (WorkSpace::IsEuqal(robotData, record)) {
+        compound = TopoDS::Compound(workspaceShape);
+    } else {
+        // What the wire encloses is revolved, so that the halves are solids rather than their skins.
+        const TopoDS_Shape profile =
+            BRepBuilderAPI_MakeFace(ProfileWire(WorkSpace::GetRobotWorkSpace(record)), Standard_True).Face();
+        BRep_Builder builder;
+        builder.MakeCompound(compound);
+        for (const double angle : {record.jointMax[0], record.jointMin[0]}) {
+            if (const TopoDS_Shape half = CreateRevol(profile, gp::OZ(), angle); !half.IsNull()) {
+                builder.Add(compound, half);
+            }
+        }
+    }
+    if (robot != nullptr) {
+        displayShape->SetLocalTransformation(robot->GetRootMdlTrsf());
+    }
+    return compound;
+}
