@@ -11,3 +11,11 @@
 #else
 #define MECHANISM_SHARED_RECORD __attribute__((visibility("default")))
 #endif
+
+/// Marks such a record itself where it has virtual members: its run-time type is one for all libraries. On
+/// Windows the members' marks are enough.
+#if defined(_WIN32)
+#define MECHANISM_SHARED_TYPE
+#else
+#define MECHANISM_SHARED_TYPE __attribute__((visibility("default")))
+#endif
