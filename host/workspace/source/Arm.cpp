@@ -74,6 +74,7 @@ std::vector<double> Range::Spread(int count) const {
         return {(low + high) / 2};
     }
     std::vector<double> values;
+    values.reserve(static_cast<std::size_t>(count));
     for (int i = 0; i < count; ++i) {
         values.push_back(low + Width() * i / (count - 1));
     }

@@ -10,7 +10,7 @@ namespace {
 constexpr double CellShare = 0.01;
 constexpr double StepShare = 0.04;
 /// Wrist positions that are tried; a box needs no more than some of them everywhere.
-constexpr std::size_t WristCount = 150;
+constexpr std::size_t WristCount = 100;
 
 struct Run {
     int first = 0, last = -1; // columns, both included
@@ -50,13 +50,17 @@ public:
     GoodCells(const Robot& robot, const Arm& arm)
         : shoulder(arm.Shoulder()), length(arm.StretchedLength()),
           raster(CellShare * length, std::hypot(std::abs(shoulder.x) + length, length), shoulder.z - length,
-                 shoulder.z + length),
-          farthest(robot.ratio * length) {
+                 shoulder.z + length) {
         ArmSweep sweep(arm, StepShare * length);
         const std::vector<Point3> places = WristNet(arm, CellShare * length).places;
         const std::size_t step = places.size() / WristCount + 1;
         for (std::size_t i = 0; i < places.size(); i += step) {
             sweep.MarkRegion(places[i], raster);
+        }
+        for (int row = 0; row < raster.Rows(); ++row) {
+            for (int column = 0; column < raster.Columns(); ++column) {
+                good.push_back(raster.At(column, row) && FarthestCorner(column, row) <= robot.ratio * length);
+            }
         }
     }
 
@@ -81,23 +85,25 @@ public:
 
 private:
     bool Good(int column, int row) const {
-        if (!raster.At(column, row)) {
-            return false;
-        }
-        double corner = 0;
+        return good[static_cast<std::size_t>(row * raster.Columns() + column)];
+    }
+    // Distance of a cell from the shoulder.
+    double FarthestCorner(int column, int row) const {
+        double distance = 0;
         for (const int right : {0, 1}) {
             for (const int up : {0, 1}) {
-                const SectionPoint point = raster.Corner(column + right, row + up);
-                corner = std::max(corner, std::hypot(point.r - std::abs(shoulder.x), point.z - shoulder.z));
+                const SectionPoint corner = raster.Corner(column + right, row + up);
+                distance =
+                    std::max(distance, std::hypot(corner.r - std::abs(shoulder.x), corner.z - shoulder.z));
             }
         }
-        return corner <= farthest;
+        return distance;
     }
 
     Point3 shoulder;
     double length;
     Raster raster;
-    double farthest;
+    std::vector<bool> good;
 };
 
 // Boxes of every height that a run common to all their rows allows.
@@ -128,11 +134,9 @@ Box LargestBox(const GoodCells& cells, bool around) {
 std::array<double, 6> GetInvertedRobotWorkSpace(const Robot& robot) {
     const Arm arm(robot);
     const GoodCells cells(robot, arm);
-    Box box = LargestBox(cells, !robot.upright);
-    if (!robot.upright && box.volume == 0) {
-        box = LargestBox(cells, false);
-    }
-    return box.corners;
+    const Box beside = LargestBox(cells, false);
+    const Box around = robot.upright ? Box() : LargestBox(cells, true);
+    return around.volume > beside.volume ? around.corners : beside.corners;
 }
 
 } // namespace WorkSpace

@@ -12,8 +12,8 @@ constexpr double Turn = 2 * std::numbers::pi;
 
 } // namespace
 
-ArmSweep::ArmSweep(const Arm& arm, double longest)
-    : upperRange(arm.upperArm), foreRange(arm.forearm), step(longest) {
+ArmSweep::ArmSweep(const Arm& arm, double longestPiece)
+    : upperRange(arm.upperArm), foreRange(arm.forearm), step(longestPiece) {
     const Pose elbow = arm.Elbow(0, 0);
     const Point3 origin = arm.Shoulder();
     sense = elbow.r[5] < 0 ? -1 : 1;
@@ -137,21 +137,45 @@ void ArmSweep::MarkRegion(const Point3& tool, Raster& raster) {
     const auto uppers = upperRange.Spread(count(upperRange, std::abs(upperArm) + std::abs(wrist)));
     const auto fores = foreRange.Spread(count(foreRange, std::abs(wrist)));
     const auto row = [&](double upper) {
-        std::vector<SectionPoint> points;
+        std::vector<Place> points;
+        points.reserve(fores.size());
         for (const double fore : fores) {
-            points.push_back(Section(shoulder + Turned(upper) * Forearm(fore)));
+            points.push_back(shoulder + Turned(upper) * Forearm(fore));
         }
         return points;
     };
-    std::vector<SectionPoint> before = row(uppers.front());
+    std::vector<Place> before = row(uppers.front());
     for (std::size_t i = 1; i < uppers.size(); ++i) {
-        const std::vector<SectionPoint> next = row(uppers[i]);
+        const std::vector<Place> next = row(uppers[i]);
         for (std::size_t j = 0; j + 1 < fores.size(); ++j) {
-            raster.MarkTriangle(before[j], next[j], next[j + 1]);
-            raster.MarkTriangle(before[j], next[j + 1], before[j + 1]);
+            MarkFolded(before[j], next[j], next[j + 1], raster);
+            MarkFolded(before[j], next[j + 1], before[j + 1], raster);
         }
         before = next;
     }
+}
+
+// A triangle that reaches across the axis comes back on the near side: it is parted there.
+void ArmSweep::MarkFolded(const Place& a, const Place& b, const Place& c, Raster& raster) const {
+    const auto beyond = [](const Place& p) { return p.real() < 0; };
+    if (beyond(a) == beyond(b) && beyond(b) == beyond(c)) {
+        raster.MarkTriangle(Section(a), Section(b), Section(c));
+        return;
+    }
+    if (beyond(a) == beyond(b)) {
+        return MarkFolded(c, a, b, raster);
+    }
+    if (beyond(a) == beyond(c)) {
+        return MarkFolded(b, c, a, raster);
+    }
+    const auto crossing = [&](const Place& other) {
+        return Section(a + (other - a) * (a.real() / (a.real() - other.real())));
+    };
+    const SectionPoint toB = crossing(b);
+    const SectionPoint toC = crossing(c);
+    raster.MarkTriangle(Section(a), toB, toC);
+    raster.MarkTriangle(Section(b), Section(c), toB);
+    raster.MarkTriangle(Section(c), toC, toB);
 }
 
 } // namespace WorkSpace

@@ -28,8 +28,8 @@ struct WristNet {
 /// |p|'s distance from the axis, the part of the axis that the arm reaches across.
 class ArmSweep {
 public:
-    /// @param step longest piece (mm) that lines are marked in.
-    ArmSweep(const Arm& arm, double step);
+    /// @param longestPiece what lines are marked in, mm.
+    ArmSweep(const Arm& arm, double longestPiece);
 
     /// Marks all lines that can bound the region. @param tool tool centre in the frame of the third row.
     /// Pieces whose ends both lie deep inside `known` are left out.
@@ -47,6 +47,7 @@ private:
     Place Forearm(double fore) const { return upperArm + Turned(fore) * wrist; }
     SectionPoint Section(const Place& p) const;
     std::vector<double> ElbowFolds() const;
+    void MarkFolded(const Place& a, const Place& b, const Place& c, Raster& raster) const;
     void MarkArc(const Place& centre, const Place& arm, const Range& range, Raster& raster) const;
     void MarkAxisCrossing(Raster& raster) const;
     bool CrossesAxis(double fore, bool above, double& height) const;

@@ -14,8 +14,8 @@ struct SectionPoint {
 /// sides have a margin that stays free.
 class Raster {
 public:
-    /// @param cell width of a cell, mm. @param radius, low, high what will be marked, mm.
-    Raster(double cell, double radius, double low, double high);
+    /// @param cellWidth, radius, bottom, top the cells, and what will be marked; mm.
+    Raster(double cellWidth, double radius, double bottom, double top);
 
     void Mark(const SectionPoint& point) { cells[Index(point)] = 1; }
     /// Marks a line without gaps that a walk across cell edges could pass.

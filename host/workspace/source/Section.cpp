@@ -13,10 +13,10 @@ namespace {
 // what the spread of the wrist may cut off, and what simplifying may.
 constexpr double CellShare = 0.002;
 constexpr double StepShare = 0.04;
-constexpr double WristShare = 0.0008;
+constexpr double WristShare = 0.0025;
 constexpr double SimplifyShare = 0.0015;
 /// A first look takes a wrist in some thirty; what it finds inside saves most of the lines of the others.
-constexpr double FirstLook = 12;
+constexpr double FirstLook = 8;
 
 constexpr double SmallestReach = 1.0; // mm
 

@@ -1,17 +1,22 @@
 #include "Outline.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace WorkSpace {
 
 namespace {
 
+/// However short its lever, a joint that others hang on is looked at in steps of no more than this (rad).
+constexpr double LongestStep = 0.25;
+
 // A circle's chord of angle h leaves it by lever * h^2 / 8.
-int CountFor(const Range& range, double lever, double tolerance) {
+int CountFor(const Range& range, double lever, double tolerance, double longestStep) {
     if (lever <= tolerance) {
         return 1;
     }
-    return static_cast<int>(std::ceil(range.Width() / std::sqrt(8 * tolerance / lever))) + 1;
+    const double step = std::min(longestStep, std::sqrt(8 * tolerance / lever));
+    return static_cast<int>(std::ceil(range.Width() / step)) + 1;
 }
 
 } // namespace
@@ -20,7 +25,8 @@ WristNet::WristNet(const Arm& arm, double tolerance) {
     std::array<std::vector<double>, 3> values;
     for (std::size_t joint = 0; joint < values.size(); ++joint) {
         const Range& range = arm.wrist[joint];
-        values[joint] = range.Spread(CountFor(range, arm.leverage[joint], tolerance));
+        const double longestStep = joint < 2 ? LongestStep : 2 * LongestStep;
+        values[joint] = range.Spread(CountFor(range, arm.leverage[joint], tolerance, longestStep));
         counts[joint] = values[joint].size();
     }
     for (const double fourth : values[0]) {

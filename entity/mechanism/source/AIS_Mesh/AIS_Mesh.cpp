@@ -15,6 +15,7 @@ AIS_Mesh::AIS_Mesh() : AIS_InteractiveObject(PrsMgr_TOP_AllView) {}
 AIS_Mesh::AIS_Mesh(const AIS_Mesh& other) = default;
 
 // The base has no move of its own: its part is copied.
+// NOLINTNEXTLINE(performance-move-constructor-init)
 AIS_Mesh::AIS_Mesh(AIS_Mesh&& other)
     : AIS_InteractiveObject(other), trsf(other.trsf), factor(other.factor),
       name(std::exchange(other.name, {})), reserved{other.reserved[0], other.reserved[1]},

@@ -84,7 +84,7 @@ void RobotEntity::ReplaceUnsafeModel(const TopoDS_Shape& spheroid) {
         unsafeWorkspaceMdl->RemoveFromView();
     }
     unsafeWorkspaceMdl = new BaseViewShape(spheroid);
-    BRepMesh_IncrementalMesh(
+    const BRepMesh_IncrementalMesh mesher(
         spheroid, ViewShape::GetMeshPara(unsafeWorkspaceMdl->Attributes(), MeshAngle, MeshDeflection));
     Style(*unsafeWorkspaceMdl);
     if (!rootMdl.IsNull()) {

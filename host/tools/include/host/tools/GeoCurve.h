@@ -3,6 +3,7 @@
 #include <Standard_Transient.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Face.hxx>
+#include <array>
 #include <cstdint>
 #include <host/tools/SharedRecord.h>
 #include <string>
@@ -28,7 +29,7 @@ public:
     opencascade::handle<Standard_Transient> second; ///< what it lies on, or null
 
 private:
-    TopoDS_Face truncatedPlane[2];
+    std::array<TopoDS_Face, 2> truncatedPlane;
 
 public:
     std::uint64_t values[2] = {};
