@@ -85,7 +85,8 @@ public:
 
 private:
     bool Good(int column, int row) const {
-        return good[static_cast<std::size_t>(row * raster.Columns() + column)];
+        return good[static_cast<std::size_t>(row) * static_cast<std::size_t>(raster.Columns()) +
+                    static_cast<std::size_t>(column)];
     }
     // Distance of a cell from the shoulder.
     double FarthestCorner(int column, int row) const {

@@ -15,13 +15,14 @@ AIS_Mesh::AIS_Mesh() : AIS_InteractiveObject(PrsMgr_TOP_AllView) {}
 AIS_Mesh::AIS_Mesh(const AIS_Mesh& other) = default;
 
 // The base has no move of its own: its part is copied.
-// NOLINTNEXTLINE(performance-move-constructor-init)
+// NOLINTBEGIN(performance-move-constructor-init)
 AIS_Mesh::AIS_Mesh(AIS_Mesh&& other)
     : AIS_InteractiveObject(other), trsf(other.trsf), factor(other.factor),
       name(std::exchange(other.name, {})), reserved{other.reserved[0], other.reserved[1]},
       meshes(std::exchange(other.meshes, {})), box(other.box), obb(other.obb),
       auxHandle(std::exchange(other.auxHandle, {})), triangles(std::exchange(other.triangles, {})),
       faceMeshes(std::exchange(other.faceMeshes, {})) {}
+// NOLINTEND(performance-move-constructor-init)
 
 AIS_Mesh& AIS_Mesh::operator=(const AIS_Mesh& other) = default;
 
