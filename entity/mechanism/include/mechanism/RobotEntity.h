@@ -120,7 +120,7 @@ public:
     ToolEntity* GetToolEntity() const;
     /// The mounted tool's parts, and the inverse of tool * offset; an empty list and the identity without a
     /// tool.
-    std::pair<std::vector<opencascade::handle<ShapeEntity>>, gp_Trsf> GetZeroToolAndTrsf();
+    std::pair<std::vector<opencascade::handle<ShapeEntity>>, gp_Trsf> GetZeroToolAndTrsf() const;
     /// Puts the mounted tool's parts where they belong in the zero pose, then returns to the current pose.
     void ResetToolPosition();
 

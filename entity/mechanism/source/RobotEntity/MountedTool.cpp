@@ -47,7 +47,7 @@ void RobotEntity::UpdateAssembleData() {
     tool->AddSystem(GetHashIndex());
 }
 
-std::pair<std::vector<opencascade::handle<ShapeEntity>>, gp_Trsf> RobotEntity::GetZeroToolAndTrsf() {
+std::pair<std::vector<opencascade::handle<ShapeEntity>>, gp_Trsf> RobotEntity::GetZeroToolAndTrsf() const {
     ToolEntity* tool = GetToolEntity();
     if (tool == nullptr) {
         return {};

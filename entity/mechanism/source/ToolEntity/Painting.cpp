@@ -36,7 +36,7 @@ TopoDS_Shape MakeCone(const gp_Trsf& place) {
     const CADParamConfig& config = *CADParamConfig::GetInstance();
     TopoDS_Shape cone =
         BRepPrimAPI_MakeCone(config.paintUpRadius, config.paintDownRadius, config.paintLength).Shape();
-    BRepMesh_IncrementalMesh(cone, ViewShape::GetMeshPara(nullptr, MeshAngle, MeshDeflection));
+    const BRepMesh_IncrementalMesh mesh(cone, ViewShape::GetMeshPara(nullptr, MeshAngle, MeshDeflection));
     cone.Location(TopLoc_Location(place) * cone.Location());
     return cone;
 }

@@ -9,18 +9,18 @@
 /// A welding torch in twelve numbers, in this order. Lengths in mm. The torch stands on its mounting frame
 /// with the body along Z; the neck bends in the XZ plane towards the tool centre.
 struct NozzleParam {
-    double tipRadius;      ///< "tip_radius": contact tip
-    double tipLength;      ///< "tip_length": how far the tip shows from the gas nozzle
-    double nozzleRadius;   ///< "nozzle_radius": gas nozzle, larger than the tip's
-    double nozzleLength;   ///< "nozzle_length"
-    double neckRadius;     ///< "neck_radius"
-    double bodyRadius;     ///< "body_radius"
-    double tcpZ;           ///< "tcp_z": tool centre along Z of the mounting frame
-    double tcpX;           ///< "tcp_x": tool centre along X
-    double torchAngle;     ///< "torch_angle": between body and gas nozzle, degrees; 180 is a straight torch
-    double bodyLength;     ///< "body_length"
-    double stickOut;       ///< "stick_out": wire between the tip and the tool centre
-    double guardClearance; ///< "guard_clearance": how far the guard volume reaches around the gas nozzle
+    double tipRadius = 0;    ///< "tip_radius": contact tip
+    double tipLength = 0;    ///< "tip_length": how far the tip shows from the gas nozzle
+    double nozzleRadius = 0; ///< "nozzle_radius": gas nozzle, larger than the tip's
+    double nozzleLength = 0; ///< "nozzle_length"
+    double neckRadius = 0;   ///< "neck_radius"
+    double bodyRadius = 0;   ///< "body_radius"
+    double tcpZ = 0;         ///< "tcp_z": tool centre along Z of the mounting frame
+    double tcpX = 0;         ///< "tcp_x": tool centre along X
+    double torchAngle = 0;   ///< "torch_angle": between body and gas nozzle, degrees; 180 is a straight torch
+    double bodyLength = 0;   ///< "body_length"
+    double stickOut = 0;     ///< "stick_out": wire between the tip and the tool centre
+    double guardClearance = 10; ///< "guard_clearance": how far the guard volume reaches around the gas nozzle
 
     /// All zero but the guard clearance, which is 10. (Defined by the mechanism library.)
     MECHANISM_SHARED_RECORD NozzleParam();
