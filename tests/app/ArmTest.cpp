@@ -8,7 +8,10 @@
 #include <cell/Solids.h>
 #include <functional>
 #include <gtest/gtest.h>
+#include <host/tools/Rigid.h>
+#include <host/tools/gpHandle.h>
 #include <random>
+#include <support/TrsfMatcher.h>
 
 using namespace cell;
 
@@ -106,17 +109,21 @@ TEST_P(ArmTest, FlangeStandsWhereAnIndependentSolverPutsIt) {
                    throw std::runtime_error(shown + ", expected " + expected);
                }));
         const gp_Trsf flange = robot->GetCurrentTrsfTool0();
-        const gp_Pnt expected = Point(sample.At("flange_origin_mm").Triple());
-        EXPECT_LE(expected.Distance(gp_Pnt(flange.TranslationPart())), PositionTolerance);
+        const gp_Pnt origin = Point(sample.At("flange_origin_mm").Triple());
         const auto rows = sample.At("flange_rotation").Items("rows");
-        for (int row = 0; row < 3; ++row) {
-            const Triple numbers = rows[static_cast<std::size_t>(row)].Triple();
-            for (int column = 0; column < 3; ++column) {
-                EXPECT_NEAR(flange.HVectorialPart().Value(row + 1, column + 1),
-                            numbers[static_cast<std::size_t>(column)], RotationTolerance)
-                    << "row " << row << ", column " << column;
-            }
+        Rigid solved{.r = {}, .p = {origin.X(), origin.Y(), origin.Z()}};
+        for (std::size_t row = 0; row < 3; ++row) {
+            const Triple numbers = rows[row].Triple();
+            std::copy(numbers.begin(), numbers.end(), solved.r + 3 * row);
         }
+        EXPECT_THAT(flange, IsTrsf(solved.ToTrsf(), PositionTolerance, RotationTolerance));
+        // The tool centre: flange, tool, offset, in this order.
+        const gp_Trsf tool = gpHandle::EulerToTrsf(LocEuler({40, -15, 250}, {0.2, -0.4, 1.1}));
+        const gp_Trsf offset = gpHandle::EulerToTrsf(LocEuler({0, 0, 12}, {}));
+        robot->SetTools({tool});
+        robot->SetZOffset(12);
+        EXPECT_THAT(robot->GetCurrentTrsfTCP(),
+                    IsTrsf(solved.ToTrsf() * tool * offset, PositionTolerance, 2 * RotationTolerance));
     }
 }
 
