@@ -1,15 +1,8 @@
 #include "Document.h"
 
-#include <json/writer.h>
 #include <stdexcept>
 
 namespace mechanism_detail {
-
-void Refuse(const std::string& key, const Json::Value& value, const std::string& expected) {
-    Json::StreamWriterBuilder writer;
-    writer["indentation"] = "";
-    throw std::invalid_argument(key + ": " + Json::writeString(writer, value) + ", expected " + expected);
-}
 
 std::uint64_t ReadHash(const Json::Value& json, const char* key) {
     const Json::Value& value = json[key];

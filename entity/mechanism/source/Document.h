@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <host/tools/DataHandle.h>
 #include <host/tools/Uuid.h>
 #include <json/value.h>
 #include <string>
@@ -9,8 +10,7 @@
 /// type is refused by name before anything of the entity has changed.
 namespace mechanism_detail {
 
-/// @throws std::invalid_argument "KEY: VALUE, expected ...".
-[[noreturn]] void Refuse(const std::string& key, const Json::Value& value, const std::string& expected);
+using DataHandle::Refuse;
 
 std::uint64_t ReadHash(const Json::Value& json, const char* key);
 int ReadInt(const Json::Value& json, const char* key);

@@ -77,3 +77,9 @@ gp_Trsf DataHandle::JsonSixToTrsf(const Json::Value& json) {
     const auto n = ReadNumbers<6>(json);
     return gpHandle::EulerToTrsf({gp_Pnt(n[0], n[1], n[2]), gp_Pnt(n[3], n[4], n[5])});
 }
+
+void DataHandle::Refuse(const std::string& key, const Json::Value& value, const std::string& expected) {
+    Json::StreamWriterBuilder writer;
+    writer["indentation"] = "";
+    throw std::invalid_argument(key + ": " + Json::writeString(writer, value) + ", expected " + expected);
+}

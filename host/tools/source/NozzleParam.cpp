@@ -1,8 +1,8 @@
 #include <host/tools/NozzleParam.h>
 
 #include <cmath>
+#include <host/tools/DataHandle.h>
 #include <json/value.h>
-#include <json/writer.h>
 #include <limits>
 #include <stdexcept>
 
@@ -52,10 +52,7 @@ double ReadField(const Json::Value& json, const Field& field) {
     const Json::Value& value = json[field.key];
     const double number = value.isNumeric() ? value.asDouble() : std::nan("");
     if (!std::isfinite(number) || number <= field.above || number > field.atMost) {
-        Json::StreamWriterBuilder writer;
-        writer["indentation"] = "";
-        throw std::invalid_argument(std::string(field.key) + ": " + Json::writeString(writer, value) +
-                                    ", expected " + Expectation(field));
+        DataHandle::Refuse(field.key, value, Expectation(field));
     }
     return number;
 }

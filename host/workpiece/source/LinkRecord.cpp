@@ -1,12 +1,13 @@
 #include <cmath>
 #include <host/tools/DataHandle.h>
 #include <host/workpiece/GenericEntityConfig.h>
-#include <json/writer.h>
 #include <numbers>
 #include <optional>
 #include <stdexcept>
 
 // Links as JSON records, and what rewriting a link's record means for the bodies that hang on it.
+
+using DataHandle::Refuse;
 
 namespace {
 
@@ -15,13 +16,6 @@ namespace {
 constexpr double SameFrame = 1e-10;
 
 constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
-
-[[noreturn]] void Refuse(const char* key, const Json::Value& value, const std::string& expected) {
-    Json::StreamWriterBuilder writer;
-    writer["indentation"] = "";
-    throw std::invalid_argument(std::string(key) + ": " + Json::writeString(writer, value) + ", expected " +
-                                expected);
-}
 
 std::uint64_t ReadHash(const Json::Value& json, const char* key) {
     const Json::Value& value = json[key];

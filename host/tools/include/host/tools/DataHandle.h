@@ -23,4 +23,8 @@ gp_Trsf JsonSixToTrsf(const Json::Value& json);
 /// The text as UTF-8: valid UTF-8 passes unchanged, any other byte is taken as Latin-1.
 std::string StringToUTF8string(const std::string& text);
 
+/// How every reader of documents turns a value away: one shape of message.
+/// @throws std::invalid_argument always: "KEY: VALUE, expected EXPECTED".
+[[noreturn]] void Refuse(const std::string& key, const Json::Value& value, const std::string& expected);
+
 } // namespace DataHandle
