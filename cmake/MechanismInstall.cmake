@@ -1,22 +1,28 @@
-# Installation: headers, libraries, package config. Rooms and the library register themselves.
+# Installation: headers, libraries, package config, pkg-config. Rooms and the library register themselves.
+# Two components: "runtime" (libraries, program) and "dev" (what compiling against them needs).
 include(CMakePackageConfigHelpers)
 
-get_property(targets GLOBAL PROPERTY MECHANISM_INSTALL_TARGETS)
+get_property(host_targets GLOBAL PROPERTY MECHANISM_INSTALL_HOST_TARGETS)
 get_property(header_dirs GLOBAL PROPERTY MECHANISM_INSTALL_HEADER_DIRS)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/mechanism)
 
 # Installed libraries find each other beside themselves, wherever the tree is moved.
-set_target_properties(mechanism PROPERTIES INSTALL_RPATH "$ORIGIN")
-foreach(target IN LISTS targets)
-  get_target_property(type ${target} TYPE)
-  if(type STREQUAL "SHARED_LIBRARY")
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
-  endif()
+foreach(target IN LISTS host_targets ITEMS mechanism)
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
 endforeach()
 
-install(TARGETS ${targets} EXPORT mechanismTargets)
-install(EXPORT mechanismTargets NAMESPACE mechanism:: DESTINATION ${package_dir})
-install(DIRECTORY ${header_dirs} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} FILES_MATCHING PATTERN "*.h")
+set(to_runtime_and_dev
+  RUNTIME COMPONENT runtime
+  LIBRARY COMPONENT runtime NAMELINK_COMPONENT dev
+  ARCHIVE COMPONENT dev)
+# The host's targets are a set of their own: without the built-in host they come from outside.
+if(host_targets)
+  install(TARGETS ${host_targets} EXPORT mechanismHostTargets ${to_runtime_and_dev})
+  install(EXPORT mechanismHostTargets NAMESPACE mechanism:: DESTINATION ${package_dir} COMPONENT dev)
+endif()
+install(TARGETS mechanism EXPORT mechanismTargets ${to_runtime_and_dev})
+install(EXPORT mechanismTargets NAMESPACE mechanism:: DESTINATION ${package_dir} COMPONENT dev)
+install(DIRECTORY ${header_dirs} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT dev FILES_MATCHING PATTERN "*.h")
 
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/mechanismConfig.cmake.in
   ${CMAKE_CURRENT_BINARY_DIR}/mechanismConfig.cmake INSTALL_DESTINATION ${package_dir})
@@ -26,9 +32,18 @@ install(FILES
   ${CMAKE_CURRENT_BINARY_DIR}/mechanismConfig.cmake
   ${CMAKE_CURRENT_BINARY_DIR}/mechanismConfigVersion.cmake
   ${CMAKE_CURRENT_LIST_DIR}/MechanismDependencies.cmake
-  DESTINATION ${package_dir})
+  DESTINATION ${package_dir} COMPONENT dev)
+
+# pkg-config finds the tree from the file's own place, so it may be moved as well.
+file(RELATIVE_PATH pc_to_prefix /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
+set(pc_host_libs)
+foreach(target IN LISTS host_targets)
+  string(APPEND pc_host_libs " -l${target}")
+endforeach()
+configure_file(${CMAKE_CURRENT_LIST_DIR}/mechanism.pc.in ${CMAKE_CURRENT_BINARY_DIR}/mechanism.pc @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/mechanism.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT dev)
 
 if(TARGET mechanism-cell)
   set_target_properties(mechanism-cell PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
-  install(TARGETS mechanism-cell)
+  install(TARGETS mechanism-cell RUNTIME COMPONENT runtime)
 endif()

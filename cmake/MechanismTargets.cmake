@@ -16,7 +16,7 @@ function(mechanism_add_host_room room)
     $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/include>
     $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   target_link_libraries(${target} PUBLIC ${ARG_LINK} PRIVATE $<BUILD_INTERFACE:mechanism_warnings>)
-  set_property(GLOBAL APPEND PROPERTY MECHANISM_INSTALL_TARGETS ${target})
+  set_property(GLOBAL APPEND PROPERTY MECHANISM_INSTALL_HOST_TARGETS ${target})
   set_property(GLOBAL APPEND PROPERTY MECHANISM_INSTALL_HEADER_DIRS ${CMAKE_CURRENT_SOURCE_DIR}/include/)
 endfunction()
 

@@ -1,0 +1,21 @@
+# Runs one step and stops the test with its output when it fails.
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${ARGN}\n${output}")
+  endif()
+  set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+function(expect pattern)
+  if(NOT output MATCHES "${pattern}")
+    message(FATAL_ERROR "expected: ${pattern}\nfound: ${output}")
+  endif()
+endfunction()
+
+# Into a folder that is moved afterwards: the tree must work wherever it ends up.
+function(install_moved)
+  file(REMOVE_RECURSE ${WORK_DIR})
+  run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/first)
+  file(RENAME ${WORK_DIR}/first ${WORK_DIR}/prefix)
+endfunction()
