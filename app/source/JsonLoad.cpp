@@ -10,15 +10,27 @@ namespace cell {
 
 namespace {
 
+/// Pipes and the like have no length that could be held to.
+std::uintmax_t LengthOf(const std::filesystem::path& file) {
+    std::error_code error;
+    const bool isRegular = std::filesystem::is_regular_file(file, error);
+    return isRegular ? std::filesystem::file_size(file, error) : 0;
+}
+
 std::string ReadAll(const std::filesystem::path& file) {
     std::error_code error;
     if (std::filesystem::is_directory(file, error)) {
         throw InputError(file.string(), "", "is a folder", "a JSON file");
     }
+    const std::uintmax_t length = LengthOf(file);
     std::ifstream stream(file, std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
     if (!stream.is_open() || stream.bad()) {
         throw InputError(file.string(), "", "cannot be read", "a JSON file");
+    }
+    if (length > 0 && (text.size() != length || LengthOf(file) != length)) {
+        throw InputError(file.string(), "", "changed its length while it was read",
+                         "a file that stays as it is");
     }
     return text;
 }

@@ -97,7 +97,14 @@ void cell::WriteWhole(const fs::path& target, const std::function<bool(const fs:
         target.stem().string() + "." + Uuid::CreateUuid().ToString() + target.extension().string();
     const fs::path temporary = target.parent_path() / beside;
     std::error_code error;
-    if (!write(temporary)) {
+    bool isWritten = false;
+    try {
+        isWritten = write(temporary);
+    } catch (...) {
+        fs::remove(temporary, error);
+        throw;
+    }
+    if (!isWritten) {
         fs::remove(temporary, error);
         Refuse(target, "cannot be written");
     }

@@ -8,6 +8,10 @@
 #include <algorithm>
 #include <cell/InputError.h>
 #include <cell/ShapeFile.h>
+#include <cstdint>
+#include <cstring>
+#include <fstream>
+#include <iterator>
 #include <map>
 
 namespace fs = std::filesystem;
@@ -27,12 +31,31 @@ TopoDS_Shape ReadStep(const fs::path& file) {
 
 TopoDS_Shape ReadBRep(const fs::path& file) {
     TopoDS_Shape shape;
-    BRepTools::Read(shape, file.string().c_str(), BRep_Builder());
-    return shape;
+    const bool isWhole = BRepTools::Read(shape, file.string().c_str(), BRep_Builder());
+    return isWhole ? shape : TopoDS_Shape();
+}
+
+/// The kernel's reader keeps what a cut file still holds. Binary files tell their length, texts end by name.
+bool IsWholeStl(const fs::path& file) {
+    constexpr std::size_t Header = 80;
+    constexpr std::uintmax_t Facet = 50;
+    std::ifstream stream(file, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    std::uint32_t facets = 0;
+    if (bytes.size() >= Header + sizeof facets) {
+        std::memcpy(&facets, bytes.data() + Header, sizeof facets);
+        if (bytes.size() == Header + sizeof facets + facets * Facet) {
+            return true;
+        }
+    }
+    return bytes.find("endsolid") != std::string::npos;
 }
 
 /// Triangles alone: one face that has no surface.
 TopoDS_Shape ReadStl(const fs::path& file) {
+    if (!IsWholeStl(file)) {
+        return {};
+    }
     const opencascade::handle<Poly_Triangulation> triangles = RWStl::ReadFile(file.string().c_str());
     if (triangles.IsNull() || triangles->NbTriangles() == 0) {
         return {};

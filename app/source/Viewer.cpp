@@ -7,6 +7,7 @@
 #include <V3d_Viewer.hxx>
 #include <Xw_Window.hxx>
 #include <cell/InputError.h>
+#include <cell/Picture.h>
 #include <cell/Viewer.h>
 #include <cstdlib>
 #include <host/view/ViewContext.h>
@@ -106,9 +107,6 @@ opencascade::handle<Image_AlienPixMap> Viewer::Grab() {
     return picture;
 }
 
-bool Viewer::Save(const std::filesystem::path& file) {
-    const auto picture = Grab();
-    return !picture->IsEmpty() && picture->Save(file.string().c_str());
-}
+bool Viewer::Save(const std::filesystem::path& file) { return SavePicture(*Grab(), file); }
 
 } // namespace cell

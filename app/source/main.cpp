@@ -4,6 +4,7 @@
 #include <Standard_Failure.hxx>
 #include <cell/Commands.h>
 #include <cell/InputError.h>
+#include <csignal>
 #include <functional>
 #include <host/tools/LogUtils.h>
 #include <iostream>
@@ -109,6 +110,8 @@ int main(int argc, char** argv) {
     }
     SetUpLog(verbose);
     SilenceKernel();
+    // A file that may not grow is reported like a full disk instead of ending the program half way.
+    std::signal(SIGXFSZ, SIG_IGN);
     planRequest.progress = isatty(STDERR_FILENO) != 0;
     return Guarded([&] {
         if (info->parsed()) {

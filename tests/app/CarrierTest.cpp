@@ -158,8 +158,12 @@ TEST_P(ShapeFileTest, IsReadInMillimetresOrRefused) {
         box.SetGap(0);
         EXPECT_LE(box.CornerMax().Distance(gp_Pnt(10, 20, 30)), PositionTolerance);
     }
-    folder.Write(file, "not a shape");
-    EXPECT_THAT(ReportOf(cellFile), testing::HasSubstr(file + ": holds no faces, expected a shape"));
+    const auto length = std::filesystem::file_size(folder.path / file);
+    for (const std::uintmax_t kept : {length - 30, length * 9 / 10, length / 2, std::uintmax_t{90}}) {
+        std::filesystem::resize_file(folder.path / file, kept);
+        EXPECT_THAT(ReportOf(cellFile), testing::HasSubstr(file + ": holds no faces, expected a shape"))
+            << "of " << length << " bytes " << kept;
+    }
     std::filesystem::remove(folder.path / file);
     EXPECT_THAT(ReportOf(cellFile), testing::HasSubstr(file + ": cannot be read, expected"));
 }

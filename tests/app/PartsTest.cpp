@@ -151,6 +151,7 @@ TEST(WriteWhole, LeavesTheOldFileWhereTheNewOneFails) {
         return false;
     };
     EXPECT_THROW(WriteWhole(target, spoil), InputError);
+    EXPECT_THROW(WriteWhole(target, [&](const auto& beside) -> bool { throw spoil(beside); }), bool);
     std::ifstream stream(target);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(stream), {}), "old");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(target.parent_path()), {}), 1);

@@ -63,6 +63,22 @@ DISPLAY='' expect 1 1 render "$cell" --out "$work/none.png"
 expect 1 1 render "$cell" --out "$work/none.txt"
 [ ! -e "$work/none.png" ] || fail "render: left a picture behind"
 
+# Where the disk has no more room the old output stays, whole and alone.
+find "$work/plan" "$work/saved" -type f -exec cksum {} + | sort >"$work/before"
+for kilobytes in 0 8 64; do
+    ulimit -S -f "$kilobytes"
+    expect 1 any plan "$cell" --out "$work/plan"
+    expect 1 any save "$cell" --out "$work/saved"
+    ulimit -S -f unlimited
+done
+find "$work/plan" "$work/saved" -type f -exec cksum {} + | sort | cmp - "$work/before" ||
+    fail "a full disk changed what was there"
+compgen -G "$work/saved.*" && fail "save: left litter behind"
+expect 1 1 path "$examples/cells/seam.json" --name saddle --out /proc/none.json
+"$program" info "$arm" >/dev/full 2>"$work/err" && fail "info: a full disk behind standard output went unseen"
+head -c 1000 "$arm" >"$work/part.json"
+expect 1 1 info "$work/part.json"
+
 expect 2 any
 expect 2 any paint "$cell"
 expect 2 any plan "$cell"

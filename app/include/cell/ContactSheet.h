@@ -1,6 +1,7 @@
 #pragma once
 
 #include <Image_AlienPixMap.hxx>
+#include <cell/Picture.h>
 #include <filesystem>
 
 namespace cell {
@@ -13,7 +14,7 @@ public:
 
     /// Puts the next picture in its place. @return false for one of another size or format.
     bool Add(const Image_AlienPixMap& picture);
-    bool Save(const std::filesystem::path& file) { return sheet.Save(file.string().c_str()); }
+    bool Save(const std::filesystem::path& file) { return SavePicture(sheet, file); }
 
 private:
     int columns;

@@ -28,8 +28,11 @@ Json::Value WriteModel(const opencascade::handle<ViewShape>& model, const std::f
 void WriteManifest(const Json::Value& manifest, const std::filesystem::path& file) {
     std::ofstream out(file, std::ios::binary);
     out << manifest.toStyledString();
-    out.flush();
+    out.close();
     if (!out) {
+        // What is there afterwards counts as a package.
+        std::error_code ignored;
+        std::filesystem::remove(file, ignored);
         throw std::filesystem::filesystem_error("cannot write manifest", file,
                                                 std::make_error_code(std::errc::io_error));
     }
