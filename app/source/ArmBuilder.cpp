@@ -37,6 +37,20 @@ Rigid ChainBase(int structure) {
                           : Rigid();
 }
 
+/// The table ends at the last link's frame, and what the arm reaches is computed from the table alone: the
+/// frame goes along its own axis to where the flange is. Joint, bodies and flange stay where they are.
+void MoveLastFrameToFlange(const ArmDescription& arm, GenericEntityConfig& structure) {
+    const std::size_t last = arm.joints.size() - 1;
+    const ArmJoint& joint = arm.joints[last];
+    const ArmJoint& before = arm.joints[last - 1];
+    const Triple flange = {arm.flange.p[0], arm.flange.p[1], arm.flange.p[2]};
+    const double along = Dot(Minus(flange, joint.origin), joint.axis);
+    const auto [frame, type] = FrameOfJoint(Plus(joint.origin, along, joint.axis), joint.axis);
+    structure.UpdateLinkRodPara(
+        LinkRecord(last + 1, joint, type, Inverse(FrameOfJoint(before.origin, before.axis).frame) * frame),
+        false);
+}
+
 void AddLinks(const ArmDescription& arm, GenericEntityConfig& structure) {
     const Bodies bodies = ShapeArm(arm);
     AddBase(bodies.base, structure);
@@ -52,6 +66,7 @@ void AddLinks(const ArmDescription& arm, GenericEntityConfig& structure) {
     }
     structure.AddFlange(
         std::make_shared<Flange>(structure.GetEndLink(0), (Inverse(parent) * arm.flange).ToTrsf()));
+    MoveLastFrameToFlange(arm, structure);
 }
 
 /// The table knows the axes of an arm only as far as its structure has them; any other arm would come out

@@ -142,6 +142,10 @@ TEST_P(ArmTest, AxesAndLimitsAreTheDescriptions) {
         EXPECT_NEAR(limits[i].first / RadiansPerDegree, joint.minDeg, DegreeTolerance);
         EXPECT_NEAR(limits[i].second / RadiansPerDegree, joint.maxDeg, DegreeTolerance);
     }
+    const gp_Trsf lastRow = robot->GetEndLink(0)->worldTrsf;
+    EXPECT_NEAR(lastRow.Inverted().Multiplied(robot->GetCurrentTrsfTool0()).TranslationPart().Z(), 0,
+                PositionTolerance)
+        << "the table stops short of the flange";
 }
 
 TEST_P(ArmTest, TableOfTheNormalisedArmIsItsTable) {
