@@ -2,18 +2,10 @@
 #include <cell/Cell.h>
 #include <cell/Kinds.h>
 #include <cell/SavedMechanism.h>
-#include <cell/SystemValues.h>
 
-// The lists of a cell file, item by item.
+// Mechanisms, mounts and systems of a cell file, item by item.
 
 namespace cell {
-
-namespace {
-
-constexpr const char* TogetherKind = "together";
-constexpr const char* ToolPathKind = "tool_path";
-
-} // namespace
 
 void Cell::ReadMechanism(const JsonNode& item) {
     const std::string mechanism = item.At("name").Text();
@@ -88,95 +80,6 @@ void Cell::ReadSystem(const JsonNode& item) {
     }
     Registrar::Register(system);
     systems.push_back(std::move(system));
-}
-
-void Cell::ReadKeyState(const std::string& stateName, const JsonNode& item) {
-    const System& system = RequireSystem(item.At("robot"));
-    std::vector<const char*> known = ValueKeys(system, "values_deg");
-    known.push_back("robot");
-    item.OnlyKeys(known);
-    // Interpolation stays between the values of its ends, so limits that hold here hold on the whole way.
-    GrpState state(system.Hash());
-    state.SetValues(ReadSystemValues(item, system));
-    MoveTo(system, state);
-    state.SetLocEuler(0, system.robot->GetCurrentTCP());
-    ResetSystem(system);
-    keyStates.push_back({stateName, std::move(state)});
-}
-
-void Cell::RequireNewMotion(const JsonNode& motion) const {
-    const auto isSame = [&](const auto& other) { return other.name == motion.Text(); };
-    if (std::any_of(motions.begin(), motions.end(), isSame) ||
-        std::any_of(toolPaths.begin(), toolPaths.end(), isSame)) {
-        motion.Refuse("a name that no other motion has");
-    }
-}
-
-void Cell::ReadMotion(const JsonNode& item) {
-    RequireNewMotion(item.At("name"));
-    const JsonNode kind = item.At("kind");
-    Motion motion{item.At("name").Text(), kind.Text()};
-    if (motion.kind == ToolPathKind) {
-        Workpiece& workpiece = RequireWorkpiece(item.At("workpiece"));
-        const auto described =
-            std::find_if(mechanisms.begin(), mechanisms.end(),
-                         [&](const Mechanism& other) { return other.entity.get() == &workpiece; });
-        toolPaths.push_back(ReadToolPath(item, workpiece, described->node));
-        return;
-    }
-    if (motion.kind == TogetherKind) {
-        item.OnlyKeys({"name", "kind", "motions"});
-        motion.parts = RequireParts(item.At("motions"));
-    } else {
-        const MotionReader reader = RequireKind(MotionKinds(), kind);
-        motion.keys = RequireKeys(item.At("states"));
-        motion.system = FindSystem(motion.keys.front().state.GetSystem());
-        motion.interpolate = reader(item, motion.keys, *motion.system);
-    }
-    motions.push_back(std::move(motion));
-}
-
-/// Two motions of one system would ask it to be in two places.
-std::vector<std::size_t> Cell::RequireParts(const JsonNode& list) const {
-    std::vector<std::size_t> parts;
-    for (const JsonNode& reference : list.Items("names of motions")) {
-        const std::string wanted = reference.Text();
-        const auto found = std::find_if(motions.begin(), motions.end(),
-                                        [&](const Motion& motion) { return motion.name == wanted; });
-        if (found == motions.end() || found->system == nullptr) {
-            reference.Refuse("the name of an earlier motion of one system");
-        }
-        for (const std::size_t part : parts) {
-            if (motions[part].system == found->system) {
-                reference.Refuse("a motion of another system than " + motions[part].name);
-            }
-        }
-        parts.push_back(static_cast<std::size_t>(found - motions.begin()));
-    }
-    if (parts.size() < 2) {
-        list.Refuse("at least two motions");
-    }
-    return parts;
-}
-
-std::vector<KeyState> Cell::RequireKeys(const JsonNode& list) const {
-    std::vector<KeyState> keys;
-    for (const JsonNode& reference : list.Items("names of key states")) {
-        const std::string wanted = reference.Text();
-        const auto found = std::find_if(keyStates.begin(), keyStates.end(),
-                                        [&](const KeyState& key) { return key.name == wanted; });
-        if (found == keyStates.end()) {
-            reference.Refuse("the name of one of key_states");
-        }
-        if (!keys.empty() && keys.front().state.GetSystem() != found->state.GetSystem()) {
-            reference.Refuse("a state of the same robot as " + keys.front().name);
-        }
-        keys.push_back(*found);
-    }
-    if (keys.size() < 2) {
-        list.Refuse("at least two key states");
-    }
-    return keys;
 }
 
 GenericEntityConfig& Cell::RequireMechanism(const JsonNode& reference) const {
