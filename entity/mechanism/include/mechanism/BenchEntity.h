@@ -48,7 +48,9 @@ public:
     /// Lets go of the workpiece: no carrier, identity as assembly transform, out of the set. The framework's
     /// mounting is ended by DisassembleModel.
     void DeleteWorkpiece(Workpiece* w);
+    /// Whether the bench holds the workpiece.
     bool IsContainWorkpiece(Workpiece* const w) const { return workpieces.contains(w); }
+    /// All workpieces that the bench holds; not owned.
     const std::set<Workpiece*>& GetAllWorkpieces() const { return workpieces; }
 
     // --- frames ------------------------------------------------------------------------------------------

@@ -15,14 +15,21 @@ public:
     /// An empty context that then reads the document; what FromJson answers is dropped.
     ContextState(const Json::Value& json);
 
+    /// Whether the context holds any system.
     bool HasSystem() const { return !states.empty(); }
+    /// Whether the context holds this system.
     bool HasSystem(std::uint64_t system) const { return states.contains(system); }
+    /// @{
+    /// All states, by system hash.
     const std::map<std::uint64_t, GrpState>& GetSystemValues() const { return states; }
     std::map<std::uint64_t, GrpState>& ChangeSystemValues() { return states; }
+    /// @}
+    /// @{
     /// The system's state, or that of the first system when the context does not hold it. The context must
     /// not be empty.
     const GrpState& GetValues(std::uint64_t system) const;
     GrpState& ChangeValues(std::uint64_t system);
+    /// @}
     /// Replaces the state of a system that the context holds; for any other nothing happens.
     void SetValues(std::uint64_t system, const GrpState& state);
 
@@ -30,8 +37,12 @@ public:
     /// count. The tolerance of IsEqual is always 1e-6, whatever is asked for.
     /// @throws std::out_of_range "invalid map<K, T> key" when the other lacks a system.
     bool IsEqual(const ContextState& other, double tolerance) const;
+    /// @{
+    /// The same with the comparison of GrpState that bears this name.
+    /// @throws std::out_of_range as IsEqual.
     bool IsEqualForSimu(const ContextState& other) const;
     bool IsEqualForCollisonShow(const ContextState& other) const;
+    /// @}
 
     /// The states under "systems", in ascending order of hash.
     Json::Value ToJson();
@@ -47,11 +58,13 @@ private:
 
 /// A recorded or planned sequence of states.
 struct MECHANISM_EXPORT TracePair {
-    TraceType type = TraceDefault;
-    std::vector<GrpState> trace;
+    TraceType type = TraceDefault; ///< What was recorded.
+    std::vector<GrpState> trace;   ///< The states in order of time.
 
     TracePair() = default;
+    /// A trace of these states.
     TracePair(std::vector<GrpState> trace_, TraceType type_);
+    /// An independent copy.
     TracePair(const TracePair& other);
     /// Drops the own states before copying, so assigning a trace to itself empties it.
     const TracePair& operator=(const TracePair& other);
@@ -59,5 +72,6 @@ struct MECHANISM_EXPORT TracePair {
 
     /// Appends the states; those already held stay.
     void setTrace(const std::vector<GrpState>& states);
+    /// Says what was recorded; the states stay.
     void setType(TraceType type_) { type = type_; }
 };

@@ -10,7 +10,7 @@
 /// How the full value vector of one system follows from its independent axes, and which those are.
 /// The arrays hold one entry a position; positions from 20 on take no part in coupling.
 struct MECHANISM_EXPORT CoupedValue {
-    static constexpr int Capacity = 20;
+    static constexpr int Capacity = 20; ///< Positions that the arrays have room for.
 
     /// Multiplier of the source value of each position; 1 by default.
     double ratio[Capacity];
@@ -19,6 +19,7 @@ struct MECHANISM_EXPORT CoupedValue {
     std::int32_t skip[Capacity] = {};
     /// The independent positions in order; the first entry that is no position of the vector ends them.
     std::int32_t index[Capacity];
+    /// Whether the coupled operations follow this record at all.
     bool enabled = false;
     /// Number of values that the coupled operations on the first robot alone take.
     std::int32_t robotValueCount = 6;
@@ -35,12 +36,12 @@ struct MECHANISM_EXPORT CoupedValue {
 /// The lists are made on first use and hold no lock: hosts fill them during set-up, before any state of the
 /// system exists, and do not change an entry while one does.
 struct MECHANISM_EXPORT GrpConfig {
-    std::int32_t pedestalDof = 0;
-    std::int32_t robotDof = 6;
-    std::vector<double> benchesDofs;
-    std::int32_t benchNum = 0;
-    std::int32_t robotNum = 0;
-    std::int32_t contextDof = 6; ///< number of values of the whole system
+    std::int32_t pedestalDof = 0;    ///< axes of the pedestal
+    std::int32_t robotDof = 6;       ///< joints of each robot
+    std::vector<double> benchesDofs; ///< axes of each bench
+    std::int32_t benchNum = 0;       ///< benches that the system promises
+    std::int32_t robotNum = 0;       ///< robots
+    std::int32_t contextDof = 6;     ///< number of values of the whole system
 
     /// Stores the counts and derives contextDof from robots and pedestal; benches are added by
     /// SetBenchesDofs.
@@ -53,12 +54,15 @@ struct MECHANISM_EXPORT GrpConfig {
     /// @throws std::out_of_range "invalid vector subscript" when benchNum promises a bench that was never
     /// set.
     void GetIndex(EntityName entity, int& start, int& count) const;
+    /// Number of values of the whole system.
     int GetContextDof() const { return contextDof; }
     /// Joints of one robot plus the pedestal's axes, however many robots there are.
     int GetRobotAndPedestalDof() const { return robotDof + pedestalDof; }
 
+    /// The registered layouts by system hash.
     static const std::map<std::uint64_t, std::shared_ptr<GrpConfig>>& GetGrpConfigList();
 
+    /// @{
     /// The five look-ups by system hash.
     /// @throws std::string ending in the function's name and "当前系统不存在该型号机器人", logged at
     /// critical, when
@@ -68,7 +72,9 @@ struct MECHANISM_EXPORT GrpConfig {
     static int GetRobotAndPedestalDof(std::uint64_t system);
     static int GetRobotDof(std::uint64_t system);
     static PedestalType GetSystemType(std::uint64_t system);
+    /// @}
 
+    /// The couplings by system hash, for set-up.
     static std::map<std::uint64_t, CoupedValue>& ChangeCoupledList();
     /// The system's coupling; asking for one that is not there makes a disabled one.
     static CoupedValue& GetCoupledValue(std::uint64_t system);

@@ -34,42 +34,66 @@ public:
     /// A state with zero values and zero poses.
     /// @throws std::string as GrpConfig::GetGrpConfig does for a system that is not registered.
     GrpState(std::uint64_t system_);
+    /// An independent copy, poses and text included.
     GrpState(const GrpState& other);
     /// Takes the values over; poses and text are copied, so this may throw std::bad_alloc.
     GrpState(GrpState&& other);
     /// An unbound source takes system and buffer away and leaves the other fields as they were.
     /// A failed allocation leaves this state's own buffer in place.
     GrpState& operator=(const GrpState& other);
+    /// As the move constructor; moving a state to itself changes nothing.
     GrpState& operator=(GrpState&& other);
     ~GrpState();
 
+    /// Hash of the system that the state is bound to; 0 for none.
     std::uint64_t GetSystem() const { return system; }
+    /// @{
+    /// The command at this point of a path, and its text.
     RobotMoveCmdType GetCmdType() { return cmdType; }
     const std::string& GetLogicalCmd() const { return logicalCmd; }
+    /// @}
     /// The text is kept only with MoveCmdLogical; any other type leaves the text as it was.
     void SetCmdTypeAndCmd(RobotMoveCmdType type, const std::string& cmd);
+    /// @{
+    /// How the point is reached.
     MoveModel GetMoveModel() { return moveModel; }
     void SetMoveModel(MoveModel model) { moveModel = model; }
+    /// @}
+    /// @{
     /// Offset along the tool's Z, mm.
     float GetOffset() const { return offset; }
     void SetOffset(float offset_) { offset = offset_; }
+    /// @}
+    /// @{
+    /// Place of the tool in the robot's list.
     unsigned short GetToolIndex() const { return toolIndex; }
     void SetToolIndex(unsigned short index) { toolIndex = index; }
+    /// @}
+    /// @{
+    /// Whether the tool works at this point: every path type above 0, or PathTypeValidWork alone.
     void SetPathStateType(RobotPathType type) { pathType = type; }
     bool IsWorkState() const { return pathType > PathTypeDefault; }
     bool IsValidWorkState() const { return pathType == PathTypeValidWork; }
+    /// @}
+    /// @{
+    /// Whether the point belongs into an exported program.
     bool NeedExport() const { return needExport; }
     void SetNeedExport(bool need) { needExport = need; }
+    /// @}
 
+    /// @{
+    /// The system's layout, as its GrpConfig says; the state must be bound.
     int GetRobotDof() const { return config->robotDof; }
     int GetRobotNum() const { return config->robotNum; }
     int GetBenchNum() const { return config->benchNum; }
     int GetContextDof() const { return config->contextDof; }
     int GetRobotAndPedestalDof() const { return config->GetRobotAndPedestalDof(); }
+    /// @}
     /// Axes of all benches, each sum cut to a whole number.
     /// @throws std::out_of_range "invalid vector subscript" when a promised bench was never set.
     int GetBenchDof() const;
 
+    /// All values of the system; rad and mm.
     std::vector<double> GetValues();
     /// @param v at least GetContextDof() values; only emptiness is checked.
     void SetValues(const std::vector<double>& v);
@@ -99,22 +123,30 @@ public:
 
     /// @throws std::out_of_range "invalid vector subscript" when there is no such robot.
     const LocEuler& GetLocEuler(int robot) const;
+    /// @return false, with `out` as it was, when there is no such robot.
     bool GetLocEuler(int robot, LocEuler& out) const;
+    /// @throws std::out_of_range "invalid vector subscript" when there is no such robot.
     void SetLocEuler(int robot, const LocEuler& pose);
 
+    /// @{
     /// The independent values of the system, or of one entity, in the order of the coupling's index list; all
     /// values where no coupling is enabled, and for every entity but the first robot.
     std::vector<double> GetValuesCoupling();
     std::vector<double> GetValuesCoupling(EntityName entity);
+    /// @}
+    /// @{
     /// Sets the full vector, or the first robot's part, from independent values. Without coupling as
     /// SetValues, except that a shorter vector sets the values it has.
     /// @throws std::out_of_range "invalid vector subscript" when the coupling reads past the vector.
     void SetValuesCoupling(const std::vector<double>& v);
     void SetValuesCoupling(EntityName entity, const std::vector<double>& v);
+    /// @}
 
+    /// @{
     /// Comparisons of values; a difference of exactly the tolerance is equal, and so is NaN.
     static bool IsEqual(const std::vector<double>& a, const std::vector<double>& b, double tolerance);
     bool IsEqual(const GrpState& other, double tolerance) const;
+    /// @}
     /// Same system, pedestal values within 0.1 and all others within 0.0001.
     bool IsEqualForSimu(const GrpState& other) const;
     /// Same system, pedestal values within 1 and all others within 0.0001.
@@ -123,6 +155,7 @@ public:
     /// of its radians for all others.
     std::vector<double> GetScaleValues(double step);
 
+    /// The state as a document; numbers read back to the bit.
     Json::Value ToJson();
     /// Loads a document of the system that this state is bound to. Values and poses are read only when
     /// "J_value" is an array, the values only when it is long enough.

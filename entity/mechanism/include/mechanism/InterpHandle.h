@@ -98,7 +98,9 @@ MECHANISM_EXPORT gp_Trsf InterpolationScaleTrsf(const gp_Trsf& A, const gp_Trsf&
 // A pose of a tool path is a point (mm) and the unit tool direction there; as an array x, y, z of the point,
 // then of the direction, which need not be a unit vector then.
 
+/// Point (mm) and unit tool direction.
 using PathPose = std::pair<gp_Pnt, gp_Dir>;
+/// x, y, z of the point (mm), then of the direction.
 using ArrayPose = std::array<double, 6>;
 
 /// Replaces every leg longer than `base` (mm) by samples of a cubic, `base` apart along it, and turns the

@@ -51,6 +51,7 @@ public:
     void Forward() {}
 
     // --- systems and values ------------------------------------------------------------------------------
+    /// Whether the pedestal carries the robot that leads this system.
     bool HasInSystem(size_t system) const { return currentValueData.contains(system); }
     /// The lowest system whose run holds the link, 0 where none does.
     /// @throws std::invalid_argument for null; std::out_of_range for a link that is not the pedestal's.
@@ -60,6 +61,7 @@ public:
     /// The system's values, top first; the whole pedestal's for 0, and for any system while there are none.
     /// @throws std::string "...PedestalEntity::GetCurrentValuemap传入key错误，数据不在范围内".
     const std::vector<double>& GetCurrentValue(size_t system) const override;
+    /// Where the system's axes lie in the link list.
     ArrData GetCurrentValueData(size_t system);
     /// Sets the values and moves no link. An empty vector changes nothing.
     /// @throws std::invalid_argument, with nothing changed, for fewer values than the system has axes; else

@@ -39,6 +39,7 @@ public:
     /// gives
     ///         fewer rows than it has links.
     void Initial() override;
+    /// As the base. A maximum-reach model that the view shows stays, but cannot be selected.
     void Hide(size_t system) override;
     /// Writes the package to `path` (an empty path writes none), then answers the robot's document.
     Json::Value ToJson(const std::string& path) override;
@@ -102,13 +103,19 @@ public:
 
     // --- tools
     // ------------------------------------------------------------------------------------------------
+    /// @{
+    /// The tool frames relative to the flange, by tool index.
     void SetTools(const std::vector<gp_Trsf>& newTools) { tools = newTools; }
     const std::vector<gp_Trsf>& GetTools() const { return tools; }
+    /// @}
     /// Tool frame relative to the flange, growing the list with identities up to index 10.
     /// An index past 10 logs an error and answers tool 0 (std::out_of_range where there is none).
     const gp_Trsf& GetToolFromVector(int index) const;
+    /// @{
+    /// The tool in use: its frame as GetToolFromVector answers it, and its index.
     const gp_Trsf& GetCurrentTool() const { return GetToolFromVector(currentTool); }
     int GetToolIndex() const { return currentTool; }
+    /// @}
     /// Makes a tool current and answers its record.
     Json::Value ChangeCurrentTool(int index);
     /// Stores the tool of a record ("ToolIndex", "X", "Y", "Z" in mm, then "RX", "RY", "RZ" in degrees for
@@ -128,10 +135,13 @@ public:
     // ------------------------------------------------------------------------------------------
     /// Shift along the tool's Z (mm), applied after the tool.
     void SetZOffset(double z);
+    /// The shift in force, mm.
     double GetZOffset() const;
+    /// X_FT * X_TZ: the current tool, then the offset.
     gp_Trsf GetCurrentToolWithOffset() const;
     /// X_WT = X_WE * X_EF * X_FT * X_TZ: end link, flange, tool, offset.
     gp_Trsf GetCurrentTrsfTCP() const;
+    /// The same as a pose: mm, and gp_Intrinsic_XYZ angles in rad.
     LocEuler GetCurrentTCP() const;
     /// The axis triad at the tool centre, or null.
     opencascade::handle<BaseViewShape> GetToolFrame() const { return toolFrameMdl; }
@@ -145,11 +155,14 @@ public:
     /// Takes the bench off the list and out of this robot's system. A bench that is not listed still moves a
     /// positive current index down by one.
     void DeleteWorkbench(GenericEntity* bench);
+    /// Makes a listed bench current; for one that is not listed nothing happens.
     void SetCurrentWorkbench(GenericEntity* const bench);
     /// Null when there is none or the index is negative.
     /// @throws std::out_of_range "invalid vector subscript" for an index past the end.
     const GenericEntity* GetCurrentWorkbench() const;
+    /// Place of the current bench in the list, -1 for none.
     int GetCurrentWorkbenchIndex() const { return currentWorkbench; }
+    /// The listed benches; not owned.
     const std::vector<GenericEntity*>& GetWorkbenches() const { return workbenches; }
 
     // --- collision state
@@ -157,6 +170,7 @@ public:
     /// Sets the collision gap of the robot and its mounted tool: the configured one, 20 mm, 2 mm, or 30 mm
     /// for any other state.
     void SetCurrentCollisionState(CheckCollisionState state);
+    /// The state that was set last.
     CheckCollisionState GetCurrentCollisionState() const { return collisionState; }
 
     // --- workspace display

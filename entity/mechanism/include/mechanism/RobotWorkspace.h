@@ -21,6 +21,7 @@ public:
 
     /// The robot whose region this is; not owned.
     void SetRobot(RobotEntity* newRobot) { robot = newRobot; }
+    /// The robot whose region this is; null before SetRobot.
     const RobotEntity* GetRobot() const { return robot; }
     /// 2 mirrors the box to the robot's other side; an update for additional axes sets it itself.
     void SetManagerNum(int count) { managerNum = count; }

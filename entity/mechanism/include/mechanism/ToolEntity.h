@@ -16,6 +16,8 @@ public:
     enum ToolWorkType : int { WorkTypeWelding = 0, WorkTypePainting = 2 };
 
     ToolEntity();
+    /// Takes over a built mechanism; its own frame and cone come with Initial.
+    /// @throws std::invalid_argument for a null parent.
     explicit ToolEntity(GenericEntity* parent);
     ~ToolEntity() override;
 
@@ -30,9 +32,11 @@ public:
     /// @throws std::invalid_argument as NozzleParam::LoadFrom does, without any change.
     bool UpdataToolParameterData(const Json::Value& param);
 
+    /// What the tool does.
     ToolWorkType GetToolWorkType() { return workType; }
     /// Neither builds nor removes the spray cone.
     void SetToolWorkType(ToolWorkType type) { workType = type; }
+    /// The end part, the one that touches the workpiece; null without one.
     opencascade::handle<ViewShape> GetEndToolMdl() { return endToolMdl; }
     /// The tool frame as the last Initial took it from the flange.
     const gp_Trsf& GetToolTrsf() const { return toolTrsf; }
@@ -52,11 +56,14 @@ public:
     /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets its
     /// cone.
     void Initial() override;
+    /// Writes the package to `path` (an empty path writes none), then answers the common keys and the tool's
+    /// own.
     Json::Value ToJson(const std::string& path) override;
     /// Nothing happens without a root model.
     /// @throws std::invalid_argument naming the key for a document of another kind or a wrong type; the tool
     ///         stays as it was.
     void LoadFromJson(const Json::Value& json) override;
+    /// Names every model after the tool, then runs Initial.
     void UpdateLinkModelNames() override;
     /// "type" 4, "WorkType", and "EndHashID" where there is an end part.
     void ExportParaToJson(Json::Value& out) override;
