@@ -3,6 +3,7 @@
 #include <cell/ContactSheet.h>
 #include <cell/InputError.h>
 #include <cell/OutputFile.h>
+#include <cell/Reach.h>
 #include <cell/Scene.h>
 #include <cell/StateFile.h>
 #include <cell/SystemValues.h>
@@ -14,8 +15,6 @@ namespace cell {
 
 namespace {
 
-constexpr int Width = 1280;
-constexpr int Height = 960;
 /// Pictures of a sheet are half as large either way.
 constexpr int SheetPart = 2;
 
@@ -76,6 +75,20 @@ void Furnish(Scene& scene, const Cell& cell, const std::vector<PlannedMotion>& p
     }
 }
 
+void ShowReaches(const RenderRequest& request, const Cell& cell, Scene& scene) {
+    for (RobotEntity* robot : cell.Robots()) {
+        if (request.workspace || request.maxReach) {
+            const Reach reach = ReachOf(cell, *robot);
+            if (request.workspace) {
+                scene.ShowEnvelope(reach);
+            }
+            if (request.maxReach) {
+                scene.ShowMaxReach(reach);
+            }
+        }
+    }
+}
+
 fs::path NumberedName(const fs::path& picture, std::size_t number, std::size_t count) {
     const std::size_t digits = std::max<std::size_t>(2, std::to_string(count).size());
     std::string text = std::to_string(number);
@@ -89,9 +102,10 @@ void Save(Viewer& viewer, const fs::path& picture) {
 
 void RenderOne(const RenderRequest& request, const Cell& cell, std::vector<PlannedMotion>& plan) {
     Pose(request, cell, plan);
-    Viewer viewer(Width, Height);
+    Viewer viewer(PictureWidth, PictureHeight);
     Scene scene(viewer);
     Furnish(scene, cell, plan);
+    ShowReaches(request, cell, scene);
     scene.ShowToolCentres(cell.Robots());
     scene.ShowFloor();
     viewer.LookAt(scene.Extent());
@@ -101,9 +115,11 @@ void RenderOne(const RenderRequest& request, const Cell& cell, std::vector<Plann
 /// Shows each moment in turn, all from one place that sees all of them.
 class Film {
 public:
-    Film(const Cell& cell_, std::vector<PlannedMotion>& plan, const std::vector<Moment>& moments_, int part)
-        : cell(cell_), moments(moments_), viewer(Width / part, Height / part), scene(viewer) {
+    Film(const RenderRequest& request, const Cell& cell_, std::vector<PlannedMotion>& plan,
+         const std::vector<Moment>& moments_, int part)
+        : cell(cell_), moments(moments_), viewer(PictureWidth / part, PictureHeight / part), scene(viewer) {
         Furnish(scene, cell, plan);
+        ShowReaches(request, cell, scene);
         for (const Moment& moment : moments) {
             MoveToStep(cell, *moment.planned, moment.step);
             scene.Include(cell);
@@ -130,7 +146,7 @@ private:
 };
 
 void RenderSheet(Film& film, std::size_t count, const fs::path& picture) {
-    ContactSheet sheet(static_cast<int>(count), Width / SheetPart, Height / SheetPart);
+    ContactSheet sheet(static_cast<int>(count), PictureWidth / SheetPart, PictureHeight / SheetPart);
     bool drawn = true;
     for (std::size_t i = 0; i < count; ++i) {
         film.Show(i);
@@ -145,7 +161,7 @@ void RenderFrames(const RenderRequest& request, const Cell& cell, std::vector<Pl
     }
     const auto count = static_cast<std::size_t>(request.frames);
     const std::vector<Moment> moments = EvenlySpaced(AllMoments(cell, plan), count);
-    Film film(cell, plan, moments, request.sheet ? SheetPart : 1);
+    Film film(request, cell, plan, moments, request.sheet ? SheetPart : 1);
     if (request.sheet) {
         RenderSheet(film, count, request.picture);
         return;

@@ -76,7 +76,9 @@ void Scene::ShowScale() {
     for (double x = std::ceil(extent.CornerMin().X() / MajorGrid) * MajorGrid; x < nearX; x += MajorGrid) {
         ShowText("X " + Rounded(x, 0) + " mm", gp_Pnt(x, nearY, LineLift), 14);
     }
-    for (double y = std::ceil(nearY / MajorGrid) * MajorGrid; y < extent.CornerMax().Y(); y += MajorGrid) {
+    // The corner belongs to the other edge, or two names would lie on each other there.
+    for (double y = std::ceil((nearY + MajorGrid / 2) / MajorGrid) * MajorGrid; y < extent.CornerMax().Y();
+         y += MajorGrid) {
         ShowText("Y " + Rounded(y, 0) + " mm", gp_Pnt(nearX, y, LineLift), 14);
     }
 }

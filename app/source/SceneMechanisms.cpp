@@ -25,7 +25,7 @@ constexpr double AngularDeflection = 0.1; // rad
 const Quantity_Color Concrete(0.66, 0.68, 0.70, Quantity_TOC_sRGB);
 const Quantity_Color Neck(0.30, 0.32, 0.35, Quantity_TOC_sRGB);
 
-Bnd_Box BoxOf(const opencascade::handle<ViewShape>& model) {
+Bnd_Box BoxOf(const opencascade::handle<BaseViewShape>& model) {
     Bnd_Box box;
     BRepBndLib::AddOptimal(model->Shape(), box, Standard_False);
     if (box.IsVoid()) { // triangles without a surface
@@ -81,6 +81,17 @@ void Scene::Show(GenericEntityConfig& entity) {
             robot->GetToolFrame()->Hide();
         }
     }
+}
+
+void Scene::ShowEnvelope(const Reach& reach) {
+    reach.robot->ShowBestWorkspace(true);
+    BRepBndLib::Add(reach.envelope, extent);
+}
+
+void Scene::ShowMaxReach(const Reach& reach) {
+    const auto& model = reach.robot->GetUnsafeWorkspaceModel();
+    model->Display(1, -1);
+    extent.Add(BoxOf(model));
 }
 
 /// A robot that is placed above the floor and carried by nothing stands on a block.

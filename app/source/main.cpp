@@ -93,6 +93,17 @@ int main(int argc, char** argv) {
     save->add_option("CELL", saveRequest.file, "Cell file")->required();
     save->add_option("--out", saveRequest.folder, "Folder for cell.json, documents and packages")->required();
 
+    cell::WorkspaceRequest workspaceRequest;
+    auto* workspace =
+        app.add_subcommand("workspace", "Write what a robot reaches: solids, a picture, a section");
+    workspace->add_option("CELL", workspaceRequest.file, "Cell or arm file")->required();
+    workspace->add_option("--robot", workspaceRequest.robot, "Name of the robot")->required();
+    workspace->add_option("--out", workspaceRequest.target, "Solids (.step, .brep, .stl) or picture (.png)")
+        ->required();
+    workspace->add_option("--section", workspaceRequest.section, "Drawing of the section (.svg)");
+    workspace->footer("Example: mechanism-cell workspace examples/cells/arc_welding.json --robot welder "
+                      "--out reach.step --section reach.svg");
+
     cell::RenderRequest renderRequest;
     auto* render = app.add_subcommand("render", "Draw the cell into a PNG file (needs a display)");
     render->add_option("CELL", renderRequest.file, "Cell or arm file")->required();
@@ -101,6 +112,8 @@ int main(int argc, char** argv) {
         render->add_option("--frames", renderRequest.frames, "Pictures of the motion, FILE_01.png and so on");
     frames->check(CLI::Range(1, MostFrames))->excludes(state);
     render->add_flag("--sheet", renderRequest.sheet, "All frames in the one file")->needs(frames);
+    render->add_flag("--workspace", renderRequest.workspace, "Also what every robot reaches");
+    render->add_flag("--max-reach", renderRequest.maxReach, "Also every robot's longest reach");
     render->add_option("--out", renderRequest.picture, "Picture to write")->required();
 
     try {
@@ -124,6 +137,8 @@ int main(int argc, char** argv) {
             cell::WritePath(pathRequest, std::cout);
         } else if (save->parsed()) {
             cell::Save(saveRequest, std::cout);
+        } else if (workspace->parsed()) {
+            cell::WriteWorkspace(workspaceRequest, std::cout);
         } else {
             cell::Render(renderRequest);
         }

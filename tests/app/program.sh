@@ -52,7 +52,14 @@ grep -q SystemIndex "$work/two/trace.json" || fail "plan: no context states in t
 expect 0 0 path "$examples/cells/seam.json" --name saddle --out "$work/path.json"
 [ -s "$work/path.json" ] || fail "path: wrote nothing"
 
+expect 0 0 workspace "$cell" --robot welder --out "$work/reach.step" --section "$work/reach.svg"
+grep -q "height z (mm)" "$work/reach.svg" || fail "workspace: the section has no axis in millimetres"
+expect 0 0 workspace --help
+grep -q "Example: " "$work/out" || fail "workspace: help without an example"
+
 expect 1 1 info "$work/absent.json"
+expect 1 1 workspace "$cell" --robot nobody --out "$work/none.step"
+grep -q "nobody, expected one of welder" "$work/err" || fail "workspace: does not name the robots"
 expect 1 1 path "$examples/cells/seam.json" --name nobody --out "$work/none.json"
 expect 1 1 save "$arm" --out "$work/none"
 expect 1 1 fk "$arm" --values-deg 1,2
@@ -96,6 +103,9 @@ if command -v xvfb-run >/dev/null; then
         "$examples/cells/two_robots.json" --frames 2 --out "$work/two.png" || fail "render: no frames"
     [ -s "$work/two_01.png" ] && [ -s "$work/two_02.png" ] || fail "render: not one file a frame"
     cmp -s "$work/two_01.png" "$work/two_02.png" && fail "render: nothing moves from frame to frame"
+    ASAN_OPTIONS=detect_leaks=0 xvfb-run -a -s "-screen 0 1280x1024x24" "$program" render "$cell" --workspace \
+        --max-reach --state "$work/plan/trace.json" --out "$work/reach.png" || fail "render: no reach"
+    cmp -s "$work/cell.png" "$work/reach.png" && fail "render: the reach is not in the picture"
     # An empty background compresses to a few kilobytes.
     [ "$(wc -c <"$work/cell.png")" -gt 40000 ] || fail "render: the picture is blank"
 fi

@@ -45,12 +45,24 @@ struct SaveRequest {
 /// Loading that cell.json gives the same cell, identifiers included.
 void Save(const SaveRequest& request, std::ostream& out);
 
+struct WorkspaceRequest {
+    std::filesystem::path file;
+    std::string robot;
+    std::filesystem::path
+        target; ///< .step, .stp, .brep, .stl: the envelope in the world, mm; .png: a picture
+    std::filesystem::path section; ///< .svg: a drawing of the section; empty: none
+};
+/// Writes what a robot reaches and prints its size. A picture needs a display.
+void WriteWorkspace(const WorkspaceRequest& request, std::ostream& out);
+
 struct RenderRequest {
     std::filesystem::path file;
     std::filesystem::path state; ///< state or trace to show; empty: a third through the last motion
     std::filesystem::path picture;
-    int frames = 0;     ///< pictures of the whole motion, evenly spaced; 0 for one picture of the cell
-    bool sheet = false; ///< all of them side by side in the one file
+    int frames = 0;         ///< pictures of the whole motion, evenly spaced; 0 for one picture of the cell
+    bool sheet = false;     ///< all of them side by side in the one file
+    bool workspace = false; ///< also the reachable region of every robot
+    bool maxReach = false;  ///< also the spheroid of every robot's longest reach
 };
 /// Draws the cell into a PNG file, or its motion into several (FILE_01.png, ...). Needs a display (DISPLAY),
 /// a virtual one will do.

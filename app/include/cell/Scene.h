@@ -3,6 +3,7 @@
 #include <AIS_TextLabel.hxx>
 #include <Bnd_Box.hxx>
 #include <cell/Planner.h>
+#include <cell/Reach.h>
 #include <cell/Viewer.h>
 #include <vector>
 
@@ -27,6 +28,10 @@ public:
     void ShowPath(const PlannedMotion& planned, std::size_t number);
     /// The points of a tool path, and at each the way the tool comes from.
     void ShowToolPath(const WorkedPath& path, std::size_t number);
+    /// The region that a robot reaches, translucent.
+    void ShowEnvelope(const Reach& reach);
+    /// The spheroid of a robot's longest reach, translucent.
+    void ShowMaxReach(const Reach& reach);
     /// Last, since it takes its size from what was shown before.
     void ShowFloor();
     /// What the picture is of.

@@ -8,6 +8,10 @@
 
 namespace cell {
 
+/// Size of a single picture, pixels.
+inline constexpr int PictureWidth = 1280;
+inline constexpr int PictureHeight = 960;
+
 /// The Open CASCADE viewer on a window that is never shown. View shapes that are displayed while it lives
 /// appear in it.
 class Viewer {

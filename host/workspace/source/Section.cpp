@@ -47,7 +47,12 @@ std::vector<std::vector<double>> GetRobotWorkSpace(const Robot& robot) {
     }
     sweep.MarkWristLines(wrist, raster);
     raster.Fill();
-    const Polygon outline = Simplified(TraceBoundary(raster), SimplifyShare * reach);
+    Polygon boundary = TraceBoundary(raster);
+    // Half a cell from the axis is on it: a sliver there would become a needle of a cone when it is revolved.
+    for (SectionPoint& point : boundary) {
+        point.r = point.r < raster.CellWidth() ? 0 : point.r;
+    }
+    const Polygon outline = Simplified(boundary, SimplifyShare * reach);
     std::vector<std::vector<double>> profile;
     for (const SectionPoint& point : outline) {
         profile.push_back({point.r, point.z});

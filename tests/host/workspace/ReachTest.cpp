@@ -9,6 +9,8 @@ namespace {
 constexpr double OutsideShare = 0.01;
 constexpr double VertexShare = 0.01;
 constexpr double FarthestShare = 0.005;
+// Vertices are on the axis or well off it: revolved slivers cannot be triangulated in any reasonable time.
+constexpr double OffAxisShare = 0.0015;
 
 // A vertex is looked for downhill from this many of the nearest drawn poses.
 constexpr std::size_t Starts = 6;
@@ -144,7 +146,7 @@ TEST_P(Reach, TheProfileIsClosedSimpleAndOnOneSideOfTheAxis) {
     };
     const std::size_t n = profile.size() - 1;
     for (std::size_t i = 0; i < n; ++i) {
-        EXPECT_GE(profile[i].r, 0);
+        EXPECT_TRUE(profile[i].r == 0 || profile[i].r > OffAxisShare * reach) << "a needle on the axis";
         for (std::size_t j = i + 2; j < n && (j + 1) % n != i; ++j) {
             const Point &a = profile[i], &b = profile[i + 1], &c = profile[j], &d = profile[j + 1];
             EXPECT_FALSE(side(a, b, c) != side(a, b, d) && side(c, d, a) != side(c, d, b))

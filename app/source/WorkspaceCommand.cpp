@@ -1,0 +1,75 @@
+#include <TopExp_Explorer.hxx>
+#include <cell/Commands.h>
+#include <cell/InputError.h>
+#include <cell/OutputFile.h>
+#include <cell/Reach.h>
+#include <cell/Scene.h>
+#include <cell/SectionPlot.h>
+#include <cell/ShapeOutput.h>
+#include <cell/Text.h>
+#include <host/tools/ShapeHandle.h>
+#include <ostream>
+
+namespace cell {
+
+namespace {
+
+constexpr double CubicMillimetres = 1e9; // in a cubic metre
+constexpr const char* PictureEnd = ".png";
+constexpr const char* PlotEnd = ".svg";
+
+void RequireNames(const WorkspaceRequest& request) {
+    if (request.target.extension() != PictureEnd && !IsShapeName(request.target)) {
+        throw InputError(request.target.string(), "--out", request.target.extension().string(),
+                         "a name that ends in .step, .stp, .brep, .stl or .png");
+    }
+    if (!request.section.empty() && request.section.extension() != PlotEnd) {
+        throw InputError(request.section.string(), "--section", request.section.extension().string(),
+                         "a name that ends in .svg");
+    }
+}
+
+/// The robot, what it carries and what carries it, with the envelope around them.
+void Draw(const Cell& cell, const Reach& reach, const std::filesystem::path& picture) {
+    Viewer viewer(PictureWidth, PictureHeight);
+    Scene scene(viewer);
+    for (const Mechanism& mechanism : cell.Mechanisms()) {
+        const GenericEntity* entity = mechanism.entity.get();
+        if (entity == reach.robot || entity == reach.robot->GetMountingEntity() ||
+            entity->GetMountingEntity() == reach.robot) {
+            scene.Show(*mechanism.entity);
+        }
+    }
+    scene.ShowEnvelope(reach);
+    scene.ShowToolCentres({reach.robot});
+    scene.ShowFloor();
+    viewer.LookAt(scene.Extent());
+    WriteWhole(picture, [&](const std::filesystem::path& beside) { return viewer.Save(beside); });
+}
+
+} // namespace
+
+void WriteWorkspace(const WorkspaceRequest& request, std::ostream& out) {
+    RequireNames(request);
+    const Cell cell = Cell::Load(request.file);
+    const Reach reach = ReachOf(cell, RequireRobot(cell, request.robot));
+    if (request.target.extension() == PictureEnd) {
+        Draw(cell, reach, request.target);
+    } else {
+        WriteShape(reach.envelope, request.target);
+    }
+    if (!request.section.empty()) {
+        WriteWhole(request.section, SectionPlot(reach));
+    }
+    int solids = 0;
+    for (TopExp_Explorer it(reach.envelope, TopAbs_SOLID); it.More(); it.Next()) {
+        ++solids;
+    }
+    out << "workspace of \"" << reach.robot->GetName() << "\"\n"
+        << "  envelope  " << solids << (solids == 1 ? " solid, " : " solids, ")
+        << Rounded(ShapeHandle::GetAreaOrVol(reach.envelope) / CubicMillimetres, 3) << " cubic metres\n"
+        << "  section   " << reach.section.size() - 1 << " vertices\n"
+        << "  reach     " << Rounded(reach.longest, 1) << " mm\n";
+}
+
+} // namespace cell
