@@ -1,5 +1,6 @@
 #include "Document.h"
 
+#include <cmath>
 #include <stdexcept>
 
 namespace mechanism_detail {
@@ -18,6 +19,14 @@ int ReadInt(const Json::Value& json, const char* key) {
         Refuse(key, value, "a whole number");
     }
     return value.asInt();
+}
+
+double ReadNumber(const Json::Value& json, const char* key) {
+    const Json::Value& value = json[key];
+    if (!value.isNull() && !(value.isNumeric() && std::isfinite(value.asDouble()))) {
+        Refuse(key, value, "a finite number");
+    }
+    return value.asDouble();
 }
 
 std::string ReadText(const Json::Value& json, const char* key) {

@@ -14,6 +14,8 @@ using DataHandle::Refuse;
 
 std::uint64_t ReadHash(const Json::Value& json, const char* key);
 int ReadInt(const Json::Value& json, const char* key);
+/// Infinities are refused as well.
+double ReadNumber(const Json::Value& json, const char* key);
 std::string ReadText(const Json::Value& json, const char* key);
 /// The key "ID".
 Uuid ReadId(const Json::Value& json);

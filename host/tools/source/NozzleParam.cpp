@@ -9,7 +9,8 @@
 namespace {
 
 constexpr double DefaultStickOut = 15.0;
-constexpr double Unlimited = std::numeric_limits<double>::max();
+/// mm; the kernel's tolerance is lost in numbers of longer solids.
+constexpr double LongestLength = 1e6;
 
 /// A number of the document: where it goes, and between which bounds it must lie.
 struct Field {
@@ -21,19 +22,19 @@ struct Field {
 };
 
 constexpr Field Fields[] = {
-    {"tip_radius", &NozzleParam::tipRadius, 0, Unlimited, true},
-    {"tip_length", &NozzleParam::tipLength, 0, Unlimited, true},
-    {"nozzle_radius", &NozzleParam::nozzleRadius, 0, Unlimited, true},
-    {"nozzle_length", &NozzleParam::nozzleLength, 0, Unlimited, true},
-    {"neck_radius", &NozzleParam::neckRadius, 0, Unlimited, true},
-    {"body_radius", &NozzleParam::bodyRadius, 0, Unlimited, true},
-    {"tcp_z", &NozzleParam::tcpZ, 0, Unlimited, true},
-    {"tcp_x", &NozzleParam::tcpX, -Unlimited, Unlimited, true},
+    {"tip_radius", &NozzleParam::tipRadius, 0, LongestLength, true},
+    {"tip_length", &NozzleParam::tipLength, 0, LongestLength, true},
+    {"nozzle_radius", &NozzleParam::nozzleRadius, 0, LongestLength, true},
+    {"nozzle_length", &NozzleParam::nozzleLength, 0, LongestLength, true},
+    {"neck_radius", &NozzleParam::neckRadius, 0, LongestLength, true},
+    {"body_radius", &NozzleParam::bodyRadius, 0, LongestLength, true},
+    {"tcp_z", &NozzleParam::tcpZ, 0, LongestLength, true},
+    {"tcp_x", &NozzleParam::tcpX, -LongestLength, LongestLength, true},
     {"torch_angle", &NozzleParam::torchAngle, 90, 180, true},
-    {"body_length", &NozzleParam::bodyLength, 0, Unlimited, true},
+    {"body_length", &NozzleParam::bodyLength, 0, LongestLength, true},
     // A wire cut flush with the tip is a torch too.
-    {"stick_out", &NozzleParam::stickOut, -std::numeric_limits<double>::min(), Unlimited, false},
-    {"guard_clearance", &NozzleParam::guardClearance, 0, Unlimited, false},
+    {"stick_out", &NozzleParam::stickOut, -std::numeric_limits<double>::min(), LongestLength, false},
+    {"guard_clearance", &NozzleParam::guardClearance, 0, LongestLength, false},
 };
 
 std::string Expectation(const Field& field) {
@@ -42,10 +43,7 @@ std::string Expectation(const Field& field) {
         text +=
             field.above < 0 ? " of at least 0" : " above " + std::to_string(static_cast<int>(field.above));
     }
-    if (field.atMost < Unlimited) {
-        text += ", at most " + std::to_string(static_cast<int>(field.atMost));
-    }
-    return text;
+    return text + ", at most " + std::to_string(static_cast<int>(field.atMost));
 }
 
 double ReadField(const Json::Value& json, const Field& field) {

@@ -31,6 +31,7 @@ constexpr int BendSamples = 64;
 // The tip narrows towards the wire, and the gas nozzle towards the tip.
 constexpr double TipTaper = 0.6;
 constexpr double NozzleTaper = 0.8;
+constexpr double SmallestSize = 1e-3; // mm
 
 struct Frame {
     gp_Pnt bodyEnd;
@@ -84,6 +85,12 @@ bool IsValidSolid(const TopoDS_Shape& shape) {
     return solids.More() && BRepCheck_Analyzer(shape).IsValid();
 }
 
+/// Solids that vanish in the kernel's tolerance keep its checker walking round their wires for ever.
+bool HasSubstance(const NozzleParam& nozzle) {
+    return std::min({nozzle.tipRadius, nozzle.tipLength, nozzle.nozzleRadius, nozzle.nozzleLength,
+                     nozzle.neckRadius, nozzle.bodyRadius, nozzle.bodyLength}) >= SmallestSize;
+}
+
 bool HasRoomForNeck(const NozzleParam& nozzle, const Frame& frame) {
     const gp_Vec across(frame.bodyEnd, frame.nozzleStart);
     // The neck must leave the body forwards and enter the nozzle from behind.
@@ -98,7 +105,7 @@ std::pair<bool, std::vector<TopoDS_Shape>> NozzleParam::LoadTcpLocEuler(const No
                                                                         const LocEuler& tcp) {
     try {
         const Frame frame = FrameOf(nozzle, tcp);
-        if (!HasRoomForNeck(nozzle, frame)) {
+        if (!HasSubstance(nozzle) || !HasRoomForNeck(nozzle, frame)) {
             return {false, {}};
         }
         const auto curve = NeckCurve(frame);

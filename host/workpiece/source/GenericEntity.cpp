@@ -105,7 +105,7 @@ std::vector<std::pair<double, double>> GenericEntity::GetLimit(size_t /*system*/
     limits.reserve(links.size());
     for (std::size_t i = 0; i < links.size(); ++i) {
         const auto& [low, high] = links[i]->GetLimit();
-        if (low + margin > high - margin) {
+        if (!(low + margin <= high - margin)) {
             throw std::invalid_argument("joint " + std::to_string(i + 1) + ": margin " +
                                         std::to_string(margin) + " leaves no range between " +
                                         std::to_string(low) + " and " + std::to_string(high));

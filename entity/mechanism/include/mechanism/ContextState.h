@@ -26,7 +26,7 @@ public:
     /// @}
     /// @{
     /// The system's state, or that of the first system when the context does not hold it. The context must
-    /// not be empty.
+    /// not be empty: @throws std::out_of_range "invalid map<K, T> key".
     const GrpState& GetValues(std::uint64_t system) const;
     GrpState& ChangeValues(std::uint64_t system);
     /// @}

@@ -36,6 +36,9 @@ struct MECHANISM_EXPORT CoupedValue {
 /// The lists are made on first use and hold no lock: hosts fill them during set-up, before any state of the
 /// system exists, and do not change an entry while one does.
 struct MECHANISM_EXPORT GrpConfig {
+    /// More than any system has; larger counts are taken for a mistake.
+    static constexpr std::int32_t MostValues = 1'000'000;
+
     std::int32_t pedestalDof = 0;    ///< axes of the pedestal
     std::int32_t robotDof = 6;       ///< joints of each robot
     std::vector<double> benchesDofs; ///< axes of each bench
@@ -45,14 +48,16 @@ struct MECHANISM_EXPORT GrpConfig {
 
     /// Stores the counts and derives contextDof from robots and pedestal; benches are added by
     /// SetBenchesDofs.
+    /// @throws std::invalid_argument, with nothing changed, for a count beyond MostValues either way.
     void InitDOF(int pedestalDof_, int robotDof_, int robotNum_, int benchNum_);
     /// Sets the axes of each bench and adds them to contextDof, after InitDOF and once: a second call counts
     /// the benches twice.
+    /// @throws std::invalid_argument, with nothing changed, for a sum that is no 32-bit number.
     void SetBenchesDofs(const std::vector<double>& dofs);
 
     /// The range of an entity's values. A bench past benchNum leaves both outputs as they are.
     /// @throws std::out_of_range "invalid vector subscript" when benchNum promises a bench that was never
-    /// set.
+    /// set; std::invalid_argument for bench axes that are no 32-bit number.
     void GetIndex(EntityName entity, int& start, int& count) const;
     /// Number of values of the whole system.
     int GetContextDof() const { return contextDof; }

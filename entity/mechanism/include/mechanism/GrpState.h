@@ -95,13 +95,13 @@ public:
 
     /// All values of the system; rad and mm.
     std::vector<double> GetValues();
-    /// @param v at least GetContextDof() values; only emptiness is checked.
+    /// @param v GetContextDof() values; a shorter vector sets the values it has, none at all is fatal.
     void SetValues(const std::vector<double>& v);
     /// The buffer itself, GetContextDof() values long.
     double* GetValuesPtr() const { return values; }
     /// Copies GetContextDof() values; the buffer stays the same.
     void SetValuesPtr(double* const p);
-    /// Copies GetContextDof() values of a state, whatever its system.
+    /// Copies the values of a state, whatever its system, as many as both have.
     void SetValuesByState(const GrpState& other);
     /// Adds value by value when both have the same number of values; otherwise nothing happens.
     void AddOtherValues(const GrpState& other);
@@ -110,15 +110,15 @@ public:
 
     /// The values of one entity; empty for a bench that the system does not have.
     std::vector<double> GetValues(EntityName entity);
-    /// @param v the entity's values, at least as many as it has; an empty vector changes nothing.
+    /// @param v the entity's values; a shorter vector sets the values it has, an empty one nothing.
     void SetValues(EntityName entity, const std::vector<double>& v);
     /// Sets the first n values of an entity; n past its count is fatal.
     void SetValues(EntityName entity, const double* p, std::size_t n);
-    /// The value at the entity's start plus the axis' place in it; the caller vouches that it is in the
-    /// buffer.
+    /// The value at the entity's start plus the axis' place in it, which may be another entity's.
+    /// @throws std::out_of_range "invalid vector subscript" when that is no place of the state.
     double GetValue(EntityName entity, AxisName axis) const;
     /// Sets one value of a robot or the pedestal by its plain position; benches are set as a whole only, so
-    /// for them nothing happens.
+    /// for them nothing happens. @throws as GetValue.
     void SetValue(EntityName entity, int axis, double value);
 
     /// @throws std::out_of_range "invalid vector subscript" when there is no such robot.
@@ -137,13 +137,15 @@ public:
     /// @{
     /// Sets the full vector, or the first robot's part, from independent values. Without coupling as
     /// SetValues, except that a shorter vector sets the values it has.
-    /// @throws std::out_of_range "invalid vector subscript" when the coupling reads past the vector.
+    /// @throws std::out_of_range "invalid vector subscript" when the coupling reads past the vector; values
+    ///         before that are set.
     void SetValuesCoupling(const std::vector<double>& v);
     void SetValuesCoupling(EntityName entity, const std::vector<double>& v);
     /// @}
 
     /// @{
-    /// Comparisons of values; a difference of exactly the tolerance is equal, and so is NaN.
+    /// Comparisons of values; a difference of exactly the tolerance is equal, and so is NaN. A state is not
+    /// equal to one that has fewer values or none (unbound, moved from).
     static bool IsEqual(const std::vector<double>& a, const std::vector<double>& b, double tolerance);
     bool IsEqual(const GrpState& other, double tolerance) const;
     /// @}
@@ -160,8 +162,10 @@ public:
     /// Loads a document of the system that this state is bound to. Values and poses are read only when
     /// "J_value" is an array, the values only when it is long enough.
     /// @return false, with nothing changed, for null.
-    /// @throws std::out_of_range "invalid map<K, T> key" when "system_index" is not registered (values, poses
-    ///         and system are read by then); Json::Exception for a member of the wrong type.
+    /// @throws std::out_of_range "invalid map<K, T> key" when "system_index" is not registered;
+    ///         Json::Exception for a member of the wrong type; std::invalid_argument, with nothing changed,
+    ///         for a system of more values than this state has room for. What comes before a fault in the
+    ///         order values and poses (both or none), system, all other fields (all or none) is read then.
     bool FromJson(const Json::Value& json);
 
 private:
@@ -175,6 +179,9 @@ private:
     void CopyFields(const GrpState& other);
     void TakeFrom(GrpState& other);
     bool IsWithin(const GrpState& other, double pedestalTolerance) const;
+    /// Each changes either all that it reads or nothing.
+    void ReadValues(const Json::Value& json);
+    void ReadFields(const Json::Value& json);
 
     std::vector<LocEuler> tcps;
     double* values = nullptr;

@@ -12,9 +12,16 @@
 #include <vector>
 
 /// Dense sequences between key states, joint vectors (rad and mm, in the system's value order) and points
-/// (mm). Stateless and reentrant; nothing is logged. Inputs are not validated: paired states are of one
-/// system, step vectors are as long as the values.
+/// (mm). Stateless and reentrant; nothing is logged.
+///
+/// What holds for all of them: numbers that are not finite give numbers that are not finite, and no samples
+/// where they would decide how many; a step of zero asks for nothing. std::invalid_argument is thrown, with
+/// the caller's data as they were, where more than MostSamples samples are asked for, where paired states are
+/// not of one system or have no values, and where vectors of steps or joints are too short.
 namespace InterpHandle {
+
+/// More than any planner or view can use; a count beyond it is taken for a mistake.
+inline constexpr int MostSamples = 1'000'000;
 
 /// States from a to b in n equal parts, n being the number of whole steps on the axis that needs most, so a
 /// part is between one and two steps long. Interior states carry the system and the values alone; the ends
@@ -126,7 +133,8 @@ MECHANISM_EXPORT std::vector<std::pair<gp_Pnt, gp_Dir>>
 SparsePathPair(const std::vector<std::pair<gp_Pnt, gp_Dir>>& path, int k);
 /// Takes out every pose whose point is farther than `tol` (mm) from the shape where it stands, and every path
 /// that is empty then; groups stay. Distances are to the shape's triangles (ViewShapeCollision).
-/// @throws std::invalid_argument for a null shape or one without faces.
+/// @throws std::invalid_argument for a null shape or one without faces, and for a tolerance that is no
+/// number.
 MECHANISM_EXPORT void CheckPathsOnFace(std::vector<std::vector<std::vector<std::array<double, 6>>>>& groups,
                                        const opencascade::handle<ViewShape>& face, double tol);
 

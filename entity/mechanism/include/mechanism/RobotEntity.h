@@ -91,7 +91,8 @@ public:
     /// Link of axis n, 1 <= n <= link count.
     /// @throws std::string "...RobotEntity::GetAxisvector传入index错误，数据不在范围内" otherwise.
     LinkRod* GetAxis(int axis) const;
-    /// World transform of the link at a position; the position must exist.
+    /// World transform of the link at a position.
+    /// @throws std::out_of_range "invalid vector subscript" where there is none.
     const gp_Trsf& GetCurJointTrsf(int position) const;
     /// Joint origin of the link at a position, in its own frame; the zero point past the end.
     gp_Pnt GetLinkRodsLocation(int position) const;
@@ -110,6 +111,7 @@ public:
     /// @}
     /// Tool frame relative to the flange, growing the list with identities up to index 10.
     /// An index past 10 logs an error and answers tool 0 (std::out_of_range where there is none).
+    /// @throws std::out_of_range "invalid vector subscript" for a negative index.
     const gp_Trsf& GetToolFromVector(int index) const;
     /// @{
     /// The tool in use: its frame as GetToolFromVector answers it, and its index.
@@ -117,9 +119,13 @@ public:
     int GetToolIndex() const { return currentTool; }
     /// @}
     /// Makes a tool current and answers its record.
+    /// @throws std::out_of_range as GetToolFromVector; a negative index leaves the current tool.
     Json::Value ChangeCurrentTool(int index);
     /// Stores the tool of a record ("ToolIndex", "X", "Y", "Z" in mm, then "RX", "RY", "RZ" in degrees for
     /// "Type" 0, else the quaternion "Q1" w, "Q2" x, "Q3" y, "Q4" z). Null does nothing.
+    /// @throws std::invalid_argument naming key, value and expectation, with no tool changed: an index is 0
+    /// to
+    ///         65535, every number finite.
     void SetToolData(const Json::Value& json);
     /// Record of the current tool, with both forms of its rotation.
     Json::Value GetToolData() const;

@@ -1,6 +1,7 @@
 #include <mechanism/ContextState.h>
 
 #include "Checked.h"
+#include <stdexcept>
 
 namespace {
 
@@ -19,6 +20,9 @@ bool AllOf(const ContextState& context, const ContextState& other, Equal equal) 
 /// The system's state, else the first one.
 template <class States>
 auto& FindOrFirst(States& states, std::uint64_t system) {
+    if (states.empty()) {
+        throw std::out_of_range("invalid map<K, T> key");
+    }
     const auto found = states.find(system);
     return (found == states.end() ? states.begin() : found)->second;
 }

@@ -2,8 +2,12 @@
 
 #include "Checked.h"
 #include "Failure.h"
+#include "Whole.h"
 #include <algorithm>
 #include <iterator>
+#include <utility>
+
+using mechanism_detail::Whole;
 
 namespace {
 
@@ -29,19 +33,26 @@ CoupedValue::CoupedValue() {
 }
 
 void GrpConfig::InitDOF(int pedestalDof_, int robotDof_, int robotNum_, int benchNum_) {
+    for (const auto& [name, count] :
+         {std::pair("pedestalDof", pedestalDof_), std::pair("robotDof", robotDof_),
+          std::pair("robotNum", robotNum_), std::pair("benchNum", benchNum_)}) {
+        mechanism_detail::RequireCount(count, -MostValues, MostValues, name);
+    }
+    contextDof = Whole(static_cast<double>(robotDof_) * robotNum_ + pedestalDof_, "contextDof");
     pedestalDof = pedestalDof_;
     robotDof = robotDof_;
     robotNum = robotNum_;
     benchNum = benchNum_;
-    contextDof = robotDof * robotNum + pedestalDof;
 }
 
 void GrpConfig::SetBenchesDofs(const std::vector<double>& dofs) {
-    benchNum = static_cast<std::int32_t>(dofs.size());
-    benchesDofs = dofs;
+    std::int32_t total = contextDof;
     for (const double dof : dofs) {
-        contextDof = static_cast<std::int32_t>(contextDof + dof);
+        total = Whole(total + dof, "contextDof");
     }
+    benchesDofs = dofs;
+    benchNum = static_cast<std::int32_t>(dofs.size());
+    contextDof = total;
 }
 
 void GrpConfig::GetIndex(EntityName entity, int& start, int& count) const {
@@ -53,8 +64,8 @@ void GrpConfig::GetIndex(EntityName entity, int& start, int& count) const {
         count = pedestalDof;
     } else if (const int bench = entity - FirstBench; bench < benchNum) {
         const double dof = mechanism_detail::At(benchesDofs, bench);
-        start = static_cast<int>(bench * dof + (robotDof + pedestalDof));
-        count = static_cast<int>(dof);
+        start = Whole(bench * dof + (robotDof + pedestalDof), "bench start");
+        count = Whole(dof, "bench axes");
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "BoundedCopy.h"
 #include "Checked.h"
+#include "Whole.h"
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -38,6 +39,11 @@ GrpState& GrpState::operator=(GrpState&& other) {
 GrpState::~GrpState() { delete[] values; }
 
 void GrpState::Bind(std::uint64_t system_, const GrpConfig* config_) {
+    for (const auto& [name, count] :
+         {std::pair("contextDof", config_->contextDof), std::pair("robotNum", config_->robotNum),
+          std::pair("robotDof", config_->robotDof), std::pair("pedestalDof", config_->pedestalDof)}) {
+        mechanism_detail::RequireCount(count, 0, GrpConfig::MostValues, name);
+    }
     tcps.resize(static_cast<std::size_t>(config_->robotNum));
     values = new double[static_cast<std::size_t>(config_->contextDof)];
     config = config_;
@@ -94,7 +100,8 @@ void GrpState::SetCmdTypeAndCmd(RobotMoveCmdType type, const std::string& cmd) {
 int GrpState::GetBenchDof() const {
     int total = 0;
     for (int bench = 0; bench < config->benchNum; ++bench) {
-        total = static_cast<int>(total + mechanism_detail::At(config->benchesDofs, bench));
+        total =
+            mechanism_detail::Whole(total + mechanism_detail::At(config->benchesDofs, bench), "bench axes");
     }
     return total;
 }

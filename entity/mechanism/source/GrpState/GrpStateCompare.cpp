@@ -1,5 +1,6 @@
 #include <mechanism/GrpState.h>
 
+#include "StateAccess.h"
 #include <algorithm>
 #include <cmath>
 
@@ -21,6 +22,12 @@ bool AreWithin(const double* a, const double* b, int first, int last, double tol
     return true;
 }
 
+/// Whether every value of a has one of b's to be compared with.
+bool HasCounterparts(const GrpState& a, const GrpState& b) {
+    using mechanism_detail::StateAccess;
+    return StateAccess::HasValues(a, 0) && StateAccess::HasValues(b, a.GetContextDof());
+}
+
 } // namespace
 
 bool GrpState::IsEqual(const std::vector<double>& a, const std::vector<double>& b, double tolerance) {
@@ -28,7 +35,7 @@ bool GrpState::IsEqual(const std::vector<double>& a, const std::vector<double>& 
 }
 
 bool GrpState::IsEqual(const GrpState& other, double tolerance) const {
-    return AreWithin(values, other.values, 0, config->contextDof, tolerance);
+    return HasCounterparts(*this, other) && AreWithin(values, other.values, 0, config->contextDof, tolerance);
 }
 
 bool GrpState::IsEqualForSimu(const GrpState& other) const {
@@ -40,7 +47,7 @@ bool GrpState::IsEqualForCollisonShow(const GrpState& other) const {
 }
 
 bool GrpState::IsWithin(const GrpState& other, double pedestalTolerance) const {
-    if (system != other.system) {
+    if (system != other.system || !HasCounterparts(*this, other)) {
         return false;
     }
     const int all = config->contextDof;
@@ -60,7 +67,7 @@ std::vector<double> GrpState::GetScaleValues(double step) {
 }
 
 bool operator==(const GrpState& a, const GrpState& b) {
-    if (a.GetSystem() != b.GetSystem() ||
+    if (a.GetSystem() != b.GetSystem() || !HasCounterparts(a, b) ||
         !AreWithin(a.GetValuesPtr(), b.GetValuesPtr(), 0, a.GetContextDof(), IdentityTolerance)) {
         return false;
     }

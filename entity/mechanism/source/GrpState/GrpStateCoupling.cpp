@@ -3,6 +3,8 @@
 #include "BoundedCopy.h"
 #include "Checked.h"
 #include <algorithm>
+#include <cstdint>
+#include <stdexcept>
 
 namespace {
 
@@ -14,6 +16,9 @@ std::vector<double> Independent(const double* values, const CoupedValue& couplin
         if (position >= bound) {
             break;
         }
+        if (position < 0) {
+            throw std::out_of_range("invalid vector subscript");
+        }
         independent.push_back(values[position]);
     }
     return independent;
@@ -21,9 +26,9 @@ std::vector<double> Independent(const double* values, const CoupedValue& couplin
 
 /// Fills the first positions from their sources; those past the coupling's capacity keep their values.
 void Spread(const std::vector<double>& independent, const CoupedValue& coupling, int bound, double* values) {
-    int source = -1;
+    std::int64_t source = -1;
     for (int i = 0; i < std::min(bound, CoupedValue::Capacity); ++i) {
-        source += 1 + coupling.skip[i];
+        source += 1LL + coupling.skip[i];
         values[i] = mechanism_detail::At(independent, source) * coupling.ratio[i];
     }
 }

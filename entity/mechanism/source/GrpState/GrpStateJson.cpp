@@ -1,7 +1,10 @@
 #include <mechanism/GrpState.h>
 
 #include "Checked.h"
+#include "StateAccess.h"
+#include <algorithm>
 #include <json/json.h>
+#include <stdexcept>
 #include <utility>
 
 Json::Value GrpState::ToJson() {
@@ -31,25 +34,55 @@ bool GrpState::FromJson(const Json::Value& json) {
     if (json.isNull()) {
         return false;
     }
-    if (const Json::Value& jointValues = json["J_value"]; jointValues.isArray()) {
-        if (std::cmp_greater_equal(jointValues.size(), config->contextDof)) {
-            for (int i = 0; i < config->contextDof; ++i) {
-                values[i] = jointValues[i].asDouble();
-            }
-        }
-        const Json::Value& poses = json["tcp_value"];
-        for (std::size_t robot = 0; robot < tcps.size(); ++robot) {
-            tcps[robot] = LocEulerFromJson(poses[static_cast<Json::ArrayIndex>(robot)]);
+    const std::uint64_t named = json["system_index"].asUInt64();
+    const auto& list = GrpConfig::GetGrpConfigList();
+    const auto entry = list.find(named);
+    const int room = mechanism_detail::StateAccess::CountValues(*this);
+    if (entry != list.end() && entry->second->contextDof > room) {
+        throw std::invalid_argument("system_index: " + std::to_string(named) + ", expected " +
+                                    std::to_string(system) + " or a system of no more than " +
+                                    std::to_string(room) + " values");
+    }
+    ReadValues(json);
+    system = named;
+    config = mechanism_detail::At(list, named).get();
+    ReadFields(json);
+    return true;
+}
+
+void GrpState::ReadValues(const Json::Value& json) {
+    const Json::Value& jointValues = json["J_value"];
+    if (!jointValues.isArray()) {
+        return;
+    }
+    const int count = mechanism_detail::StateAccess::CountValues(*this);
+    std::vector<double> newValues;
+    if (std::cmp_greater_equal(jointValues.size(), count)) {
+        for (int i = 0; i < count; ++i) {
+            newValues.push_back(jointValues[i].asDouble());
         }
     }
-    system = json["system_index"].asUInt64();
-    config = mechanism_detail::At(GrpConfig::GetGrpConfigList(), system).get();
-    needExport = json["NeedExport"].asBool();
-    moveModel = static_cast<MoveModel>(json["Model"].asInt());
-    logicalCmd = json["LocalCmd"].asString();
-    cmdType = static_cast<RobotMoveCmdType>(json["RobotCmdType"].asInt());
-    pathType = static_cast<RobotPathType>(json["RobotPathType"].asInt());
-    toolIndex = static_cast<unsigned short>(json["ToolIndex"].asUInt() & 0xFFFFU);
+    const Json::Value& poses = json["tcp_value"];
+    std::vector<LocEuler> newPoses(tcps.size());
+    for (std::size_t robot = 0; robot < tcps.size(); ++robot) {
+        newPoses[robot] = LocEulerFromJson(poses[static_cast<Json::ArrayIndex>(robot)]);
+    }
+    std::copy(newValues.begin(), newValues.end(), values);
+    tcps = std::move(newPoses);
+}
+
+void GrpState::ReadFields(const Json::Value& json) {
+    const bool newExport = json["NeedExport"].asBool();
+    const int newModel = json["Model"].asInt();
+    std::string newCmd = json["LocalCmd"].asString();
+    const int newCmdType = json["RobotCmdType"].asInt();
+    const int newPathType = json["RobotPathType"].asInt();
+    const unsigned newTool = json["ToolIndex"].asUInt();
     offset = json["ZOffset"].asFloat();
-    return true;
+    needExport = newExport;
+    moveModel = static_cast<MoveModel>(newModel);
+    logicalCmd = std::move(newCmd);
+    cmdType = static_cast<RobotMoveCmdType>(newCmdType);
+    pathType = static_cast<RobotPathType>(newPathType);
+    toolIndex = static_cast<unsigned short>(newTool & 0xFFFFU);
 }

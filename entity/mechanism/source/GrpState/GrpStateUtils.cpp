@@ -1,5 +1,6 @@
 #include <mechanism/GrpStateUtils.h>
 
+#include "StateAccess.h"
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -9,11 +10,11 @@
 namespace {
 
 bool HasValues(const GrpState& state, int count) {
-    return state.GetValuesPtr() != nullptr && state.GetContextDof() >= count;
+    return mechanism_detail::StateAccess::HasValues(state, count);
 }
 
 bool Matches(const GrpState& state, const GrpState& kept, double tolerance) {
-    const int count = state.GetContextDof();
+    const int count = state.GetValuesPtr() != nullptr ? state.GetContextDof() : 0;
     if (!HasValues(kept, count)) {
         return count == 0;
     }

@@ -1,11 +1,15 @@
 #include <mechanism/GrpState.h>
 
 #include "BoundedCopy.h"
+#include "StateAccess.h"
 #include <algorithm>
+#include <cstdint>
 #include <functional>
+#include <stdexcept>
 #include <utility>
 
 using mechanism_detail::CopyBounded;
+using mechanism_detail::StateAccess;
 
 namespace {
 
@@ -29,13 +33,27 @@ Range RangeOf(const GrpConfig& config, EntityName entity) {
 
 const double* SourceOf(const std::vector<double>& v) { return v.empty() ? nullptr : v.data(); }
 
+/// A vector that is too short gives the values that it has; none at all is for the copy to judge.
+std::size_t CountFrom(const std::vector<double>& v, std::size_t room) {
+    return v.empty() ? room : std::min(v.size(), room);
+}
+
+/// A place in the buffer, which an axis may leave its entity for but not the state.
+std::size_t PlaceOf(const GrpConfig& config, std::int64_t start, std::int64_t axis) {
+    const std::int64_t place = start + axis;
+    if (place < 0 || place >= config.contextDof) {
+        throw std::out_of_range("invalid vector subscript");
+    }
+    return static_cast<std::size_t>(place);
+}
+
 } // namespace
 
 std::vector<double> GrpState::GetValues() { return {values, values + config->contextDof}; }
 
 void GrpState::SetValues(const std::vector<double>& v) {
-    const auto count = static_cast<std::size_t>(config->contextDof);
-    CopyBounded(values, count, SourceOf(v), count);
+    const auto room = static_cast<std::size_t>(config->contextDof);
+    CopyBounded(values, room, SourceOf(v), CountFrom(v, room));
 }
 
 void GrpState::SetValuesPtr(double* const p) {
@@ -43,10 +61,16 @@ void GrpState::SetValuesPtr(double* const p) {
     CopyBounded(values, count, p, count);
 }
 
-void GrpState::SetValuesByState(const GrpState& other) { SetValuesPtr(other.values); }
+void GrpState::SetValuesByState(const GrpState& other) {
+    const auto room = static_cast<std::size_t>(config->contextDof);
+    const bool isThere = StateAccess::HasValues(other, 0);
+    CopyBounded(values, room, other.values,
+                isThere ? static_cast<std::size_t>(std::min(config->contextDof, other.config->contextDof))
+                        : room);
+}
 
 void GrpState::AddOtherValues(const GrpState& other) {
-    if (other.config->contextDof == config->contextDof) {
+    if (StateAccess::HasValues(other, 0) && other.config->contextDof == config->contextDof) {
         std::transform(values, values + config->contextDof, other.values, values, std::plus<>());
     }
 }
@@ -66,7 +90,7 @@ std::vector<double> GrpState::GetValues(EntityName entity) {
 void GrpState::SetValues(EntityName entity, const std::vector<double>& v) {
     if (!v.empty()) {
         const auto [start, count] = RangeOf(*config, entity);
-        CopyBounded(values + start, count, v.data(), count);
+        CopyBounded(values + start, count, v.data(), CountFrom(v, count));
     }
 }
 
@@ -79,13 +103,14 @@ double GrpState::GetValue(EntityName entity, AxisName axis) const {
     int start = 0;
     int count = 0;
     config->GetIndex(entity, start, count);
-    return values[start + axis % AxesPerFamily];
+    return values[PlaceOf(*config, start, axis % AxesPerFamily)];
 }
 
 void GrpState::SetValue(EntityName entity, int axis, double value) {
     if (entity < config->robotNum) {
-        values[entity * config->robotDof + axis] = value;
+        values[PlaceOf(*config, static_cast<std::int64_t>(entity) * config->robotDof, axis)] = value;
     } else if (entity < FirstBench) {
-        values[config->robotNum * config->robotDof + axis] = value;
+        values[PlaceOf(*config, static_cast<std::int64_t>(config->robotNum) * config->robotDof, axis)] =
+            value;
     }
 }

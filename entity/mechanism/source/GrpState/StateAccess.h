@@ -10,6 +10,14 @@ struct StateAccess {
     static void Bind(GrpState& state, std::uint64_t system, const GrpConfig* config) {
         state.Bind(system, config);
     }
+    /// Number of values; 0 for a state that is bound to no system.
+    static int CountValues(const GrpState& state) {
+        return state.config != nullptr ? state.config->contextDof : 0;
+    }
+    /// Whether the state has a buffer, and that many values in it.
+    static bool HasValues(const GrpState& state, int count) {
+        return state.values != nullptr && CountValues(state) >= count;
+    }
 };
 
 } // namespace mechanism_detail

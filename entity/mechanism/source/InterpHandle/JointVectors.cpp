@@ -1,7 +1,10 @@
 #include <mechanism/InterpHandle.h>
 
+#include "Count.h"
 #include <algorithm>
 #include <cmath>
+
+using namespace mechanism_detail;
 
 namespace {
 
@@ -30,6 +33,23 @@ double WeightedChange(const Joints& a, const Joints& b) {
     return largest;
 }
 
+/// The parts of each leg of a polyline, so that nothing is appended before all of it is known to be sound.
+std::vector<double> PartsOf(const std::vector<Joints>& polyline, double step) {
+    std::vector<double> parts;
+    double total = 0;
+    for (std::size_t i = 0; i + 1 < polyline.size(); ++i) {
+        if (polyline[i + 1].size() < polyline[i].size()) {
+            throw std::invalid_argument("EquallyDisInterpolate: vector " + std::to_string(i + 1) + " has " +
+                                        std::to_string(polyline[i + 1].size()) + " values, expected " +
+                                        std::to_string(polyline[i].size()) + " as the one before it");
+        }
+        parts.push_back(Quotient(WeightedChange(polyline[i], polyline[i + 1]), step));
+        total += std::max(parts.back(), 0.0);
+    }
+    RequireCount(total, "EquallyDisInterpolate");
+    return parts;
+}
+
 } // namespace
 
 std::vector<std::vector<double>> InterpHandle::InterpolationPtsByNum(const std::vector<double>&& a,
@@ -38,7 +58,7 @@ std::vector<std::vector<double>> InterpHandle::InterpolationPtsByNum(const std::
     if (a.empty() || a.size() != b.size()) {
         return vectors;
     }
-    vectors.reserve(static_cast<std::size_t>(std::max(n, 0)) + 2);
+    vectors.reserve(static_cast<std::size_t>(Count(n, "InterpolationPtsByNum")) + 2);
     for (int k = 0; k <= n; ++k) {
         vectors.push_back(Between(a, b, k, n));
     }
@@ -57,6 +77,7 @@ std::vector<std::vector<double>> InterpHandle::InterpolationPtsDescartes(const s
     for (std::size_t i = 0; i < a.size(); ++i) {
         parts = std::max(parts, std::abs((b[i] - a[i]) / step));
     }
+    RequireCount(parts, "InterpolationPtsDescartes");
     for (int k = 0; parts > k; ++k) {
         vectors.push_back(Between(a, b, k, parts));
     }
@@ -69,12 +90,11 @@ void InterpHandle::EquallyDisInterpolate(const std::vector<std::vector<double>>&
     if (in.size() < 2) {
         return;
     }
+    const std::vector<double> parts = PartsOf(in, step);
     for (std::size_t i = 0; i + 1 < in.size(); ++i) {
-        const double parts = WeightedChange(in[i], in[i + 1]) / step;
         out.push_back(in[i]);
-        // A zero step would ask for endlessly many.
-        for (int k = 1; std::isfinite(parts) && k < parts; ++k) {
-            out.push_back(Between(in[i], in[i + 1], k, parts));
+        for (int k = 1; k < parts[i]; ++k) {
+            out.push_back(Between(in[i], in[i + 1], k, parts[i]));
         }
     }
     out.push_back(in.back());

@@ -1,6 +1,6 @@
 #include <mechanism/InterpHandle.h>
 
-#include "Truncated.h"
+#include "Count.h"
 #include <algorithm>
 #include <cmath>
 #include <gp_QuaternionNLerp.hxx>
@@ -41,6 +41,7 @@ std::vector<gp_Pnt> InterpHandle::EulerByQuaternion(const gp_Pnt& a, const gp_Pn
     if (n < 2) {
         return n == 1 ? std::vector<gp_Pnt>{a} : std::vector<gp_Pnt>();
     }
+    mechanism_detail::RequireCount(n, "EulerByQuaternion");
     const AngleBlend blend(a, b);
     std::vector<gp_Pnt> angles;
     angles.reserve(static_cast<std::size_t>(n));
@@ -81,7 +82,7 @@ std::vector<gp_Pnt> InterpHandle::InterpolationPtsByQuaternion(const gp_Pnt& a, 
     }
     const gp_XYZ unit = change / size;
     const double largest = std::max({std::abs(unit.X()), std::abs(unit.Y()), std::abs(unit.Z())});
-    const int n = mechanism_detail::Truncated(std::round(largest / step));
+    const int n = mechanism_detail::Count(std::round(largest / step), "InterpolationPtsByQuaternion");
     return EulerByQuaternion(a, b, std::max(n, 2));
 }
 
@@ -89,7 +90,8 @@ std::vector<GrpState> InterpHandle::InterpolationPtsByQuaternion(const GrpState&
                                                                  double num) {
     const LocEuler& from = a.GetLocEuler(0);
     const LocEuler& to = b.GetLocEuler(0);
-    const auto angles = EulerByQuaternion(from.euler, to.euler, mechanism_detail::Truncated(num));
+    const auto angles =
+        EulerByQuaternion(from.euler, to.euler, mechanism_detail::Count(num, "InterpolationPtsByQuaternion"));
     if (angles.empty()) {
         return {};
     }

@@ -1,6 +1,6 @@
 #include <mechanism/InterpHandle.h>
 
-#include "Truncated.h"
+#include "Count.h"
 #include <algorithm>
 #include <cmath>
 #include <gp_Dir.hxx>
@@ -20,7 +20,7 @@ std::vector<gp_Pnt> InterpHandle::InterpolationPts(const gp_Pnt& a, const gp_Pnt
     if (distance < ShortestSegment || step < SmallestStep) {
         return {a};
     }
-    const int parts = std::max(mechanism_detail::Truncated(std::round(distance / step)), 0);
+    const int parts = mechanism_detail::Count(std::round(distance / step), "InterpolationPts");
     const double spacing = distance / parts;
     const gp_Dir direction = DirectionFrom(a, b);
     std::vector<gp_Pnt> points;
@@ -36,6 +36,7 @@ std::vector<gp_Pnt> InterpHandle::InterpolationPtsByNum(const gp_Pnt& a, const g
     if (n < 1) {
         return {a};
     }
+    mechanism_detail::RequireCount(n, "InterpolationPtsByNum");
     const double distance = a.Distance(b);
     if (distance < CoincidentPoints) {
         return std::vector<gp_Pnt>(static_cast<std::size_t>(n), a);

@@ -1,5 +1,6 @@
 #include <mechanism/InterpHandle.h>
 
+#include "Count.h"
 #include <GCPnts_UniformAbscissa.hxx>
 #include <GeomAPI_Interpolate.hxx>
 #include <GeomAdaptor_Curve.hxx>
@@ -139,6 +140,15 @@ void RequireFinite(const Path& path) {
     }
 }
 
+/// By the chords: a cubic is not much longer.
+void RequireSamples(const Path& path, double base) {
+    double length = 0;
+    for (std::size_t i = 0; i + 1 < path.size(); ++i) {
+        length += path[i].first.Distance(path[i + 1].first);
+    }
+    mechanism_detail::RequireCount(length / base, "SplineInterpolation");
+}
+
 } // namespace
 
 void InterpHandle::SplineInterpolation(std::vector<std::pair<gp_Pnt, gp_Dir>>& path, double base) {
@@ -156,5 +166,6 @@ void InterpHandle::SplineInterpolation(std::vector<std::pair<gp_Pnt, gp_Dir>>& p
         throw std::invalid_argument("SplineInterpolation: base " + std::to_string(base) +
                                     ", expected a finite spacing above 0 mm");
     }
+    RequireSamples(path, base);
     path = Densified(path, base);
 }

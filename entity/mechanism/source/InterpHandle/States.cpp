@@ -1,23 +1,40 @@
 #include <mechanism/InterpHandle.h>
 
 #include "Checked.h"
+#include "Count.h"
 #include "GrpState/StateAccess.h"
-#include "Truncated.h"
 #include <algorithm>
 #include <cmath>
 #include <gp_Trsf.hxx>
 #include <gp_TrsfNLerp.hxx>
 #include <host/tools/gpHandle.h>
+#include <utility>
+
+using namespace mechanism_detail;
 
 namespace {
 
+constexpr const char* ByStep = "InterpolationPts";
+
+void RequirePair(const GrpState& a, const GrpState& b, const char* function) {
+    if (!StateAccess::HasValues(b, StateAccess::CountValues(a)) || !StateAccess::HasValues(a, 0)) {
+        throw std::invalid_argument(std::string(function) +
+                                    ": states of different systems or without values, expected two of one");
+    }
+}
+
 /// Whole steps on the axis that needs most of them.
 int CountParts(const GrpState& a, const GrpState& b, const std::vector<double>& steps) {
+    RequirePair(a, b, ByStep);
+    if (std::cmp_less(steps.size(), a.GetContextDof())) {
+        throw std::invalid_argument(std::string(ByStep) + ": " + std::to_string(steps.size()) +
+                                    " steps, expected " + std::to_string(a.GetContextDof()));
+    }
     int parts = 0;
     for (int i = 0; i < a.GetContextDof(); ++i) {
         const double change = b.GetValuesPtr()[i] - a.GetValuesPtr()[i];
-        parts = std::max(parts,
-                         mechanism_detail::Truncated(std::abs(change) / steps[static_cast<std::size_t>(i)]));
+        parts =
+            std::max(parts, Count(Quotient(std::abs(change), steps[static_cast<std::size_t>(i)]), ByStep));
     }
     return parts;
 }
@@ -35,7 +52,7 @@ void AppendInterior(const GrpState& a, const GrpState& b, int parts, std::vector
     }
     for (int k = 1; k < parts; ++k) {
         GrpState& state = states.emplace_back();
-        mechanism_detail::StateAccess::Bind(state, a.GetSystem(), config);
+        StateAccess::Bind(state, a.GetSystem(), config);
         for (std::size_t i = 0; i < count; ++i) {
             state.GetValuesPtr()[i] = a.GetValuesPtr()[i] + k * change[i];
         }
@@ -65,7 +82,7 @@ std::vector<GrpState> InterpHandle::InterpolationPts(const GrpState& a, const Gr
 
 std::vector<GrpState> InterpHandle::InterpolationPts(const std::vector<GrpState>& states,
                                                      const std::vector<double>& steps) {
-    mechanism_detail::At(states, 0);
+    At(states, 0);
     std::vector<GrpState> chain;
     if (states.size() < 2) {
         return chain;
@@ -76,6 +93,7 @@ std::vector<GrpState> InterpHandle::InterpolationPts(const std::vector<GrpState>
         parts.push_back(CountParts(states[i], states[i + 1], steps));
         total += static_cast<std::size_t>(std::max(parts.back(), 1));
     }
+    RequireCount(static_cast<double>(total), ByStep);
     // One growth: states are costly to move.
     chain.reserve(total);
     for (std::size_t i = 0; i + 1 < states.size(); ++i) {
@@ -88,10 +106,11 @@ std::vector<GrpState> InterpHandle::InterpolationPts(const std::vector<GrpState>
 
 std::vector<GrpState> InterpHandle::InterpolationPtsByPosGap(const GrpState& a, const GrpState& b,
                                                              double gap) {
+    RequirePair(a, b, "InterpolationPtsByPosGap");
     const LocEuler& from = a.GetLocEuler(0);
     const LocEuler& to = b.GetLocEuler(0);
     const double wholeDistance = std::trunc(from.location.Distance(to.location));
-    const int between = std::max(mechanism_detail::Truncated(wholeDistance / gap), 0);
+    const int between = Count(Quotient(wholeDistance, gap), "InterpolationPtsByPosGap");
     const gp_TrsfNLerp blend(gpHandle::EulerToTrsf(from), gpHandle::EulerToTrsf(to));
 
     std::vector<GrpState> states;
@@ -110,6 +129,7 @@ std::vector<GrpState> InterpHandle::InterpolationPtsByPosGap(const GrpState& a, 
 }
 
 GrpState InterpHandle::InterpolationScalePts(const GrpState& a, const GrpState& b, double t) {
+    RequirePair(a, b, "InterpolationScalePts");
     GrpState state(a);
     BlendValues(state, b, t);
     return state;

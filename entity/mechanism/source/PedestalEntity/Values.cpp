@@ -90,7 +90,7 @@ std::vector<std::pair<double, double>> PedestalEntity::GetLimit(size_t system, d
     limits.reserve(count);
     for (std::size_t i = start; i < start + count; ++i) {
         const auto& [low, high] = GetLink(i)->GetLimit();
-        if (low + tolerance > high - tolerance) {
+        if (!(low + tolerance <= high - tolerance)) {
             Fail(family::PedestalEntity, InvertedLimitLine, "PedestalEntity::GetLimit", "限位错误");
         }
         limits.emplace_back(low + tolerance, high - tolerance);

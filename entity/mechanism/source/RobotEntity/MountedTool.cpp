@@ -1,3 +1,4 @@
+#include <climits>
 #include <host/tools/CADParamConfig.h>
 #include <host/tools/gpHandle.h>
 #include <mechanism/RobotEntity.h>
@@ -34,11 +35,11 @@ void RobotEntity::UpdateAssembleData() {
         return;
     }
     int index = currentTool;
-    if (!gpHandle::IsSameTrsf(GetToolFromVector(index), gp_Trsf(), EmptySlot)) {
+    if (index < INT_MAX && !gpHandle::IsSameTrsf(GetToolFromVector(index), gp_Trsf(), EmptySlot)) {
         ++index;
     }
-    currentTool = index;
     SetToolInVector(tool->GetToolTrsf(), index);
+    currentTool = index;
     UpdateToolFrame();
     if (workspace) {
         UpdateMaxWork();

@@ -75,9 +75,7 @@ LinkRod* RobotEntity::GetAxis(int axis) const {
     return GetLink(static_cast<std::size_t>(axis - 1));
 }
 
-const gp_Trsf& RobotEntity::GetCurJointTrsf(int position) const {
-    return links[static_cast<std::size_t>(position)]->worldTrsf;
-}
+const gp_Trsf& RobotEntity::GetCurJointTrsf(int position) const { return At(links, position)->worldTrsf; }
 
 gp_Pnt RobotEntity::GetLinkRodsLocation(int position) const {
     return position > GetLinkSize() ? gp_Pnt() : At(links, position)->GetJointOrigin();
@@ -104,7 +102,7 @@ std::vector<std::pair<double, double>> RobotEntity::GetLimit(size_t system, doub
     std::size_t k = 0;
     for (int i = coupled.index[0]; i < GetLinkSize();) {
         const auto& [low, high] = At(links, i)->GetLimit();
-        if (low + margin > high - margin) {
+        if (!(low + margin <= high - margin)) {
             Fail(family::RobotEntity, __LINE__, "RobotEntity::GetLimit", "限位错误");
         }
         limits.emplace_back(low + margin, high - margin);

@@ -1,8 +1,10 @@
 #include "Checked.h"
+#include "Document.h"
 #include "Failure.h"
 #include "Format.h"
 
 #include <algorithm>
+#include <cmath>
 #include <gp_Ax2.hxx>
 #include <gp_Quaternion.hxx>
 #include <host/tools/CADParamConfig.h>
@@ -10,32 +12,47 @@
 #include <host/view/ViewShapeUtil.h>
 #include <mechanism/RobotEntity.h>
 #include <numbers>
+#include <stdexcept>
 
 using namespace mechanism_detail;
 
 namespace {
 
 constexpr int ToolLimit = 11;
+/// States and controllers know tools by 16-bit indices; a larger one would only fill memory.
+constexpr int LastWritableTool = 65535;
 constexpr int ToolFrameSize = 50;
 constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
 /// Squared norm below which four numbers are taken for no rotation at all.
 constexpr double NoRotation = 1e-7;
 
 gp_Pnt AnglesOfQuaternion(const Json::Value& json) {
-    const double w = json["Q1"].asDouble() * RadiansPerDegree;
-    const double x = json["Q2"].asDouble() * RadiansPerDegree;
-    const double y = json["Q3"].asDouble() * RadiansPerDegree;
-    const double z = json["Q4"].asDouble() * RadiansPerDegree;
+    const double w = ReadNumber(json, "Q1") * RadiansPerDegree;
+    const double x = ReadNumber(json, "Q2") * RadiansPerDegree;
+    const double y = ReadNumber(json, "Q3") * RadiansPerDegree;
+    const double z = ReadNumber(json, "Q4") * RadiansPerDegree;
+    const double squaredNorm = x * x + y * y + z * z + w * w;
+    if (!std::isfinite(squaredNorm)) {
+        Refuse("Q1", json["Q1"], "with Q2 to Q4 the four numbers of a rotation");
+    }
     gp_Trsf rotation;
-    if (x * x + y * y + z * z + w * w >= NoRotation) {
+    if (squaredNorm >= NoRotation) {
         rotation.SetRotation(gp_Quaternion(x, y, z, w));
     }
     return gpHandle::TrsfToEuler(rotation).euler;
 }
 
 gp_Pnt AnglesOfDegrees(const Json::Value& json) {
-    return {json["RX"].asDouble() * RadiansPerDegree, json["RY"].asDouble() * RadiansPerDegree,
-            json["RZ"].asDouble() * RadiansPerDegree};
+    return {ReadNumber(json, "RX") * RadiansPerDegree, ReadNumber(json, "RY") * RadiansPerDegree,
+            ReadNumber(json, "RZ") * RadiansPerDegree};
+}
+
+/// A place of the tool list. @throws std::out_of_range "invalid vector subscript" for a negative one.
+std::size_t ToolPlace(int index) {
+    if (index < 0) {
+        throw std::out_of_range("invalid vector subscript");
+    }
+    return static_cast<std::size_t>(index);
 }
 
 bool IsChildOf(const opencascade::handle<ViewShape>& parent,
@@ -55,7 +72,7 @@ const gp_Trsf& RobotEntity::GetToolFromVector(int index) const {
             format("传入错误的索引号，不可能出现当前大数{}", index));
         return At(tools, 0);
     }
-    const auto position = static_cast<std::size_t>(index);
+    const std::size_t position = ToolPlace(index);
     if (position >= tools.size()) {
         tools.resize(position + 1);
     }
@@ -63,7 +80,11 @@ const gp_Trsf& RobotEntity::GetToolFromVector(int index) const {
 }
 
 void RobotEntity::SetToolInVector(const gp_Trsf& tool, int index) {
-    const auto position = static_cast<std::size_t>(index);
+    const std::size_t position = ToolPlace(index);
+    if (index > LastWritableTool) {
+        throw std::invalid_argument("ToolIndex: " + std::to_string(index) + ", expected at most " +
+                                    std::to_string(LastWritableTool));
+    }
     if (position >= tools.size()) {
         tools.resize(position + 1);
     }
@@ -71,6 +92,7 @@ void RobotEntity::SetToolInVector(const gp_Trsf& tool, int index) {
 }
 
 Json::Value RobotEntity::ChangeCurrentTool(int index) {
+    ToolPlace(index);
     currentTool = index;
     return GetToolData();
 }
@@ -79,9 +101,15 @@ void RobotEntity::SetToolData(const Json::Value& json) {
     if (json.isNull()) {
         return;
     }
-    const int index = json["ToolIndex"].asInt();
-    const gp_Pnt origin(json["X"].asDouble(), json["Y"].asDouble(), json["Z"].asDouble());
-    const gp_Pnt angles = json["Type"].asInt() == 0 ? AnglesOfDegrees(json) : AnglesOfQuaternion(json);
+    if (!json.isObject()) {
+        Refuse("tool", json, "an object");
+    }
+    const int index = ReadInt(json, "ToolIndex");
+    if (index < 0) {
+        Refuse("ToolIndex", json["ToolIndex"], "0 or more");
+    }
+    const gp_Pnt origin(ReadNumber(json, "X"), ReadNumber(json, "Y"), ReadNumber(json, "Z"));
+    const gp_Pnt angles = ReadInt(json, "Type") == 0 ? AnglesOfDegrees(json) : AnglesOfQuaternion(json);
     SetToolInVector(gpHandle::LocEulerToTrsf(LocEuler(origin, angles)), index);
 }
 

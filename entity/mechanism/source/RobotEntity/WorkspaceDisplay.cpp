@@ -8,11 +8,13 @@
 #include <BRepSweep_Revol.hxx>
 #include <Quantity_Color.hxx>
 #include <Standard_Failure.hxx>
+#include <cmath>
 #include <gp.hxx>
 #include <gp_Elips.hxx>
 #include <host/tools/DataHandle.h>
 #include <mechanism/RobotEntity.h>
 #include <mechanism/RobotWorkspace.h>
+#include <stdexcept>
 
 using namespace mechanism_detail;
 
@@ -21,6 +23,8 @@ namespace {
 constexpr double ShownRatio = 0.65;
 
 constexpr double SmallestReach = 0.001;
+/// Where the kernel's own tolerance of 1e-7 mm meets the last bit of a number.
+constexpr double FarthestReach = 1e8;
 constexpr double MeshAngle = 0.3490658503988659;
 constexpr double MeshDeflection = 50.0;
 constexpr double UnsafeTransparency = 0.7;
@@ -47,6 +51,15 @@ void Style(BaseViewShape& model) {
     model.SetDispalyMode(1);
 }
 
+// The kernel would build endlessly small arcs of an endless one.
+void RequireFinite(const std::array<double, 4>& a) {
+    for (const double number : a) {
+        if (!(std::abs(number) < FarthestReach)) {
+            throw std::invalid_argument(format("{}, expected lengths below {} mm", number, FarthestReach));
+        }
+    }
+}
+
 void LogModelFailure(const std::string& text) {
     Log(spdlog::level::err, family::RobotEntity, FailureLine, SettingModel, text);
 }
@@ -66,6 +79,7 @@ void RobotEntity::SetMaxWorkSpaceModel(const std::array<double, 4>& a) {
         return;
     }
     try {
+        RequireFinite(a);
         ReplaceUnsafeModel(Spheroid(a));
     } catch (const Standard_Failure& failure) {
         LogModelFailure(DataHandle::StringToUTF8string(failure.GetMessageString()));

@@ -1,6 +1,7 @@
 #include "TorchParts.h"
 
 #include "Checked.h"
+#include "Document.h"
 
 #include <Quantity_Color.hxx>
 #include <TopoDS_Builder.hxx>
@@ -34,7 +35,16 @@ opencascade::handle<ShapeEntity> Part(const TopoDS_Shape& shape) {
 
 } // namespace
 
-bool mechanism_detail::IsWeldGun(const Json::Value& param) { return param["Type"].asString() == "WeldGun"; }
+bool mechanism_detail::IsWeldGun(const Json::Value& param) {
+    if (!param.isNull() && !param.isObject()) {
+        Refuse("parameters", param, "an object");
+    }
+    const Json::Value& type = param["Type"];
+    if (type.isArray() || type.isObject()) {
+        Refuse("Type", type, "a text");
+    }
+    return type.asString() == "WeldGun";
+}
 
 std::optional<Torch> mechanism_detail::BuildTorch(const Json::Value& param) {
     NozzleParam nozzle;

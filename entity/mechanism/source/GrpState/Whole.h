@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <stdexcept>
+#include <string>
+
+namespace mechanism_detail {
+
+/// A count that is held as a double, cut towards zero.
+/// @throws std::invalid_argument naming it where it is no 32-bit number.
+inline std::int32_t Whole(double count, const char* name) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    if (!(count > Limits::min() - 1.0 && count < Limits::max() + 1.0)) {
+        throw std::invalid_argument(std::string(name) + ": " + std::to_string(count) +
+                                    ", expected a 32-bit number");
+    }
+    return static_cast<std::int32_t>(count);
+}
+
+/// @throws std::invalid_argument naming the count where no system has that many.
+inline void RequireCount(std::int32_t count, std::int32_t least, std::int32_t most, const char* name) {
+    if (count < least || count > most) {
+        throw std::invalid_argument(std::string(name) + ": " + std::to_string(count) + ", expected " +
+                                    std::to_string(least) + " to " + std::to_string(most));
+    }
+}
+
+} // namespace mechanism_detail

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <algorithm>
+#include <mechanism/InterpHandle.h>
+#include <stdexcept>
+#include <string>
+
+namespace mechanism_detail {
+
+/// Holds a count of samples to InterpHandle::MostSamples.
+/// @throws std::invalid_argument for more.
+inline void RequireCount(double count, const char* function) {
+    if (count > InterpHandle::MostSamples) {
+        throw std::invalid_argument(std::string(function) + ": " + std::to_string(count) +
+                                    " samples, expected at most " +
+                                    std::to_string(InterpHandle::MostSamples));
+    }
+}
+
+/// A number of samples cut towards zero; NaN and what is below zero are none.
+/// @throws std::invalid_argument as RequireCount.
+inline int Count(double number, const char* function) {
+    RequireCount(number, function);
+    return number > 0 ? static_cast<int>(number) : 0;
+}
+
+/// How often a step fits into a change; a step of zero asks for nothing.
+inline double Quotient(double change, double step) { return step == 0 ? 0 : change / step; }
+
+} // namespace mechanism_detail
