@@ -10,6 +10,16 @@ namespace {
 
 constexpr double Turn = 2 * std::numbers::pi;
 
+// Spelt out: the library's product of complex numbers looks for infinities.
+std::complex<double> Times(const std::complex<double>& a, const std::complex<double>& b) {
+    return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
+}
+
+// Never less than the distance.
+double Apart(const SectionPoint& a, const SectionPoint& b) {
+    return std::abs(b.r - a.r) + std::abs(b.z - a.z);
+}
+
 } // namespace
 
 ArmSweep::ArmSweep(const Arm& arm, double longestPiece)
@@ -21,6 +31,8 @@ ArmSweep::ArmSweep(const Arm& arm, double longestPiece)
     shoulder = {origin.x, origin.z};
     upperArm = Place(elbow.p.x, elbow.p.z) - shoulder;
     foreFrame = {elbow.r[0], elbow.r[6]};
+    upperMiddle = Turned((upperRange.low + upperRange.high) / 2);
+    upperHalfCosine = std::cos(upperRange.Width() / 2);
 }
 
 void ArmSweep::TakeWrist(const Point3& tool) {
@@ -33,24 +45,38 @@ SectionPoint ArmSweep::Section(const Place& p) const {
 }
 
 void ArmSweep::MarkPiece(const SectionPoint& a, const SectionPoint& b, Raster& raster) const {
-    if (inside == nullptr || !inside->Deep(a) || !inside->Deep(b)) {
+    // From either end the line stays inside as far as that end lies deep.
+    if (DepthOf(a) + DepthOf(b) <= Apart(a, b)) {
         raster.MarkLine(a, b);
     }
 }
 
-// The arc that the end of `arm` draws about a centre.
+// The arc that the end of `arm` draws about a centre. Where it runs deep inside, it is followed in strides as
+// long as it is deep: folding over shortens distances or keeps them.
 void ArmSweep::MarkArc(const Place& centre, const Place& arm, const Range& range, Raster& raster) const {
-    const int pieces = static_cast<int>(std::abs(arm) * range.Width() / step) + 1;
-    const Place turn = Turned(range.Width() / pieces);
-    Place at = arm * Turned(range.low);
+    constexpr std::size_t Doublings = 5;
+    int left = static_cast<int>(std::abs(arm) * range.Width() / step) + 1;
+    std::array<Place, Doublings> turns = {Turned(range.Width() / left)};
+    for (std::size_t i = 1; i < Doublings; ++i) {
+        turns[i] = Times(turns[i - 1], turns[i - 1]);
+    }
+    Place at = Times(arm, Turned(range.low));
     SectionPoint before = Section(centre + at);
-    for (int i = 0; i < pieces; ++i) {
-        // Spelt out: the library's product of complex numbers looks for infinities.
-        at = {at.real() * turn.real() - at.imag() * turn.imag(),
-              at.real() * turn.imag() + at.imag() * turn.real()};
+    double depth = DepthOf(before);
+    while (left > 0) {
+        std::size_t doubled = 0;
+        while (doubled + 1 < Doublings && (2 << doubled) <= left && step * (2 << doubled) <= depth) {
+            ++doubled;
+        }
+        left -= 1 << doubled;
+        at = Times(at, turns[doubled]);
         const SectionPoint next = Section(centre + at);
-        MarkPiece(before, next, raster);
+        const double nextDepth = DepthOf(next);
+        if (depth + nextDepth <= Apart(before, next)) {
+            raster.MarkLine(before, next);
+        }
         before = next;
+        depth = nextDepth;
     }
 }
 
@@ -68,45 +94,49 @@ std::vector<double> ArmSweep::ElbowFolds() const {
 }
 
 // Where the circle that joint 2 draws meets the axis, above or below the shoulder; false past its range.
-bool ArmSweep::CrossesAxis(double fore, bool above, double& height) const {
-    const Place arm = Forearm(fore);
+bool ArmSweep::CrossesAxis(const Place& turnedWrist, bool above, double& height) const {
+    const Place arm = upperArm + turnedWrist;
     const double across = -shoulder.real();
-    const double radius = std::abs(arm);
-    if (radius < std::abs(across)) {
+    const double rise = std::norm(arm) - across * across;
+    if (rise < 0) {
         return false;
     }
-    const double up = std::sqrt(radius * radius - across * across) * (above ? 1 : -1);
-    const double angle = -sense * (std::arg(Place(across, up)) - std::arg(arm));
+    const double up = std::sqrt(rise) * (above ? 1 : -1);
     height = shoulder.imag() + up;
-    return angle + Turn * std::ceil((upperRange.low - angle) / Turn) <= upperRange.high;
+    // Within half the range of its middle, told by the cosine.
+    const Place fromMiddle = Times(Place(across, up), std::conj(Times(arm, upperMiddle)));
+    return fromMiddle.real() >= upperHalfCosine * std::norm(arm);
 }
 
 void ArmSweep::MarkAxisCrossing(Raster& raster) const {
     constexpr int Halvings = 8;
     const int pieces = static_cast<int>(std::abs(wrist) * foreRange.Width() / step) + 1;
+    const Place turn = Turned(foreRange.Width() / pieces);
     for (const bool above : {false, true}) {
+        Place at = Times(wrist, Turned(foreRange.low));
         double height = 0;
-        double last = foreRange.low;
-        bool crossed = CrossesAxis(last, above, height);
+        bool crossed = CrossesAxis(at, above, height);
         double lastHeight = height;
-        for (int i = 1; i <= pieces; ++i) {
-            const double fore = foreRange.low + foreRange.Width() * i / pieces;
-            const bool crosses = CrossesAxis(fore, above, height);
-            double in = crosses ? fore : last;
-            double out = crosses ? last : fore;
+        for (int i = 0; i < pieces; ++i) {
+            at = Times(at, turn);
+            const bool crosses = CrossesAxis(at, above, height);
             double end = crosses ? height : lastHeight;
-            for (int halving = 0; crosses != crossed && halving < Halvings; ++halving) {
-                const double middle = (in + out) / 2;
-                double found = 0;
-                const bool within = CrossesAxis(middle, above, found);
-                (within ? in : out) = middle;
-                end = within ? found : end;
+            if (crosses != crossed) {
+                const double before = foreRange.low + foreRange.Width() * i / pieces;
+                const double after = foreRange.low + foreRange.Width() * (i + 1) / pieces;
+                double in = crosses ? after : before;
+                double out = crosses ? before : after;
+                for (int halving = 0; halving < Halvings; ++halving) {
+                    const double middle = (in + out) / 2;
+                    double found = 0;
+                    const bool within = CrossesAxis(Times(wrist, Turned(middle)), above, found);
+                    (within ? in : out) = middle;
+                    end = within ? found : end;
+                }
             }
             if (crosses || crossed) {
-                const double from = crossed ? lastHeight : end;
-                MarkPiece({lateral, from}, {lateral, crosses ? height : end}, raster);
+                MarkPiece({lateral, crossed ? lastHeight : end}, {lateral, crosses ? height : end}, raster);
             }
-            last = fore;
             lastHeight = height;
             crossed = crosses;
         }

@@ -13,8 +13,15 @@ struct WristNet {
     /// @param tolerance how far (mm) the wrist may bulge beyond the lines between neighbours.
     WristNet(const Arm& arm, double tolerance);
 
+    /// Some of the places, from all over.
+    std::vector<Point3> Some(std::size_t most) const;
+    /// Places that leave none of the net farther away than `apart` (mm); what the wrist's limits bound is
+    /// thinned by itself, since the region ends there.
+    std::vector<Point3> Thinned(double apart) const;
+
     std::array<std::size_t, 3> counts{};
-    std::vector<Point3> places; ///< the last joint runs fastest
+    std::array<bool, 3> bounded{}; ///< joints that cannot turn all the way round
+    std::vector<Point3> places;    ///< the last joint runs fastest
 };
 
 /// What the upper arm and the forearm reach while the wrist stands still, for one wrist after the other.
@@ -32,10 +39,10 @@ public:
     ArmSweep(const Arm& arm, double longestPiece);
 
     /// Marks all lines that can bound the region. @param tool tool centre in the frame of the third row.
-    /// Pieces whose ends both lie deep inside `known` are left out.
+    /// Pieces that lie inside `known` are left out.
     void MarkOutline(const Point3& tool, const Raster* known, Raster& raster);
     /// Marks the lines that the wrist draws while joints 2 and 3 both stand at a limit.
-    void MarkWristLines(const WristNet& net, Raster& raster);
+    void MarkWristLines(const WristNet& net, const Raster* known, Raster& raster);
     /// Marks the region itself.
     void MarkRegion(const Point3& tool, Raster& raster);
 
@@ -45,12 +52,13 @@ private:
     void TakeWrist(const Point3& tool);
     Place Turned(double angle) const { return std::polar(1.0, -sense * angle); }
     Place Forearm(double fore) const { return upperArm + Turned(fore) * wrist; }
+    double DepthOf(const SectionPoint& point) const { return inside != nullptr ? inside->Depth(point) : 0; }
     SectionPoint Section(const Place& p) const;
     std::vector<double> ElbowFolds() const;
     void MarkFolded(const Place& a, const Place& b, const Place& c, Raster& raster) const;
     void MarkArc(const Place& centre, const Place& arm, const Range& range, Raster& raster) const;
     void MarkAxisCrossing(Raster& raster) const;
-    bool CrossesAxis(double fore, bool above, double& height) const;
+    bool CrossesAxis(const Place& turnedWrist, bool above, double& height) const;
     void MarkPiece(const SectionPoint& a, const SectionPoint& b, Raster& raster) const;
 
     Range upperRange, foreRange;
@@ -58,6 +66,8 @@ private:
     double sense;
     double lateralOrigin;
     Place shoulder, upperArm, foreFrame;
+    Place upperMiddle; ///< the turn to the middle of joint 2's range
+    double upperHalfCosine;
     // Of the wrist at hand.
     Place wrist;
     double lateral = 0;

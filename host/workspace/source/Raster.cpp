@@ -8,25 +8,11 @@
 
 namespace WorkSpace {
 
-namespace {
-
-constexpr int Margin = 2;
-
-constexpr std::array<std::pair<int, int>, 4> Neighbours = {{{1, 0}, {-1, 0}, {0, 1}, {0, -1}}};
-
-} // namespace
-
 Raster::Raster(double cellWidth, double radius, double bottom, double top)
-    : cell(cellWidth), low(bottom - Margin * cellWidth),
-      columns(static_cast<int>(std::ceil(radius / cellWidth)) + Margin),
+    : cell(cellWidth), perCell(1 / cellWidth), depthUnit(cellWidth / std::numbers::sqrt2),
+      low(bottom - Margin * cellWidth), columns(static_cast<int>(std::ceil(radius / cellWidth)) + Margin),
       rows(static_cast<int>(std::ceil((top - bottom) / cellWidth)) + 2 * Margin),
       cells(static_cast<std::size_t>(columns) * static_cast<std::size_t>(rows)) {}
-
-std::size_t Raster::Index(const SectionPoint& point) const {
-    const int column = std::clamp(static_cast<int>(point.r / cell), 0, columns - Margin);
-    const int row = std::clamp(static_cast<int>((point.z - low) / cell), 1, rows - Margin);
-    return Index(column, row);
-}
 
 void Raster::MarkLine(const SectionPoint& a, const SectionPoint& b) {
     const double dr = b.r - a.r;
@@ -58,49 +44,71 @@ void Raster::MarkTriangle(const SectionPoint& a, const SectionPoint& b, const Se
     }
 }
 
-// Steps to the nearest free cell, counted along rows and columns and never less than the straight distance
-// divided by the root of two, in one pass down and one up.
-void Raster::MeasureDepth(double depth) {
-    const auto enough = static_cast<int>(std::ceil(depth * std::numbers::sqrt2 / cell)) + 1;
-    std::vector<int> steps(cells.size());
-    const auto at = [&](int column, int row) {
-        return row < 0 || row >= rows || column >= columns ? 0
-               : column < 0                                ? enough
-                                                           : steps[Index(column, row)];
-    };
-    for (int row = 0; row < rows; ++row) {
-        for (int column = 0; column < columns; ++column) {
-            steps[Index(column, row)] =
-                At(column, row) ? 1 + std::min(at(column - 1, row), at(column, row - 1)) : 0;
-        }
+// Steps to the nearest free cell along rows and columns, in one pass down and one up. The straight distance
+// is never less than their number divided by the root of two; two steps are lost to where in its cell a point
+// is.
+void Raster::MeasureDepth() {
+    constexpr int Lost = 2;
+    const auto stride = static_cast<std::size_t>(columns);
+    std::vector<std::uint16_t> steps(cells.size());
+    const auto beyondAxis = static_cast<std::uint16_t>(columns + rows); // there is no way out there
+    const std::size_t count = cells.size();
+    for (std::size_t i = stride; i < count; ++i) {
+        const std::uint16_t left = i % stride == 0 ? beyondAxis : steps[i - 1];
+        steps[i] = cells[i] != 0 ? static_cast<std::uint16_t>(1 + std::min(left, steps[i - stride])) : 0;
     }
-    deep.assign(cells.size(), 0);
-    for (int row = rows - 1; row >= 0; --row) {
-        for (int column = columns - 1; column >= 0; --column) {
-            int& step = steps[Index(column, row)];
-            step = std::min(step, 1 + std::min(at(column + 1, row), at(column, row + 1)));
-            deep[Index(column, row)] = step > enough;
+    for (std::size_t i = count - stride; i-- > 0;) {
+        const int next = 1 + std::min(steps[i + 1], steps[i + stride]);
+        steps[i] = static_cast<std::uint16_t>(std::min<int>(steps[i], next));
+    }
+    for (std::uint16_t& step : steps) {
+        step = static_cast<std::uint16_t>(std::max(step - Lost, 0));
+    }
+    depths = std::move(steps);
+}
+
+// Lets the cells of one kind (marked or free) take over those around them; beyond the edges there is neither.
+void Raster::Grow(std::uint8_t what, int by) {
+    const auto stride = static_cast<std::size_t>(columns);
+    for (int step = 0; step < by; ++step) {
+        for (const std::size_t jump : {std::size_t{1}, stride}) {
+            const std::vector<std::uint8_t> old = cells;
+            for (std::size_t i = jump; i < cells.size(); ++i) {
+                // The cell to the left of a row's first is the one before's last, which is margin.
+                const bool isApart = jump == 1 && i % stride == 0;
+                if (!isApart && (old[i] == what || old[i - jump] == what)) {
+                    cells[i] = old[i - jump] == what ? what : cells[i];
+                    cells[i - jump] = old[i] == what ? what : cells[i - jump];
+                }
+            }
         }
     }
 }
 
-void Raster::Fill() {
+void Raster::Fill(int bridged) {
+    Grow(1, bridged);
     std::vector<std::uint8_t> inside(cells.size(), 1);
-    std::vector<std::pair<int, int>> open = {{columns - 1, 0}};
-    inside[Index(columns - 1, 0)] = 0;
+    std::vector<int> open = {columns - 1};
+    inside[static_cast<std::size_t>(open.front())] = 0;
+    const int last = static_cast<int>(cells.size()) - 1;
     while (!open.empty()) {
-        const auto [column, row] = open.back();
+        const int at = open.back();
         open.pop_back();
-        for (const auto& [right, up] : Neighbours) {
-            const int c = column + right;
-            const int r = row + up;
-            if (c >= 0 && c < columns && r >= 0 && r < rows && !At(c, r) && inside[Index(c, r)] != 0) {
-                inside[Index(c, r)] = 0;
-                open.emplace_back(c, r);
+        const auto visit = [&](int next) {
+            const auto i = static_cast<std::size_t>(next);
+            if (cells[i] == 0 && inside[i] != 0) {
+                inside[i] = 0;
+                open.push_back(next);
             }
-        }
+        };
+        const int column = at % columns;
+        visit(column > 0 ? at - 1 : at);
+        visit(column + 1 < columns ? at + 1 : at);
+        visit(std::max(at - columns, column));
+        visit(at + columns <= last ? at + columns : at);
     }
     cells = std::move(inside);
+    Grow(0, bridged);
     JoinCorners();
 }
 

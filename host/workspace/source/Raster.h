@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -22,11 +23,13 @@ public:
     void MarkLine(const SectionPoint& a, const SectionPoint& b);
     /// Marks the cells whose centres lie in the triangle.
     void MarkTriangle(const SectionPoint& a, const SectionPoint& b, const SectionPoint& c);
-    /// Finds out which cells are farther than `depth` (mm) inside the marked ones, for Deep.
-    void MeasureDepth(double depth);
-    bool Deep(const SectionPoint& point) const { return deep[Index(point)] != 0; }
+    /// Finds out how deep inside the marked cells each one lies, for Depth.
+    void MeasureDepth();
+    /// How far (mm) one can go from the point in any direction without leaving the marked cells, or less.
+    double Depth(const SectionPoint& point) const { return depths[Index(point)] * depthUnit; }
     /// Marks everything that cannot be walked to from the margin, and no two cells touch at a corner alone.
-    void Fill();
+    /// @param bridged gaps of up to twice as many cells count as closed: 0, 1 or 2.
+    void Fill(int bridged);
 
     bool At(int column, int row) const {
         return column >= 0 && column < columns && row >= 0 && row < rows && cells[Index(column, row)] != 0;
@@ -41,15 +44,24 @@ private:
         return static_cast<std::size_t>(row) * static_cast<std::size_t>(columns) +
                static_cast<std::size_t>(column);
     }
-    std::size_t Index(const SectionPoint& point) const;
+    std::size_t Index(const SectionPoint& point) const {
+        const int column = std::clamp(static_cast<int>(point.r * perCell), 0, columns - Margin);
+        const int row = std::clamp(static_cast<int>((point.z - low) * perCell), 1, rows - Margin);
+        return Index(column, row);
+    }
+    void Grow(std::uint8_t what, int by);
     void JoinCorners();
 
+    static constexpr int Margin = 4;
+
     double cell;
+    double perCell; ///< its reciprocal
+    double depthUnit;
     double low;
     int columns;
     int rows;
     std::vector<std::uint8_t> cells;
-    std::vector<std::uint8_t> deep;
+    std::vector<std::uint16_t> depths; ///< in steps along rows and columns to the nearest free cell, less two
 };
 
 } // namespace WorkSpace

@@ -77,6 +77,28 @@ TEST(BadRecord, WithoutATableReachesNothing) {
     EXPECT_NE(Thrown([] { WorkSpace::GetRobotWorkSpace(Robot()); }), "");
 }
 
+// An arm's size is a matter of scale, also where its section is a hand wide.
+TEST(SmallArm, ReachesTheSameSectionInItsOwnSize) {
+    constexpr double Scale = 0.1;
+    const Robot large = Sample();
+    Robot small = large;
+    for (auto& row : small.dh) {
+        row[0] *= Scale;
+        row[2] *= Scale;
+    }
+    const auto areaOf = [](const std::vector<std::vector<double>>& profile) {
+        double area = 0;
+        for (std::size_t i = 0; i + 1 < profile.size(); ++i) {
+            area += (profile[i][0] * profile[i + 1][1] - profile[i + 1][0] * profile[i][1]) / 2;
+        }
+        return area;
+    };
+    const auto whole = WorkSpace::GetRobotWorkSpace(large);
+    const auto part = WorkSpace::GetRobotWorkSpace(small);
+    EXPECT_NEAR(areaOf(part) / (Scale * Scale * areaOf(whole)), 1, 0.01);
+    EXPECT_GT(part.size(), whole.size() / 2) << "coarse";
+}
+
 TEST(SevenRows, TheFollowersLimitsBoundItsLeader) {
     Robot wide = arms::Arm({"abb_irb5400_paint", true}).record;
     Robot bounded = wide;
