@@ -101,11 +101,11 @@ struct Arm {
         return Within(q);
     }
 
-    /// Moves one joint at a time downhill from q until no step of 1e-4 rad helps.
+    /// Moves one joint at a time downhill from q until no step of 1e-4 rad helps, or the cost is low enough.
     template <class Cost>
-    double Descend(std::vector<double> q, const Cost& cost) const {
+    double Descend(std::vector<double> q, const Cost& cost, double enough = -INFINITY) const {
         double least = cost(ToolCentre(q));
-        for (double step = 0.2; step > 1e-4;) {
+        for (double step = 0.2; step > 1e-4 && least > enough;) {
             bool moved = false;
             for (std::size_t joint = 0; joint < q.size(); ++joint) {
                 for (const double by : {-step, step}) {
