@@ -3,75 +3,89 @@
 #include <Graphic3d_Group.hxx>
 #include <Prs3d_Presentation.hxx>
 #include <Prs3d_ShadingAspect.hxx>
-#include <Select3D_SensitiveTriangulation.hxx>
+#include <Select3D_SensitivePrimitiveArray.hxx>
 #include <SelectMgr_EntityOwner.hxx>
 #include <SelectMgr_Selection.hxx>
-#include <gp.hxx>
+#include <algorithm>
+#include <cfloat>
 #include <map>
 
 namespace mesh {
 
 namespace {
 
-using Members = std::vector<const AISMESH*>;
-
-gp_Pnt Corner(const AISMESH& triangle, int corner) {
-    const float* at = triangle.corners[corner];
-    return {at[0], at[1], at[2]};
-}
+using Corners = const float (&)[3][3];
 
 // Degenerate triangles have no normal; any direction shades them, as they have no area to show it.
-gp_Dir NormalOf(const AISMESH& triangle) {
-    const gp_Pnt origin = Corner(triangle, 0);
-    const gp_Vec normal = gp_Vec(origin, Corner(triangle, 1)) ^ gp_Vec(origin, Corner(triangle, 2));
-    return normal.SquareMagnitude() > 0 ? gp_Dir(normal) : gp::DZ();
+Graphic3d_Vec3 NormalOf(Corners corners) {
+    const auto side = [&](int corner) {
+        return Graphic3d_Vec3(corners[corner][0] - corners[0][0], corners[corner][1] - corners[0][1],
+                              corners[corner][2] - corners[0][2]);
+    };
+    const Graphic3d_Vec3 normal = Graphic3d_Vec3::Cross(side(1), side(2));
+    const float length = normal.Modulus();
+    return length > 0 ? normal / length : Graphic3d_Vec3(0, 0, 1);
 }
 
-// Every triangle has corners of its own, so that edges stay sharp.
-opencascade::handle<Graphic3d_ArrayOfTriangles> DrawingOf(const Members& members) {
-    opencascade::handle<Graphic3d_ArrayOfTriangles> drawing =
-        new Graphic3d_ArrayOfTriangles(3 * static_cast<int>(members.size()), 0, Standard_True);
-    for (const AISMESH* triangle : members) {
-        const gp_Dir normal = NormalOf(*triangle);
-        for (int corner = 0; corner < 3; ++corner) {
-            drawing->AddVertex(Corner(*triangle, corner), normal);
+/// Calls `treat` with the entry of each record's layer; records of one layer mostly follow each other.
+template <class Entry, class Treat>
+void EachByLayer(const std::vector<AISMESH>& records, std::map<std::uint32_t, Entry>& layers,
+                 const Treat& treat) {
+    Entry* entry = nullptr;
+    std::uint32_t layer = 0;
+    for (const AISMESH& record : records) {
+        if (entry == nullptr || record.layer != layer) {
+            layer = record.layer;
+            entry = &layers[layer];
         }
+        treat(record, *entry);
     }
-    return drawing;
 }
 
-opencascade::handle<Poly_Triangulation> SelectionOf(const Members& members) {
-    const int count = static_cast<int>(members.size());
-    opencascade::handle<Poly_Triangulation> selection =
-        new Poly_Triangulation(3 * count, count, Standard_False);
-    for (int i = 0; i < count; ++i) {
-        for (int corner = 0; corner < 3; ++corner) {
-            selection->SetNode(3 * i + corner + 1, Corner(*members[static_cast<std::size_t>(i)], corner));
+/// The least and the greatest of each coordinate.
+struct Bounds {
+    float low[3] = {FLT_MAX, FLT_MAX, FLT_MAX};
+    float high[3] = {-FLT_MAX, -FLT_MAX, -FLT_MAX};
+
+    void Add(Corners corners) {
+        for (const auto& corner : corners) {
+            for (int axis = 0; axis < 3; ++axis) {
+                low[axis] = std::min(low[axis], corner[axis]);
+                high[axis] = std::max(high[axis], corner[axis]);
+            }
         }
-        selection->SetTriangle(i + 1, Poly_Triangle(3 * i + 1, 3 * i + 2, 3 * i + 3));
     }
-    return selection;
-}
+};
 
 } // namespace
 
-// The records stay where they are: layers are lists of places, and each is written once into what the view
-// takes over.
+// The records stay where they are, and each is written once, into the buffer that the view draws from and the
+// selection searches. Every triangle has corners of its own there, so that edges stay sharp.
 void AIS_Mesh::FillLayers() {
     triangles.clear();
     box.SetVoid();
     obb.SetVoid();
-    std::map<std::uint32_t, Members> layers;
-    for (const AISMESH& triangle : meshes) {
-        layers[triangle.layer].push_back(&triangle);
-        for (int corner = 0; corner < 3; ++corner) {
-            box.Add(Corner(triangle, corner));
+    std::map<std::uint32_t, MeshLayer> layers;
+    EachByLayer(meshes, layers, [](const AISMESH& /*record*/, MeshLayer& layer) { ++layer.triangleCount; });
+    for (auto& [number, layer] : layers) {
+        layer.layer = number;
+        layer.drawing =
+            new Graphic3d_ArrayOfTriangles(3 * static_cast<int>(layer.triangleCount), 0, Standard_True);
+    }
+    Bounds bounds;
+    EachByLayer(meshes, layers, [&bounds](const AISMESH& record, MeshLayer& layer) {
+        const Graphic3d_Vec3 normal = NormalOf(record.corners);
+        for (const auto& [x, y, z] : record.corners) {
+            layer.drawing->AddVertex(x, y, z, normal.x(), normal.y(), normal.z());
         }
+        bounds.Add(record.corners);
+    });
+    for (const auto& [number, layer] : layers) {
+        triangles.push_back(layer);
     }
-    for (const auto& [layer, members] : layers) {
-        triangles.push_back({DrawingOf(members), SelectionOf(members), layer, members.size()});
-    }
-    if (!box.IsVoid()) {
+    if (!meshes.empty()) {
+        box.Update(bounds.low[0], bounds.low[1], bounds.low[2], bounds.high[0], bounds.high[1],
+                   bounds.high[2]);
         obb = Bnd_OBB(box);
     }
 }
@@ -106,8 +120,12 @@ void AIS_Mesh::ComputeSelection(const opencascade::handle<SelectMgr_Selection>& 
     if (triangles.empty()) {
         FillLayers();
     }
-    for (const MeshLayer& layer : triangles) {
-        selection->Add(new Select3D_SensitiveTriangulation(owner, layer.selection, TopLoc_Location()));
+    for (MeshLayer& layer : triangles) {
+        const opencascade::handle<Select3D_SensitivePrimitiveArray> searched =
+            new Select3D_SensitivePrimitiveArray(owner);
+        searched->InitTriangulation(layer.drawing->Attributes(), layer.drawing->Indices(), TopLoc_Location());
+        layer.selection = searched;
+        selection->Add(searched);
     }
 }
 

@@ -73,7 +73,7 @@ TEST(Mesh, IsDrawnAsOneArrayALayerAndSelectedByTheSameTriangles) {
     EXPECT_EQ(first.drawing->VertexNumber(), 6);
     EXPECT_TRUE(first.drawing->VertexNormal(1).IsEqual(gp::DZ(), 1e-6));
     EXPECT_EQ(first.drawing->Vertice(4).Z(), 7);
-    EXPECT_EQ(first.selection->NbTriangles(), 2);
+    EXPECT_EQ(first.selection->NbSubElements(), 2);
     selection = new SelectMgr_Selection(1);
     sample->ComputeSelection(selection, 1);
     EXPECT_TRUE(selection->IsEmpty());

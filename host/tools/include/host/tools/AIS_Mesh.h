@@ -4,7 +4,7 @@
 #include <Bnd_Box.hxx>
 #include <Bnd_OBB.hxx>
 #include <Graphic3d_ArrayOfTriangles.hxx>
-#include <Poly_Triangulation.hxx>
+#include <Select3D_SensitiveEntity.hxx>
 #include <cstdint>
 #include <gp_Trsf.hxx>
 #include <host/tools/SharedRecord.h>
@@ -35,9 +35,10 @@ public:
     /// What one layer is drawn from.
     struct MeshLayer {
         opencascade::handle<Graphic3d_ArrayOfTriangles> drawing;
-        opencascade::handle<Poly_Triangulation> selection;
-        std::uint64_t layer;
-        std::uint64_t triangleCount;
+        opencascade::handle<Select3D_SensitiveEntity>
+            selection; ///< over the same numbers; null until asked for
+        std::uint64_t layer = 0;
+        std::uint64_t triangleCount = 0;
     };
 
     MECHANISM_SHARED_RECORD AIS_Mesh();
