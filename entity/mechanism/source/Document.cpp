@@ -1,6 +1,5 @@
 #include "Document.h"
 
-#include <cmath>
 #include <stdexcept>
 
 namespace mechanism_detail {
@@ -23,8 +22,8 @@ int ReadInt(const Json::Value& json, const char* key) {
 
 double ReadNumber(const Json::Value& json, const char* key) {
     const Json::Value& value = json[key];
-    if (!value.isNull() && !(value.isNumeric() && std::isfinite(value.asDouble()))) {
-        Refuse(key, value, "a finite number");
+    if (!value.isNull() && !(value.isNumeric() && DataHandle::IsSound(value.asDouble()))) {
+        Refuse(key, value, "a finite number within 1e9");
     }
     return value.asDouble();
 }

@@ -14,7 +14,7 @@ using DataHandle::Refuse;
 
 std::uint64_t ReadHash(const Json::Value& json, const char* key);
 int ReadInt(const Json::Value& json, const char* key);
-/// Infinities are refused as well.
+/// One that DataHandle::IsSound; a missing key reads as 0.
 double ReadNumber(const Json::Value& json, const char* key);
 std::string ReadText(const Json::Value& json, const char* key);
 /// The key "ID".

@@ -11,6 +11,8 @@ namespace {
 
 /// Looser than a product of rotations drifts, tighter than a scale or a mirror that matters.
 constexpr double OrthonormalTolerance = 1e-6;
+/// A thousand kilometres, or what degrees nobody turns.
+constexpr double LargestNumber = 1e9;
 
 template <std::size_t N>
 std::array<double, N> ReadNumbers(const Json::Value& json) {
@@ -20,9 +22,9 @@ std::array<double, N> ReadNumbers(const Json::Value& json) {
     std::array<double, N> numbers{};
     for (Json::ArrayIndex i = 0; i < N; ++i) {
         const double number = json[i].isNumeric() ? json[i].asDouble() : std::nan("");
-        if (!std::isfinite(number)) {
+        if (!DataHandle::IsSound(number)) {
             throw std::invalid_argument("a transform: element " + std::to_string(i) +
-                                        " is not a finite number");
+                                        " is not a finite number within 1e9");
         }
         numbers[i] = number;
     }
@@ -51,6 +53,8 @@ void RequireRotation(const double* r) {
 }
 
 } // namespace
+
+bool DataHandle::IsSound(double number) { return std::abs(number) <= LargestNumber; }
 
 Json::Value DataHandle::TrsfToJsonArr(const gp_Trsf& trsf) {
     Json::Value json(Json::arrayValue);

@@ -27,8 +27,8 @@ std::uint64_t ReadHash(const Json::Value& json, const char* key) {
 
 double ReadNumber(const Json::Value& json, const char* key) {
     const Json::Value& value = json[key];
-    if (!value.isNumeric() || !std::isfinite(value.asDouble())) {
-        Refuse(key, value, "a finite number");
+    if (!value.isNumeric() || !DataHandle::IsSound(value.asDouble())) {
+        Refuse(key, value, "a finite number within 1e9");
     }
     return value.asDouble();
 }
@@ -66,8 +66,8 @@ std::optional<gp_Ax1> ReadAxis(const Json::Value& json) {
     std::array<double, 6> n{};
     for (Json::ArrayIndex i = 0; i < 6; ++i) {
         if (!value.isArray() || value.size() != 6 || !value[i].isNumeric() ||
-            !std::isfinite(value[i].asDouble())) {
-            Refuse("joint_axis", value, "six finite numbers");
+            !DataHandle::IsSound(value[i].asDouble())) {
+            Refuse("joint_axis", value, "six finite numbers within 1e9");
         }
         n[i] = value[i].asDouble();
     }

@@ -61,8 +61,8 @@ std::optional<std::vector<RobotEntity::DhRow>> ReadTable(const Json::Value& json
             Refuse("DH", numbers, "at most four numbers a row");
         }
         for (Json::ArrayIndex i = 0; i < numbers.size(); ++i) {
-            if (!numbers[i].isNumeric()) {
-                Refuse("DH", numbers, "numbers");
+            if (!numbers[i].isNumeric() || !DataHandle::IsSound(numbers[i].asDouble())) {
+                Refuse("DH", numbers, "finite numbers within 1e9");
             }
             row[i] = numbers[i].asDouble();
         }

@@ -3,12 +3,14 @@
 
 #include <BRepBuilderAPI_MakeEdge.hxx>
 #include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakeVertex.hxx>
 #include <BRepBuilderAPI_MakeWire.hxx>
 #include <BRepLib.hxx>
 #include <BRepSweep_Revol.hxx>
 #include <BRep_Builder.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Compound.hxx>
+#include <TopoDS_Vertex.hxx>
 #include <TopoDS_Wire.hxx>
 #include <gp.hxx>
 #include <gp_Ax1.hxx>
@@ -30,10 +32,17 @@ TopoDS_Wire ProfileWire(const std::vector<std::vector<double>>& profile) {
         points.emplace_back(At(entry, 0), 0, At(entry, 1));
     }
     At(points, points.size() - 1) = points.front();
+    // Neighbours share their vertex: the wire would otherwise look among all of them for the one that coincides.
+    std::vector<TopoDS_Vertex> corners;
+    corners.reserve(points.size());
+    for (std::size_t i = 0; i + 1 < points.size(); ++i) {
+        corners.push_back(BRepBuilderAPI_MakeVertex(points[i]).Vertex());
+    }
+    corners.push_back(At(corners, 0));
     BRepBuilderAPI_MakeWire wire;
     for (std::size_t i = 1; i < points.size(); ++i) {
         if (points[i - 1].SquareDistance(points[i]) > ShortStep) {
-            wire.Add(BRepBuilderAPI_MakeEdge(points[i - 1], points[i]).Edge());
+            wire.Add(BRepBuilderAPI_MakeEdge(corners[i - 1], corners[i]).Edge());
         }
     }
     return wire.Wire();

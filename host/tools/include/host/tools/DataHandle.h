@@ -8,6 +8,10 @@ class gp_Trsf;
 /// Transforms and texts as data.
 namespace DataHandle {
 
+/// Whether a document may hold the number (mm, degrees, rad): finite, and so far from overflow that products
+/// of frames stay finite, which is within 1e9.
+bool IsSound(double number);
+
 /// The upper three rows of the matrix, row by row: 12 numbers, rotation entries and translation (mm).
 /// Exact: reading back gives every number to the bit.
 Json::Value TrsfToJsonArr(const gp_Trsf& trsf);
