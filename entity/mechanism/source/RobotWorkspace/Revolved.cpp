@@ -32,7 +32,8 @@ TopoDS_Wire ProfileWire(const std::vector<std::vector<double>>& profile) {
         points.emplace_back(At(entry, 0), 0, At(entry, 1));
     }
     At(points, points.size() - 1) = points.front();
-    // Neighbours share their vertex: the wire would otherwise look among all of them for the one that coincides.
+    // Neighbours share their vertex: the wire would otherwise look among all of them for the one that
+    // coincides.
     std::vector<TopoDS_Vertex> corners;
     corners.reserve(points.size());
     for (std::size_t i = 0; i + 1 < points.size(); ++i) {
