@@ -52,7 +52,7 @@ int main() {
     Json::Value longer = TorchNumbers();
     longer["tcp_z"] = 400.0;
     std::printf("rebuilt: %d\n", torch->UpdataToolParameterData(longer));
-    longer["nozzle_radius"] = "wide";
+    longer["nozzle_radius"] = -1.0;
     try {
         torch->UpdataToolParameterData(longer);
     } catch (const std::invalid_argument& error) {

@@ -1,5 +1,6 @@
 #include <cell/Cell.h>
 #include <cell/Commands.h>
+#include <cell/InfoJson.h>
 #include <cell/JointValues.h>
 #include <cell/Text.h>
 #include <host/tools/gpHandle.h>
@@ -132,8 +133,12 @@ void PrintMotions(const Cell& cell, std::ostream& out) {
 
 } // namespace
 
-void Info(const std::filesystem::path& file, std::ostream& out) {
-    const Cell cell = Cell::Load(file);
+void Info(const InfoRequest& request, std::ostream& out) {
+    const Cell cell = Cell::Load(request.file);
+    if (request.json) {
+        out << JsonText(CellToJson(cell));
+        return;
+    }
     out << "cell \"" << cell.Name() << "\"\n";
     for (const Mechanism& mechanism : cell.Mechanisms()) {
         PrintMechanism(mechanism, out);

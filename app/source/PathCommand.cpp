@@ -45,6 +45,15 @@ void WritePath(const PathRequest& request, std::ostream& out) {
     const ToolPath& path = Choose(cell, request);
     const WorkedPath worked = WorkUp(path);
     WriteWhole(request.target, JsonText(ToJson(cell, path, worked)));
+    if (request.json) {
+        Json::Value counts;
+        counts["converted"] = Json::UInt64(worked.converted);
+        counts["smoothed"] = Json::UInt64(worked.smoothed);
+        counts["thinned"] = Json::UInt64(worked.thinned);
+        counts["checked"] = Json::UInt64(worked.poses.size());
+        out << JsonText(counts);
+        return;
+    }
     out << "tool path \"" << path.name << "\" on \"" << path.workpiece->GetName() << "\"\n"
         << "  converted " << worked.converted << " poses\n"
         << "  smoothed  " << worked.smoothed << " poses, " << Shortest(path.smooth) << " mm apart\n"

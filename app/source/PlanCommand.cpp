@@ -47,6 +47,21 @@ void PrintTable(std::ostream& out, const std::vector<PlannedMotion>& plan) {
     }
 }
 
+Json::Value TableToJson(const std::vector<PlannedMotion>& plan) {
+    Json::Value table(Json::arrayValue);
+    for (const PlannedMotion& planned : plan) {
+        Json::Value row;
+        row["motion"] = planned.motion->name;
+        row["kind"] = planned.motion->kind;
+        row["states"] = Json::UInt64(planned.Steps());
+        row["removed"] = Json::UInt64(planned.removed);
+        row["joint_travel_deg"] = planned.jointTravel / RadiansPerDegree;
+        row["tcp_path_mm"] = planned.tcpLength;
+        table.append(std::move(row));
+    }
+    return table;
+}
+
 } // namespace
 
 void Plan(const PlanRequest& request, std::ostream& out) {
@@ -56,7 +71,11 @@ void Plan(const PlanRequest& request, std::ostream& out) {
     }
     std::vector<PlannedMotion> plan = PlanMotions(cell, ProgressLine(request.progress));
     WriteWhole(request.folder / "trace.json", JsonText(TraceToJson(cell, plan)));
-    PrintTable(out, plan);
+    if (request.json) {
+        out << JsonText(TableToJson(plan));
+    } else {
+        PrintTable(out, plan);
+    }
 }
 
 } // namespace cell

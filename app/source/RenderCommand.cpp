@@ -101,14 +101,23 @@ void Save(Viewer& viewer, const fs::path& picture) {
 }
 
 void RenderOne(const RenderRequest& request, const Cell& cell, std::vector<PlannedMotion>& plan) {
+    GenericEntityConfig* focus = request.focus.empty() ? nullptr : cell.Find(request.focus);
+    if (focus == nullptr && !request.focus.empty()) {
+        throw InputError(request.file.string(), "--focus", request.focus,
+                         "the name of a mechanism of the cell");
+    }
     Pose(request, cell, plan);
     Viewer viewer(PictureWidth, PictureHeight);
     Scene scene(viewer);
     Furnish(scene, cell, plan);
     ShowReaches(request, cell, scene);
-    scene.ShowToolCentres(cell.Robots());
+    scene.ShowToolCentres(cell.Robots(), !request.triads);
     scene.ShowFloor();
-    viewer.LookAt(scene.Extent());
+    const Bnd_Box subject = focus != nullptr ? Scene::ExtentOf(*focus) : scene.Extent();
+    if (request.triads) {
+        scene.ShowTriads(cell, subject);
+    }
+    viewer.LookAt(subject);
     Save(viewer, request.picture);
 }
 

@@ -30,14 +30,16 @@ opencascade::handle<BaseViewShape> Scene::ShowSolid(const TopoDS_Shape& shape, c
     return model;
 }
 
-void Scene::ShowLines(const TopoDS_Shape& shape, const Quantity_Color& colour, double width,
-                      Aspect_TypeOfLine type) {
+opencascade::handle<BaseViewShape> Scene::ShowLines(const TopoDS_Shape& shape, const Quantity_Color& colour,
+                                                    double width, Aspect_TypeOfLine type) {
     opencascade::handle<BaseViewShape> model = new BaseViewShape(shape);
     model->Attributes()->SetWireAspect(new Prs3d_LineAspect(colour, type, width));
     model->Display(0, -1);
+    return model;
 }
 
-void Scene::ShowText(const std::string& text, const gp_Pnt& place, double height) {
+opencascade::handle<AIS_TextLabel> Scene::ShowText(const std::string& text, const gp_Pnt& place,
+                                                   double height) {
     opencascade::handle<AIS_TextLabel> label = new AIS_TextLabel();
     label->SetText(TCollection_ExtendedString(text.c_str(), Standard_True));
     label->SetPosition(place);
@@ -48,6 +50,7 @@ void Scene::ShowText(const std::string& text, const gp_Pnt& place, double height
     // In a layer of their own names cast no shadows.
     label->SetZLayer(Graphic3d_ZLayerId_Topmost);
     viewer.Context()->Display(label, Standard_False);
+    return label;
 }
 
 void Scene::ShowCaption(const std::string& text) {
@@ -60,6 +63,8 @@ void Scene::ShowCaption(const std::string& text) {
     caption->SetHeight(17);
     caption->SetColor(Ink);
     caption->SetFont(Font_NOF_SANS_SERIF);
+    caption->SetDisplayType(Aspect_TODT_SUBTITLE); // whatever it lies over
+    caption->SetColorSubTitle(Quantity_Color(0.95, 0.96, 0.97, Quantity_TOC_sRGB));
     caption->SetTransformPersistence(new Graphic3d_TransformPers(Graphic3d_TMF_2d, Aspect_TOTP_LEFT_LOWER,
                                                                  Graphic3d_Vec2i(Border, Border)));
     caption->SetZLayer(Graphic3d_ZLayerId_TopOSD);

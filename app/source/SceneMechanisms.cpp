@@ -62,6 +62,14 @@ void Scene::Include(const Cell& cell) {
     }
 }
 
+Bnd_Box Scene::ExtentOf(GenericEntityConfig& entity) {
+    Bnd_Box box;
+    for (const auto& part : entity.GetSubCollisionParts()) {
+        box.Add(BoxOf(part));
+    }
+    return box;
+}
+
 void Scene::Show(GenericEntityConfig& entity) {
     for (const auto& [key, model] : entity.GetFixMdlMap()) {
         ShowBody(model);
@@ -130,26 +138,30 @@ void Scene::ShowNeck(const gp_Trsf& flange, const gp_Pnt& tip) {
     toolCentres.push_back(ShowSolid(neck.Shape(), Neck, false));
 }
 
-void Scene::ShowToolCentres(const std::vector<RobotEntity*>& robots) {
+void Scene::ShowToolCentres(const std::vector<RobotEntity*>& robots, bool withFrames) {
     for (const auto& model : toolCentres) {
         model->RemoveFromView();
     }
     toolCentres.clear();
+    if (tcpSize == 0) { // once: a frame that grows while the arm moves looks like one that comes nearer
+        tcpSize = std::max(1, static_cast<int>(TriadSize * Size()));
+    }
     for (const RobotEntity* robot : robots) {
-        ShowToolCentre(*robot);
+        ShowToolCentre(*robot, withFrames);
     }
 }
 
-void Scene::ShowToolCentre(const RobotEntity& robot) {
+void Scene::ShowToolCentre(const RobotEntity& robot, bool withFrame) {
     const gp_Trsf tcp = robot.GetCurrentTrsfTCP();
     const gp_Pnt to(tcp.TranslationPart());
     if (robot.GetToolEntity() == nullptr) {
         ShowNeck(robot.GetCurrentTrsfTool0(), to);
     }
-    const int size = std::max(1, static_cast<int>(TriadSize * Size()));
-    const auto triad = ViewShapeUtil::GenDirModel(gpHandle::TrsfToAx2(tcp), size);
-    triad->Display(1, -1);
-    toolCentres.push_back(triad);
+    if (withFrame) {
+        const auto triad = ViewShapeUtil::GenDirModel(gpHandle::TrsfToAx2(tcp), tcpSize);
+        triad->Display(1, -1);
+        toolCentres.push_back(triad);
+    }
     extent.Add(to);
 }
 

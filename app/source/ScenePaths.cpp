@@ -31,7 +31,7 @@ void Scene::ShowPath(const PlannedMotion& planned, std::size_t number) {
         extent.Add(point);
     }
     if (path.IsDone()) {
-        ShowLines(path.Shape(), colour, 4.0, Aspect_TOL_SOLID);
+        pathMarks.push_back(ShowLines(path.Shape(), colour, 4.0, Aspect_TOL_SOLID));
     }
     for (const KeyState& key : planned.motion->keys) {
         if (std::find(shownKeys.begin(), shownKeys.end(), key.name) == shownKeys.end()) {
@@ -54,8 +54,21 @@ void Scene::ShowToolPath(const WorkedPath& path, std::size_t number) {
         extent.Add(from);
     }
     if (line.IsDone()) {
-        ShowLines(line.Shape(), PathColours[(number + 1) % PathColours.size()], 4.0, Aspect_TOL_SOLID);
-        ShowLines(tools.Shape(), PathColours[number % PathColours.size()], 2.5, Aspect_TOL_SOLID);
+        pathMarks.push_back(
+            ShowLines(line.Shape(), PathColours[(number + 1) % PathColours.size()], 4.0, Aspect_TOL_SOLID));
+        pathMarks.push_back(
+            ShowLines(tools.Shape(), PathColours[number % PathColours.size()], 2.5, Aspect_TOL_SOLID));
+    }
+}
+
+void Scene::SetPathsVisible(bool visible) {
+    for (const auto& mark : pathMarks) {
+        if (!visible) {
+            viewer.Context()->Erase(mark, Standard_False);
+        } else {
+            viewer.Context()->Display(mark, mark->HasDisplayMode() ? mark->DisplayMode() : 0, -1,
+                                      Standard_False);
+        }
     }
 }
 
@@ -63,15 +76,16 @@ void Scene::ShowToolPath(const WorkedPath& path, std::size_t number) {
 void Scene::ShowKeyPose(const KeyState& key, const Quantity_Color& colour) {
     const gp_Pnt place = key.state.GetLocEuler(0).location;
     const double radius = MarkRadius * Size();
-    ShowSolid(Ball(place, radius), colour, false);
+    pathMarks.push_back(ShowSolid(Ball(place, radius), colour, false));
     const gp_Pnt below(place.X(), place.Y(), LineLift);
     extent.Add(below);
     if (place.Z() > radius) {
-        ShowLines(BRepBuilderAPI_MakeEdge(place, below).Shape(), colour, 1.0, Aspect_TOL_DASH);
+        pathMarks.push_back(
+            ShowLines(BRepBuilderAPI_MakeEdge(place, below).Shape(), colour, 1.0, Aspect_TOL_DASH));
     }
     const auto isNear = [&](const gp_Pnt& other) { return place.Distance(other) < LabelGap * Size(); };
     if (std::none_of(labelled.begin(), labelled.end(), isNear)) {
-        ShowText(key.name, place.Translated(gp_Vec(0, 0, 2.2 * radius)), 17);
+        pathMarks.push_back(ShowText(key.name, place.Translated(gp_Vec(0, 0, 2.2 * radius)), 17));
         labelled.push_back(place);
     }
 }

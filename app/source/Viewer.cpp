@@ -1,11 +1,9 @@
 #include <AIS_DisplayMode.hxx>
-#include <Aspect_DisplayConnection.hxx>
 #include <Aspect_DisplayConnectionDefinitionError.hxx>
 #include <OpenGl_GraphicDriver.hxx>
 #include <V3d_AmbientLight.hxx>
 #include <V3d_DirectionalLight.hxx>
 #include <V3d_Viewer.hxx>
-#include <Xw_Window.hxx>
 #include <cell/InputError.h>
 #include <cell/Picture.h>
 #include <cell/Viewer.h>
@@ -29,7 +27,7 @@ opencascade::handle<Aspect_DisplayConnection> Connect() {
     try {
         return new Aspect_DisplayConnection();
     } catch (const Aspect_DisplayConnectionDefinitionError&) {
-        throw InputError("render", "DISPLAY", display != nullptr ? display : "not set",
+        throw InputError("mechanism-cell", "DISPLAY", display != nullptr ? display : "not set",
                          "a display to draw on; without a screen: xvfb-run -a mechanism-cell render ...");
     }
 }
@@ -42,13 +40,12 @@ opencascade::handle<V3d_DirectionalLight> MakeLight(const gp_Dir& direction, dou
 
 } // namespace
 
-Viewer::Viewer(int width_, int height_) : width(width_), height(height_) {
-    const auto connection = Connect();
+Viewer::Viewer(int width_, int height_, bool shown) : width(width_), height(height_), connection(Connect()) {
     opencascade::handle<OpenGl_GraphicDriver> driver = new OpenGl_GraphicDriver(connection);
     opencascade::handle<V3d_Viewer> viewer = new V3d_Viewer(driver);
     SetUpLights(viewer);
-    opencascade::handle<Xw_Window> window = new Xw_Window(connection, "mechanism-cell", 0, 0, width, height);
-    window->SetVirtual(true);
+    window = new Xw_Window(connection, "mechanism-cell", 0, 0, width, height);
+    window->SetVirtual(!shown);
     view = viewer->CreateView();
     view->SetWindow(window);
     SetUpView();
@@ -97,8 +94,8 @@ void Viewer::LookAt(const Bnd_Box& box) {
 opencascade::handle<Image_AlienPixMap> Viewer::Grab() {
     view->Redraw();
     V3d_ImageDumpOptions options;
-    options.Width = width;
-    options.Height = height;
+    // A window on the screen has the size that its user gave it.
+    window->Size(options.Width, options.Height);
     options.BufferType = Graphic3d_BT_RGB;
     opencascade::handle<Image_AlienPixMap> picture = new Image_AlienPixMap();
     if (!view->ToPixMap(*picture, options)) {

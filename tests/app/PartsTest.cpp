@@ -90,7 +90,7 @@ TEST(Text, NumbersReadAsPeopleWroteThem) {
 
 TEST_P(EveryArm, ShowsTheLimitsOfItsFile) {
     std::ostringstream out;
-    Info(file, out);
+    Info({file}, out);
     for (std::size_t i = 0; i < arm.joints.size(); ++i) {
         EXPECT_THAT(out.str(),
                     testing::HasSubstr(" " + std::to_string(i + 1) + ": " + Shortest(arm.joints[i].minDeg) +

@@ -213,7 +213,7 @@ TEST(MountedTool, GivesTheRobotItsToolCentre) {
     const Cell welding = Cell::Load(Example("cells/arc_welding.json"));
     EXPECT_TRUE(welding.Robots().front()->GetToolEntity()->GetPaintedMdl().IsNull());
     std::ostringstream out;
-    Info(Example("cells/painting.json"), out);
+    Info({Example("cells/painting.json")}, out);
     EXPECT_THAT(out.str(), AllOf(HasSubstr("0: 110 0 340 mm, 0 50 0 deg, current"),
                                  HasSubstr("spray cone (mm): radius 8 to 110 over 280")));
 }

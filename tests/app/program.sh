@@ -36,6 +36,11 @@ expect 0 0 info "$arm"
 grep -q -- "-270 to 450" "$work/out" || fail "info: the limits are not the file's"
 expect 0 0 info "$cell"
 expect 0 0 fk "$arm" --values-deg -10,20,30,40,50,60
+expect 0 0 info "$examples/cells/rail_and_positioner.json" --json
+grep -q '"slices"' "$work/out" || fail "info --json: does not say where the values lie"
+expect 0 0 completion
+bash -c "source '$work/out' && COMP_WORDS=(x re) COMP_CWORD=1 && _mechanism_cell && [ \${COMPREPLY[0]} = render ]" ||
+    fail "completion: re does not complete to render"
 expect 0 0 plan "$cell" --out "$work/plan"
 [ -s "$work/plan/trace.json" ] || fail "plan: no trace"
 
@@ -55,7 +60,7 @@ expect 0 0 path "$examples/cells/seam.json" --name saddle --out "$work/path.json
 expect 0 0 workspace "$cell" --robot welder --out "$work/reach.step" --section "$work/reach.svg"
 grep -q "height z (mm)" "$work/reach.svg" || fail "workspace: the section has no axis in millimetres"
 expect 0 0 workspace --help
-grep -q "Example: " "$work/out" || fail "workspace: help without an example"
+grep -q "Examples:" "$work/out" || fail "workspace: help without an example"
 
 expect 1 1 info "$work/absent.json"
 expect 1 1 workspace "$cell" --robot nobody --out "$work/none.step"
@@ -88,7 +93,7 @@ expect 1 1 info "$work/part.json"
 
 expect 2 any
 expect 2 any paint "$cell"
-expect 2 any plan "$cell"
+expect 2 any plan
 expect 2 any render "$cell" --out "$work/none.png" --frames 0
 expect 2 any render "$cell" --out "$work/none.png" --sheet
 

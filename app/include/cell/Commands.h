@@ -9,8 +9,12 @@
 /// InputError where something is wrong with it.
 namespace cell {
 
+struct InfoRequest {
+    std::filesystem::path file;
+    bool json = false;
+};
 /// Prints what the cell is made of.
-void Info(const std::filesystem::path& file, std::ostream& out);
+void Info(const InfoRequest& request, std::ostream& out);
 
 struct FkRequest {
     std::filesystem::path file;
@@ -24,6 +28,7 @@ struct PlanRequest {
     std::filesystem::path file;
     std::filesystem::path folder;
     bool progress = false; ///< report on standard error while it works
+    bool json = false;     ///< the table as JSON
 };
 /// Writes trace.json into the folder and prints a table of the motions.
 void Plan(const PlanRequest& request, std::ostream& out);
@@ -32,6 +37,7 @@ struct PathRequest {
     std::filesystem::path file;
     std::string name; ///< of the tool path
     std::filesystem::path target;
+    bool json = false; ///< the counts as JSON
 };
 /// Smooths, thins and checks a tool path, writes its poses (world, mm) as JSON and prints how many poses each
 /// step left.
@@ -63,9 +69,17 @@ struct RenderRequest {
     bool sheet = false;     ///< all of them side by side in the one file
     bool workspace = false; ///< also the reachable region of every robot
     bool maxReach = false;  ///< also the spheroid of every robot's longest reach
+    bool triads = false;    ///< also the frames of links, flanges and tools
+    std::string focus;      ///< mechanism that fills the picture; empty: all of the cell
 };
 /// Draws the cell into a PNG file, or its motion into several (FILE_01.png, ...). Needs a display (DISPLAY),
 /// a virtual one will do.
 void Render(const RenderRequest& request);
+
+struct ViewRequest {
+    std::filesystem::path file;
+};
+/// Opens a window on the cell and returns when it is closed. Needs a display.
+void View(const ViewRequest& request);
 
 } // namespace cell

@@ -20,14 +20,23 @@ public:
 
     void Show(GenericEntityConfig& entity);
     /// Shows where the tool centres are now, in place of where they were.
-    void ShowToolCentres(const std::vector<RobotEntity*>& robots);
+    /// @param withFrames with their axes.
+    void ShowToolCentres(const std::vector<RobotEntity*>& robots, bool withFrames = true);
     /// Lets the picture take in where the cell's bodies stand now.
     void Include(const Cell& cell);
+    /// Where the bodies of one mechanism stand now.
+    static Bnd_Box ExtentOf(GenericEntityConfig& entity);
     /// A line of text in the picture's lower left corner, in place of the one before.
     void ShowCaption(const std::string& text);
     void ShowPath(const PlannedMotion& planned, std::size_t number);
     /// The points of a tool path, and at each the way the tool comes from.
     void ShowToolPath(const WorkedPath& path, std::size_t number);
+    /// Takes the paths, key poses and tool paths out of sight, or brings them back.
+    void SetPathsVisible(bool visible);
+    /// Shows the frames of mechanisms, their links and flanges, and the tool centres where they are now, in
+    /// place of those before, at a size that fits the subject of the picture.
+    void ShowTriads(const Cell& cell, const Bnd_Box& subject);
+    void HideTriads();
     /// The region that a robot reaches, translucent.
     void ShowEnvelope(const Reach& reach);
     /// The spheroid of a robot's longest reach, translucent.
@@ -43,21 +52,26 @@ private:
     void ShowBody(const opencascade::handle<ViewShape>& model);
     void ShowPlinth(RobotEntity& robot);
     void ShowNeck(const gp_Trsf& flange, const gp_Pnt& tip);
-    void ShowToolCentre(const RobotEntity& robot);
+    void ShowToolCentre(const RobotEntity& robot, bool withFrame);
     void Include(const opencascade::handle<ViewShape>& model);
     void ShowScale();
     void ShowKeyPose(const KeyState& key, const Quantity_Color& colour);
     opencascade::handle<BaseViewShape> ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour,
                                                  bool matt);
-    void ShowLines(const TopoDS_Shape& shape, const Quantity_Color& colour, double width,
-                   Aspect_TypeOfLine type);
-    void ShowText(const std::string& text, const gp_Pnt& place, double height);
+    opencascade::handle<BaseViewShape> ShowLines(const TopoDS_Shape& shape, const Quantity_Color& colour,
+                                                 double width, Aspect_TypeOfLine type);
+    opencascade::handle<AIS_TextLabel> ShowText(const std::string& text, const gp_Pnt& place, double height);
+    void ShowTriad(const gp_Trsf& frame, const std::string& name, int size);
 
     Viewer& viewer;
     Bnd_Box extent;
     Bnd_Box ground; ///< all that needs floor under it
     std::vector<opencascade::handle<BaseViewShape>> toolCentres;
+    int tcpSize = 0;
     opencascade::handle<AIS_TextLabel> caption;
+    std::vector<opencascade::handle<AIS_InteractiveObject>> pathMarks;
+    std::vector<opencascade::handle<AIS_InteractiveObject>> triads;
+    std::vector<std::pair<opencascade::handle<AIS_TextLabel>, gp_Pnt>> triadNames;
     std::vector<std::string> shownKeys;
     std::vector<gp_Pnt> labelled;
 };

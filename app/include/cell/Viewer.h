@@ -1,9 +1,11 @@
 #pragma once
 
 #include <AIS_InteractiveContext.hxx>
+#include <Aspect_DisplayConnection.hxx>
 #include <Bnd_Box.hxx>
 #include <Image_AlienPixMap.hxx>
 #include <V3d_View.hxx>
+#include <Xw_Window.hxx>
 #include <filesystem>
 
 namespace cell {
@@ -12,17 +14,20 @@ namespace cell {
 inline constexpr int PictureWidth = 1280;
 inline constexpr int PictureHeight = 960;
 
-/// The Open CASCADE viewer on a window that is never shown. View shapes that are displayed while it lives
-/// appear in it.
+/// The Open CASCADE viewer on a window of its own, for pictures never shown. View shapes that are displayed
+/// while it lives appear in it.
 class Viewer {
 public:
     /// @throws InputError where there is no display to draw on.
-    Viewer(int width, int height);
+    Viewer(int width, int height, bool shown = false);
     ~Viewer();
     Viewer(const Viewer&) = delete;
     Viewer& operator=(const Viewer&) = delete;
 
     const opencascade::handle<AIS_InteractiveContext>& Context() const { return context; }
+    const opencascade::handle<V3d_View>& View() const { return view; }
+    const opencascade::handle<Xw_Window>& Window() const { return window; }
+    const opencascade::handle<Aspect_DisplayConnection>& Connection() const { return connection; }
     /// Turns the camera to the three-quarter view and brings it close enough for the box to fill the frame.
     void LookAt(const Bnd_Box& box);
     /// The picture as it is now; empty where it cannot be made.
@@ -36,6 +41,8 @@ private:
 
     int width;
     int height;
+    opencascade::handle<Aspect_DisplayConnection> connection;
+    opencascade::handle<Xw_Window> window;
     opencascade::handle<AIS_InteractiveContext> context;
     opencascade::handle<V3d_View> view;
 };

@@ -1,0 +1,275 @@
+#include <cell/InputError.h>
+#include <cell/OutputFile.h>
+#include <cell/SystemValues.h>
+#include <cell/Text.h>
+#include <cell/ViewSession.h>
+
+namespace cell {
+
+namespace {
+
+constexpr int Width = 1280;
+constexpr int Height = 800;
+/// Every motion plays in about this time, short ones slower than life.
+constexpr double SecondsPerMotion = 6;
+constexpr double FewestStepsPerSecond = 20;
+constexpr int TickTime = 20;    // ms
+constexpr int IdleTime = 200;   // ms
+constexpr int ReportEvery = 50; // states
+
+constexpr const char* Help = "left / right  move the axis (with shift: finely)\n"
+                             "up / down, 1 - 9  choose the axis\n"
+                             "space  play or stop,  N  next motion,  . and ,  one state on or back\n"
+                             "Home  all axes to zero\n"
+                             "W  workspace,  M  maximum reach,  P  paths,  T  frames\n"
+                             "F  fit,  S  save a picture,  H  this help,  Q  quit\n"
+                             "mouse: left orbits, middle pans, right or wheel zooms";
+
+/// Thrown out of planning.
+struct Cancelled {};
+
+} // namespace
+
+ViewSession::ViewSession(const Cell& cell_)
+    : cell(cell_), viewer(Width, Height, true), scene(viewer),
+      window(viewer, [this](Aspect_VKey key, bool shift) { HandleKey(key, shift); }), jog(cell_) {
+    for (const Mechanism& mechanism : cell.Mechanisms()) {
+        scene.Show(*mechanism.entity);
+    }
+    scene.ShowToolCentres(cell.Robots());
+    viewer.LookAt(scene.Extent());
+}
+
+void ViewSession::Run() {
+    Plan();
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+        scene.ShowPath(plan[i], i);
+    }
+    for (std::size_t i = 0; i < cell.ToolPaths().size(); ++i) {
+        scene.ShowToolPath(WorkUp(cell.ToolPaths()[i]), i);
+    }
+    scene.ShowFloor();
+    viewer.LookAt(scene.Extent());
+    ShowStatus(cancelled ? "planning cancelled, H for help" : "H for help");
+    while (window.Refresh()) {
+        window.Wait(playing ? TickTime : IdleTime);
+        Advance();
+    }
+}
+
+/// Keys and mouse stay alive while it lasts; Esc ends it, and the cell is shown without motions.
+void ViewSession::Plan() {
+    planning = true;
+    try {
+        plan = PlanMotions(cell, [&](std::size_t done, std::size_t total) {
+            if (done % ReportEvery == 0) {
+                scene.ShowCaption("planning: " + std::to_string(done) + " of " + std::to_string(total) +
+                                  " states, Esc cancels");
+                viewer.View()->Invalidate();
+                if (!window.Refresh() || cancelled) {
+                    throw Cancelled();
+                }
+            }
+        });
+    } catch (const Cancelled&) {
+        cancelled = true;
+        jog.Reset();
+    }
+    planning = false;
+}
+
+void ViewSession::HandleKey(Aspect_VKey key, bool shift) {
+    if (planning) {
+        cancelled = cancelled || key == Aspect_VKey_Escape;
+        return;
+    }
+    if (key == Aspect_VKey_Left || key == Aspect_VKey_Right) {
+        jog.Move(key == Aspect_VKey_Right ? 1 : -1, shift);
+        Jogged();
+    } else if (key == Aspect_VKey_Up || key == Aspect_VKey_Down) {
+        jog.Next(key == Aspect_VKey_Down ? 1 : -1);
+    } else if (key >= Aspect_VKey_1 && key <= Aspect_VKey_9) {
+        jog.Choose(key - Aspect_VKey_1);
+    } else if (key == Aspect_VKey_Home) {
+        jog.Reset();
+        Jogged();
+    } else if (key == Aspect_VKey_Q) {
+        window.Close();
+        return;
+    } else if (key == Aspect_VKey_S) {
+        SavePicture();
+        return;
+    } else if (!HandleMotionKey(key) && !HandleToggle(key)) {
+        return;
+    }
+    ShowStatus();
+}
+
+bool ViewSession::HandleMotionKey(Aspect_VKey key) {
+    if (plan.empty()) {
+        return false;
+    }
+    switch (key) {
+    case Aspect_VKey_Space:
+        playing = !playing;
+        lastTick = std::chrono::steady_clock::now();
+        if (playing && step + 1 >= plan[motion].Steps()) {
+            ChooseMotion(motion); // from its start again
+        }
+        return true;
+    case Aspect_VKey_N:
+        ChooseMotion((motion + 1) % plan.size());
+        return true;
+    case Aspect_VKey_Period:
+        ShowStep(step + 1);
+        return true;
+    case Aspect_VKey_Comma:
+        ShowStep(step > 0 ? step - 1 : 0);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool ViewSession::HandleToggle(Aspect_VKey key) {
+    switch (key) {
+    case Aspect_VKey_T:
+        triads = !triads;
+        UpdateMarks();
+        return true;
+    case Aspect_VKey_P:
+        paths = !paths;
+        scene.SetPathsVisible(paths);
+        return true;
+    case Aspect_VKey_W:
+        ToggleReach();
+        return true;
+    case Aspect_VKey_M:
+        ToggleMaxReach();
+        return true;
+    case Aspect_VKey_H:
+        help = !help;
+        return true;
+    case Aspect_VKey_F:
+        viewer.LookAt(scene.Extent());
+        return true;
+    default:
+        return false;
+    }
+}
+
+void ViewSession::Jogged() {
+    playing = false;
+    UpdateMarks();
+}
+
+void ViewSession::UpdateMarks() {
+    scene.ShowToolCentres(cell.Robots(), !triads);
+    if (triads) {
+        scene.ShowTriads(cell, scene.Extent());
+    } else {
+        scene.HideTriads();
+    }
+}
+
+void ViewSession::ShowStep(std::size_t newStep) {
+    step = std::min(newStep, plan[motion].Steps() - 1);
+    MoveToStep(cell, plan[motion], step);
+    jog.TakeOver(plan[motion], step);
+    UpdateMarks();
+}
+
+void ViewSession::ChooseMotion(std::size_t number) {
+    motion = number;
+    ShowStep(0);
+}
+
+/// As many states on as the time since the last tick asks for; from the last motion's end to the first again.
+void ViewSession::Advance() {
+    if (!playing) {
+        return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    const double seconds = std::chrono::duration<double>(now - lastTick).count();
+    const double rate =
+        std::max(FewestStepsPerSecond, static_cast<double>(plan[motion].Steps()) / SecondsPerMotion);
+    const auto steps = static_cast<std::size_t>(seconds * rate);
+    if (steps == 0) {
+        return;
+    }
+    lastTick = now;
+    if (step + 1 >= plan[motion].Steps()) {
+        ChooseMotion((motion + 1) % plan.size());
+    } else {
+        ShowStep(step + steps);
+    }
+    ShowStatus();
+}
+
+/// A robot that has no region to show says why, and the others show theirs.
+void ViewSession::ToggleReach() {
+    reach = !reach;
+    if (!reach) {
+        for (RobotEntity* robot : cell.Robots()) {
+            robot->ShowBestWorkspace(false);
+        }
+        return;
+    }
+    ShowStatus("building the workspace ...");
+    viewer.View()->Redraw(); // at once, and without the keys that wait
+    ForEachReach([this](const Reach& of) { scene.ShowEnvelope(of); });
+}
+
+void ViewSession::ToggleMaxReach() {
+    maxReach = !maxReach;
+    if (maxReach) {
+        ForEachReach([this](const Reach& of) { scene.ShowMaxReach(of); });
+        return;
+    }
+    for (RobotEntity* robot : cell.Robots()) {
+        if (!robot->GetUnsafeWorkspaceModel().IsNull()) {
+            robot->GetUnsafeWorkspaceModel()->RemoveFromView();
+        }
+    }
+}
+
+void ViewSession::ForEachReach(const std::function<void(const Reach&)>& show) {
+    for (RobotEntity* robot : cell.Robots()) {
+        try {
+            show(ReachOf(cell, *robot));
+        } catch (const InputError& error) {
+            note = error.what();
+        }
+    }
+}
+
+void ViewSession::SavePicture() {
+    const std::string name = cell.Name() + "_" + std::to_string(++pictures) + ".png";
+    ShowStatus(); // without the note of the picture before
+    WriteWhole(name, [&](const std::filesystem::path& beside) { return viewer.Save(beside); });
+    ShowStatus("saved " + name);
+}
+
+std::string ViewSession::MotionText() const {
+    if (plan.empty()) {
+        return "";
+    }
+    return "\n" + plan[motion].motion->name + ": state " + std::to_string(step + 1) + " of " +
+           std::to_string(plan[motion].Steps()) + (playing ? ", playing" : "");
+}
+
+void ViewSession::ShowStatus(const std::string& newNote) {
+    std::string text = jog.Text() + MotionText();
+    if (help) {
+        text = Help + ("\n\n" + text);
+    }
+    note += newNote;
+    if (!note.empty()) {
+        text += "\n" + note;
+        note.clear();
+    }
+    scene.ShowCaption(text);
+    viewer.View()->Invalidate();
+}
+
+} // namespace cell
