@@ -39,7 +39,7 @@ public:
     /// Takes the values over; poses and text are copied, so this may throw std::bad_alloc.
     GrpState(GrpState&& other);
     /// An unbound source takes system and buffer away and leaves the other fields as they were.
-    /// A failed allocation leaves this state's own buffer in place.
+    /// A failed allocation (std::bad_alloc) leaves this state as it was.
     GrpState& operator=(const GrpState& other);
     /// As the move constructor; moving a state to itself changes nothing.
     GrpState& operator=(GrpState&& other);
@@ -178,6 +178,8 @@ private:
     void CopyFrom(const GrpState& other, bool shareValues);
     void CopyFields(const GrpState& other);
     void TakeFrom(GrpState& other);
+    /// Allocates nothing.
+    void Swap(GrpState& other) noexcept;
     bool IsWithin(const GrpState& other, double pedestalTolerance) const;
     /// Each changes either all that it reads or nothing.
     void ReadValues(const Json::Value& json);

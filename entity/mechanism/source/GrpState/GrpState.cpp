@@ -66,7 +66,9 @@ void GrpState::CopyFrom(const GrpState& other, bool shareValues) {
 }
 
 void GrpState::CopyFields(const GrpState& other) {
-    // The two that may fail come first.
+    // Room for the two that need it, so that nothing fails once the first field has changed.
+    tcps.reserve(other.tcps.size());
+    logicalCmd.reserve(other.logicalCmd.size());
     tcps = other.tcps;
     logicalCmd = other.logicalCmd;
     config = other.config;
@@ -88,6 +90,20 @@ void GrpState::TakeFrom(GrpState& other) {
     if (system == 0) {
         delete[] std::exchange(values, nullptr);
     }
+}
+
+void GrpState::Swap(GrpState& other) noexcept {
+    std::swap(tcps, other.tcps);
+    std::swap(values, other.values);
+    std::swap(offset, other.offset);
+    std::swap(toolIndex, other.toolIndex);
+    std::swap(config, other.config);
+    std::swap(system, other.system);
+    std::swap(needExport, other.needExport);
+    std::swap(moveModel, other.moveModel);
+    std::swap(logicalCmd, other.logicalCmd);
+    std::swap(cmdType, other.cmdType);
+    std::swap(pathType, other.pathType);
 }
 
 void GrpState::SetCmdTypeAndCmd(RobotMoveCmdType type, const std::string& cmd) {

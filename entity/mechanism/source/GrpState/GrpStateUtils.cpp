@@ -90,20 +90,15 @@ std::vector<Candidate> Candidates(const GrpState& reference, const std::vector<G
     return candidates;
 }
 
-/// Moves each state once, along the cycles of the order.
+/// Exchanges states along the cycles of the order, which cannot fail half way.
 void Arrange(std::vector<GrpState>& states, std::vector<Candidate>& order) {
     for (std::size_t first = 0; first < order.size(); ++first) {
-        if (order[first].second == first) {
-            continue;
-        }
-        GrpState displaced(std::move(states[first]));
         std::size_t hole = first;
         for (std::size_t from = order[hole].second; from != first; from = order[hole].second) {
-            states[hole] = std::move(states[from]);
+            mechanism_detail::StateAccess::Swap(states[hole], states[from]);
             order[hole].second = hole;
             hole = from;
         }
-        states[hole] = std::move(displaced);
         order[hole].second = hole;
     }
 }

@@ -10,6 +10,8 @@ struct StateAccess {
     static void Bind(GrpState& state, std::uint64_t system, const GrpConfig* config) {
         state.Bind(system, config);
     }
+    /// Exchanges two states without copying poses or text, as moving them would.
+    static void Swap(GrpState& a, GrpState& b) noexcept { a.Swap(b); }
     /// Number of values; 0 for a state that is bound to no system.
     static int CountValues(const GrpState& state) {
         return state.config != nullptr ? state.config->contextDof : 0;

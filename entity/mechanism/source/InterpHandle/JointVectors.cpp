@@ -3,6 +3,7 @@
 #include "Count.h"
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 using namespace mechanism_detail;
 
@@ -91,11 +92,13 @@ void InterpHandle::EquallyDisInterpolate(const std::vector<std::vector<double>>&
         return;
     }
     const std::vector<double> parts = PartsOf(in, step);
+    std::vector<Joints> filled;
     for (std::size_t i = 0; i + 1 < in.size(); ++i) {
-        out.push_back(in[i]);
+        filled.push_back(in[i]);
         for (int k = 1; k < parts[i]; ++k) {
-            out.push_back(Between(in[i], in[i + 1], k, parts[i]));
+            filled.push_back(Between(in[i], in[i + 1], k, parts[i]));
         }
     }
-    out.push_back(in.back());
+    filled.push_back(in.back());
+    out.insert(out.end(), std::make_move_iterator(filled.begin()), std::make_move_iterator(filled.end()));
 }
