@@ -11,6 +11,8 @@ namespace bench {
 struct Side {
     std::function<void()> run;
     double elements = 1;
+    /// What `run` also does and is not to count: measured beside it and taken off. May be left out.
+    std::function<void()> besides = {};
 };
 
 struct Work {
@@ -33,6 +35,8 @@ std::vector<Row> KinematicsRows();
 std::vector<Row> InterpolationRows();
 std::vector<Row> StateRows();
 std::vector<Row> PathRows();
+std::vector<Row> EnvelopeRows();
+std::vector<Row> MeshRows();
 
 /// "" when no element differs by more than the tolerance, else where and by how much.
 std::string Difference(const std::vector<double>& ours, const std::vector<double>& peer, double tolerance);

@@ -23,8 +23,8 @@ constexpr int Repetitions = 9;
 
 std::vector<Row> AllRows() {
     std::vector<Row> rows;
-    for (const auto& subject :
-         {bench::KinematicsRows(), bench::InterpolationRows(), bench::StateRows(), bench::PathRows()}) {
+    for (const auto& subject : {bench::KinematicsRows(), bench::InterpolationRows(), bench::StateRows(),
+                                bench::PathRows(), bench::EnvelopeRows(), bench::MeshRows()}) {
         rows.insert(rows.end(), subject.begin(), subject.end());
     }
     return rows;
@@ -44,9 +44,9 @@ public:
     std::map<std::string, double> nanoseconds;
 };
 
-void Register(const std::string& name, const Side& side) {
+void Register(const std::string& name, const std::function<void()>& call) {
     benchmark::RegisterBenchmark(name.c_str(),
-                                 [run = side.run](benchmark::State& state) {
+                                 [run = call](benchmark::State& state) {
                                      for (auto _ : state) {
                                          run();
                                      }
@@ -96,12 +96,16 @@ int Compare(const std::vector<Row>& rows, const std::string& file) {
         }
         // One row at a time, so that the inputs of one do not crowd the caches of another.
         benchmark::ClearRegisteredBenchmarks();
-        Register("ours", work.ours);
-        Register("peer", work.peer);
+        Register("ours", work.ours.run);
+        Register("peer", work.peer.run);
+        if (work.ours.besides) {
+            Register("besides", work.ours.besides);
+        }
         Medians medians;
         benchmark::RunSpecifiedBenchmarks(&medians);
-        results.append(Result(row, medians.nanoseconds["ours"] / work.ours.elements,
-                              medians.nanoseconds["peer"] / work.peer.elements));
+        results.append(
+            Result(row, (medians.nanoseconds["ours"] - medians.nanoseconds["besides"]) / work.ours.elements,
+                   medians.nanoseconds["peer"] / work.peer.elements));
         Print(results[results.size() - 1]);
     }
     std::ofstream(file) << results.toStyledString();

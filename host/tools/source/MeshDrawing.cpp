@@ -6,8 +6,10 @@
 #include <Select3D_SensitivePrimitiveArray.hxx>
 #include <SelectMgr_EntityOwner.hxx>
 #include <SelectMgr_Selection.hxx>
+#include <Standard_ProgramError.hxx>
 #include <algorithm>
 #include <cfloat>
+#include <cstddef>
 #include <map>
 
 namespace mesh {
@@ -26,6 +28,35 @@ Graphic3d_Vec3 NormalOf(Corners corners) {
     const float length = normal.Modulus();
     return length > 0 ? normal / length : Graphic3d_Vec3(0, 0, 1);
 }
+
+/// A corner as the primitive array holds it: place and normal in turn.
+struct Vertex {
+    float place[3];
+    float normal[3];
+};
+
+/// Where the next corner of a layer goes. Arrays of an exact size need no check for each corner.
+struct Pen {
+    opencascade::handle<Graphic3d_ArrayOfTriangles> array;
+    int triangles = 0;
+    Vertex* next = nullptr;
+
+    void Open() {
+        array = new Graphic3d_ArrayOfTriangles(3 * triangles, 0, Standard_True);
+        const opencascade::handle<Graphic3d_Buffer>& buffer = array->Attributes();
+        if (buffer->Stride != sizeof(Vertex) || buffer->AttributeOffset(1) != offsetof(Vertex, normal)) {
+            throw Standard_ProgramError("the kernel lays vertices out otherwise");
+        }
+        buffer->NbElements = 3 * triangles;
+        next = reinterpret_cast<Vertex*>(buffer->ChangeData());
+    }
+    void Write(Corners corners) {
+        const Graphic3d_Vec3 normal = NormalOf(corners);
+        for (const auto& [x, y, z] : corners) {
+            *next++ = {{x, y, z}, {normal.x(), normal.y(), normal.z()}};
+        }
+    }
+};
 
 /// Calls `treat` with the entry of each record's layer; records of one layer mostly follow each other.
 template <class Entry, class Treat>
@@ -65,24 +96,17 @@ void AIS_Mesh::FillLayers() {
     triangles.clear();
     box.SetVoid();
     obb.SetVoid();
-    std::map<std::uint32_t, MeshLayer> layers;
-    EachByLayer(meshes, layers, [](const AISMESH& /*record*/, MeshLayer& layer) { ++layer.triangleCount; });
-    for (auto& [number, layer] : layers) {
-        layer.layer = number;
-        layer.drawing =
-            new Graphic3d_ArrayOfTriangles(3 * static_cast<int>(layer.triangleCount), 0, Standard_True);
+    std::map<std::uint32_t, Pen> pens;
+    EachByLayer(meshes, pens, [](const AISMESH& /*record*/, Pen& pen) { ++pen.triangles; });
+    for (auto& [layer, pen] : pens) {
+        pen.Open();
+        triangles.push_back({pen.array, {}, layer, static_cast<std::uint64_t>(pen.triangles)});
     }
     Bounds bounds;
-    EachByLayer(meshes, layers, [&bounds](const AISMESH& record, MeshLayer& layer) {
-        const Graphic3d_Vec3 normal = NormalOf(record.corners);
-        for (const auto& [x, y, z] : record.corners) {
-            layer.drawing->AddVertex(x, y, z, normal.x(), normal.y(), normal.z());
-        }
+    EachByLayer(meshes, pens, [&bounds](const AISMESH& record, Pen& pen) {
+        pen.Write(record.corners);
         bounds.Add(record.corners);
     });
-    for (const auto& [number, layer] : layers) {
-        triangles.push_back(layer);
-    }
     if (!meshes.empty()) {
         box.Update(bounds.low[0], bounds.low[1], bounds.low[2], bounds.high[0], bounds.high[1],
                    bounds.high[2]);
@@ -96,10 +120,16 @@ void AIS_Mesh::Compute(const opencascade::handle<PrsMgr_PresentationManager>& /*
     if (!myDrawer->HasOwnShadingAspect()) {
         myDrawer->SetupOwnShadingAspect();
     }
+    if (triangles.empty()) {
+        return;
+    }
+    const gp_Pnt low = box.CornerMin();
+    const gp_Pnt high = box.CornerMax();
     for (const MeshLayer& layer : triangles) {
         const opencascade::handle<Graphic3d_Group> group = structure->NewGroup();
         group->SetGroupPrimitivesAspect(myDrawer->ShadingAspect()->Aspect());
-        group->AddPrimitiveArray(layer.drawing);
+        group->AddPrimitiveArray(layer.drawing, Standard_False);
+        group->SetMinMaxValues(low.X(), low.Y(), low.Z(), high.X(), high.Y(), high.Z());
     }
 }
 
