@@ -49,9 +49,10 @@ struct Cell {
     TopoDS_Shape Shown() const { return workspace.GetDisplayShape()->Shape(); }
 
     /// The solids of the envelope, each checked to be one.
-    std::vector<TopoDS_Shape> Solids() const {
+    std::vector<TopoDS_Shape> Solids() const { return SolidsOf(Shown()); }
+    static std::vector<TopoDS_Shape> SolidsOf(const TopoDS_Shape& shape) {
         std::vector<TopoDS_Shape> solids;
-        for (TopExp_Explorer it(Shown(), TopAbs_SOLID); it.More(); it.Next()) {
+        for (TopExp_Explorer it(shape, TopAbs_SOLID); it.More(); it.Next()) {
             EXPECT_TRUE(BRepCheck_Analyzer(it.Current()).IsValid());
             EXPECT_TRUE(BRep_Tool::IsClosed(TopExp_Explorer(it.Current(), TopAbs_SHELL).Current()));
             EXPECT_GT(ShapeHandle::GetAreaOrVol(it.Current()), 0);
