@@ -37,6 +37,11 @@ std::string Escaped(const std::string& text) {
     return escaped;
 }
 
+std::string Attribute(const char* name, const std::string& value) {
+    std::string text = " ";
+    return text.append(name).append("=\"").append(value).append("\"");
+}
+
 std::string Number(double value) { return Rounded(value, 2); }
 
 /// 1, 2 or 5 times a power of ten, so that there are not too many ticks.
@@ -73,9 +78,10 @@ public:
     std::string Text() {
         const double width = LeftMargin + scale * (right - left) + RightMargin;
         const double height = TopMargin + scale * (top - bottom) + BottomMargin;
-        svg = "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"" + Number(width) + "\" height=\"" +
-              Number(height) + "\" viewBox=\"0 0 " + Number(width) + " " + Number(height) + "\">\n" + Style +
-              "<rect width=\"100%\" height=\"100%\" fill=\"white\"/>\n";
+        svg = "<svg xmlns='http://www.w3.org/2000/svg'" + Attribute("width", Number(width)) +
+              Attribute("height", Number(height)) +
+              Attribute("viewBox", "0 0 " + Number(width) + " " + Number(height)) + ">\n" + Style +
+              "<rect width='100%' height='100%' fill='white'/>\n";
         Grid();
         Section();
         Robot();
@@ -88,12 +94,13 @@ private:
     double Y(double z) const { return TopMargin + scale * (top - z); }
 
     void Line(const char* style, double x1, double y1, double x2, double y2) {
-        svg += std::string("<line class=\"") + style + "\" x1=\"" + Number(x1) + "\" y1=\"" + Number(y1) +
-               "\" x2=\"" + Number(x2) + "\" y2=\"" + Number(y2) + "\"/>\n";
+        svg += "<line" + Attribute("class", style) + Attribute("x1", Number(x1)) +
+               Attribute("y1", Number(y1)) + Attribute("x2", Number(x2)) + Attribute("y2", Number(y2)) +
+               "/>\n";
     }
     void Label(const std::string& text, double x, double y, const std::string& attributes) {
-        svg += "<text x=\"" + Number(x) + "\" y=\"" + Number(y) + "\" " + attributes + ">" + Escaped(text) +
-               "</text>\n";
+        svg += "<text" + Attribute("x", Number(x)) + Attribute("y", Number(y)) + " " + attributes + ">" +
+               Escaped(text) + "</text>\n";
     }
 
     void Grid() {
@@ -101,30 +108,33 @@ private:
         for (double r = std::ceil(left / step) * step; r <= right; r += step) {
             Line("grid", X(r), Y(bottom), X(r), Y(top));
             Line("axis", X(r), Y(bottom), X(r), Y(bottom) + TickLength);
-            Label(Rounded(r, 0), X(r), Y(bottom) + 25, "text-anchor=\"middle\"");
+            Label(Rounded(r, 0), X(r), Y(bottom) + 25, "text-anchor='middle'");
         }
         for (double z = std::ceil(bottom / step) * step; z <= top; z += step) {
             Line("grid", X(left), Y(z), X(right), Y(z));
             Line("axis", X(left), Y(z), X(left) - TickLength, Y(z));
-            Label(Rounded(z, 0), X(left) - 11, Y(z) + 6, "text-anchor=\"end\"");
+            Label(Rounded(z, 0), X(left) - 11, Y(z) + 6, "text-anchor='end'");
         }
         Line("joint", X(0), Y(bottom), X(0), Y(top));
     }
 
     void Section() {
-        svg += "<path class=\"reach\" d=\"";
+        svg += "<path class='reach' d='";
         for (std::size_t i = 0; i + 1 < reach.section.size(); ++i) {
             svg +=
                 (i == 0 ? "M" : "L") + Number(X(reach.section[i][0])) + " " + Number(Y(reach.section[i][1]));
         }
-        svg += "Z\"/>\n";
+        svg += "Z'/>\n";
     }
 
     std::string PathOf(const SideView::Patch& patch) const {
         std::string path;
-        for (const auto& [ax, az, bx, bz, cx, cz] : patch.triangles) {
-            path += "M" + Rounded(X(ax), 1) + " " + Rounded(Y(az), 1) + "L" + Rounded(X(bx), 1) + " " +
-                    Rounded(Y(bz), 1) + "L" + Rounded(X(cx), 1) + " " + Rounded(Y(cz), 1) + "Z";
+        for (const auto& corners : patch.triangles) {
+            for (std::size_t i = 0; i < corners.size(); i += 2) {
+                path.append(i == 0 ? "M" : "L").append(Rounded(X(corners[i]), 1));
+                path.append(" ").append(Rounded(Y(corners[i + 1]), 1));
+            }
+            path += "Z";
         }
         return path;
     }
@@ -140,23 +150,23 @@ private:
                 const std::string colour = "rgb(" + Rounded(255 * red, 0) + "," + Rounded(255 * green, 0) +
                                            "," + Rounded(255 * blue, 0) + ")";
                 rim += path;
-                fills += "<path fill=\"" + colour + "\" stroke=\"" + colour + "\" stroke-width=\"0.7\" d=\"" +
-                         path + "\"/>\n";
+                fills += "<path" + Attribute("fill", colour) + Attribute("stroke", colour) +
+                         " stroke-width='0.7'" + Attribute("d", path) + "/>\n";
             }
-            svg += "<path class=\"rim\" d=\"" + rim + "\"/>\n" + fills;
+            svg += "<path class='rim'" + Attribute("d", rim) + "/>\n" + fills;
         }
-        svg += "<circle class=\"tool\" r=\"6\" cx=\"" + Number(X(view.toolCentre[0])) + "\" cy=\"" +
-               Number(Y(view.toolCentre[1])) + "\"/>\n";
+        svg += "<circle class='tool' r='6'" + Attribute("cx", Number(X(view.toolCentre[0]))) +
+               Attribute("cy", Number(Y(view.toolCentre[1]))) + "/>\n";
     }
 
     void Axes(double height) {
         Line("axis", X(left), Y(bottom), X(right), Y(bottom));
         Line("axis", X(left), Y(bottom), X(left), Y(top));
-        Label("radius r from joint 1 (mm)", X((left + right) / 2), height - 20, "text-anchor=\"middle\"");
+        Label("radius r from joint 1 (mm)", X((left + right) / 2), height - 20, "text-anchor='middle'");
         const std::string middle = Number(Y((bottom + top) / 2));
         Label("height z (mm)", 26, Y((bottom + top) / 2),
-              "text-anchor=\"middle\" transform=\"rotate(-90 26 " + middle + ")\"");
-        Label(reach.robot->GetName(), LeftMargin, 32, "class=\"title\"");
+              "text-anchor='middle'" + Attribute("transform", "rotate(-90 26 " + middle + ")"));
+        Label(reach.robot->GetName(), LeftMargin, 32, "class='title'");
         Label("reach of the tool centre (dot); " + Rounded(reach.longest, 0) + " mm at most", LeftMargin, 55,
               "");
     }

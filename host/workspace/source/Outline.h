@@ -24,6 +24,11 @@ struct WristNet {
     std::vector<Point3> places;    ///< the last joint runs fastest
 };
 
+// Spelt out: the library's product of complex numbers looks for infinities.
+inline std::complex<double> Times(const std::complex<double>& a, const std::complex<double>& b) {
+    return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
+}
+
 /// What the upper arm and the forearm reach while the wrist stands still, for one wrist after the other.
 ///
 /// Joints 2 and 3 move the tool centre in a plane beside joint 1's axis; a place in it is x + iz. There
