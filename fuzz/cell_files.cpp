@@ -1,5 +1,6 @@
 #include <cell/Cell.h>
 #include <cell/InputError.h>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <fuzz/Documents.h>
@@ -40,11 +41,13 @@ const std::vector<Json::Value>& GoodFiles() {
     return files;
 }
 
-/// In memory where there is such a place: a file for each input is what costs most.
+/// Gone with the process, in memory where there is such a place: a file for each input is what costs most.
 const fs::path& File() {
     static const fs::path file =
         (fs::is_directory("/dev/shm") ? fs::path("/dev/shm") : fs::temp_directory_path()) /
         ("cell_" + std::to_string(getpid()) + ".json");
+    static const int removed = std::atexit([] { fs::remove(File()); });
+    static_cast<void>(removed);
     return file;
 }
 

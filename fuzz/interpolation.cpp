@@ -108,7 +108,9 @@ std::size_t AlongPath(FuzzedDataProvider& bytes) {
         path.emplace_back(Point(bytes), gp_Dir(Point(bytes).XYZ()));
         length += path.front().first.Distance(path.back().first);
     }
-    SplineInterpolation(path, Step(bytes, 2 * length));
+    // Where a path turns back on itself the kernel takes milliseconds a sample.
+    constexpr double Dear = 100;
+    SplineInterpolation(path, Step(bytes, Dear * length) * Dear);
     return path.empty() ? 0 : SparsePathPair(path, bytes.ConsumeIntegral<int>()).size() / 2;
 }
 

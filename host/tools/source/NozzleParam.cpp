@@ -9,8 +9,8 @@
 namespace {
 
 constexpr double DefaultStickOut = 15.0;
-/// mm; the kernel's tolerance is lost in numbers of longer solids.
-constexpr double LongestLength = 1e6;
+/// mm; no hand carries more, and larger solids take the kernel minutes to mesh.
+constexpr double LongestLength = 1e4;
 
 /// A number of the document: where it goes, and between which bounds it must lie.
 struct Field {

@@ -65,6 +65,11 @@ TEST_F(RobotPersistence, FaultyDocumentsAreRefusedByKeyAndChangeNothing) {
         EXPECT_EQ(robot.ToJson(""), saved) << path;
     }
     EXPECT_THROW(robot.LoadFromJson("text"), std::invalid_argument);
+    Json::Value json = saved;
+    json["DH"] = Parsed("[1]");
+    json["J2"]["axis_min"] = "low";
+    EXPECT_THAT(Thrown([&] { robot.LoadFromJson(json); }), testing::HasSubstr("J2.axis_min"));
+    EXPECT_EQ(robot.ToJson(""), saved) << "links are looked at before the table is taken from them";
 }
 
 TEST_F(RobotPersistence, NullModelsAreSkippedWithAWarning) {

@@ -9,7 +9,8 @@
 
 Json::Value GrpState::ToJson() {
     Json::Value jointValues;
-    for (int i = 0; i < config->contextDof; ++i) {
+    const int count = mechanism_detail::StateAccess::HasValues(*this, 0) ? config->contextDof : 0;
+    for (int i = 0; i < count; ++i) {
         jointValues.append(values[i]);
     }
     Json::Value poses;

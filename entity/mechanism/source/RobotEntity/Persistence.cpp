@@ -175,7 +175,7 @@ void RobotEntity::LoadFromJson(const Json::Value& json) {
         return;
     }
     RobotDocument document = ReadDocument(json);
-    CheckLinkRecords(json, document.table.value_or(std::vector<DhRow>()), GetRootLink(0));
+    CheckLinkRecords(json, document.table ? *document.table : GetArmDH1989(this), GetRootLink(0));
     GetRootMdl()->SetId(document.id);
     SetHashIndex(document.hash);
     if (document.tools) {

@@ -28,9 +28,9 @@ struct NozzleParam {
     MECHANISM_SHARED_RECORD void SetZero();
 
     /// Reads the keys named above; "stick_out" (15) and "guard_clearance" (what is there) may be left out.
-    /// @throws std::invalid_argument naming key, value and expectation: every length finite and above 0
-    /// (tcp_x
-    ///         finite, stick_out at least 0), torch_angle above 90 and at most 180. Nothing is changed then.
+    /// @throws std::invalid_argument naming key, value and expectation: every length above 0 and
+    ///         at most 10000 (tcp_x either way, stick_out at least 0), torch_angle above 90 and at most 180.
+    ///         Nothing is changed then.
     void LoadFrom(const Json::Value& json);
 
     /// The torch as solids: contact tip, gas nozzle, neck, guard volume, body, each a closed valid solid.
