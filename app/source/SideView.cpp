@@ -33,8 +33,8 @@ class Shader {
 public:
     Shader(const ViewShape& model, const gp_Trsf& toView_) : toView(toView_) {
         model.Color(colour);
-        const TopoDS_Shape shape = model.Shape();
-        BRepMesh_IncrementalMesh(shape, Deflection, Standard_False, Angle);
+        const TopoDS_Shape& shape = model.Shape();
+        const BRepMesh_IncrementalMesh mesher(shape, Deflection, Standard_False, Angle);
         for (TopExp_Explorer faces(shape, TopAbs_FACE); faces.More(); faces.Next()) {
             Add(TopoDS::Face(faces.Current()));
         }
@@ -78,7 +78,7 @@ private:
             return;
         }
         const double lit = std::max(0.0, normal.Normalized().Dot(Light));
-        const int shade = static_cast<int>(lit * (Shades - 1) + 0.5);
+        const int shade = static_cast<int>(std::lround(lit * (Shades - 1)));
         SideView::Patch& patch = patches[shade];
         const double strength = Darkest + (1 - Darkest) * shade / (Shades - 1);
         Quantity_TypeOfColor space = Quantity_TOC_sRGB;
