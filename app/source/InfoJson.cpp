@@ -107,9 +107,12 @@ Json::Value Coupling(std::uint64_t system, int count) {
     for (int i = 0; i < count && i < CoupedValue::Capacity; ++i) {
         json["ratio"].append(record.ratio[i]);
         json["skip"].append(record.skip[i]);
-        if (i == 0 || record.index[i] > record.index[i - 1]) {
-            json["index"].append(record.index[i]);
+    }
+    for (const std::int32_t index : record.index) {
+        if (index < 0 || index >= count) {
+            break;
         }
+        json["index"].append(index);
     }
     return json;
 }

@@ -1,3 +1,4 @@
+#include <BRepBuilderAPI_Copy.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <BRep_Tool.hxx>
 #include <TopExp_Explorer.hxx>
@@ -33,7 +34,8 @@ class Shader {
 public:
     Shader(const ViewShape& model, const gp_Trsf& toView_) : toView(toView_) {
         model.Color(colour);
-        const TopoDS_Shape& shape = model.Shape();
+        // Triangles that a picture asked for would make the drawing a hundred times larger.
+        const TopoDS_Shape shape = BRepBuilderAPI_Copy(model.Shape(), Standard_True, Standard_False).Shape();
         const BRepMesh_IncrementalMesh mesher(shape, Deflection, Standard_False, Angle);
         for (TopExp_Explorer faces(shape, TopAbs_FACE); faces.More(); faces.Next()) {
             Add(TopoDS::Face(faces.Current()));
