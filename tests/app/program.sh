@@ -75,6 +75,11 @@ DISPLAY='' expect 1 1 render "$cell" --out "$work/none.png"
 expect 1 1 render "$cell" --out "$work/none.txt"
 [ ! -e "$work/none.png" ] || fail "render: left a picture behind"
 
+# Names of files are the user's, in any script and locale.
+cp -r "$work/saved" "$work/焊接 单元"
+LC_ALL=C expect 0 0 save "$work/焊接 单元/cell.json" --out "$work/输出 文件"
+cmp -s "$work/saved/cell.json" "$work/输出 文件/cell.json" || fail "save: not the same cell under another name"
+
 # Where the disk has no more room the old output stays, whole and alone.
 find "$work/plan" "$work/saved" -type f -exec cksum {} + | sort >"$work/before"
 for kilobytes in 0 8 64; do

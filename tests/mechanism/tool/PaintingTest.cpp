@@ -60,6 +60,15 @@ TEST_F(Painting, IsRebuiltOnlyWhenSizeFrameOrSwitchChanged) {
     EXPECT_FALSE(Cone().IsSame(second));
     EXPECT_TRUE(tool->UpdataToolParameterData(sample::TorchParameters())) << "the cone is not a fourth part";
     EXPECT_EQ(tool->GetRootMdl()->Children().Size(), 4);
+    config.paintDownRadius = config.paintUpRadius = 50;
+    for (const char* attempt : {"first", "second"}) {
+        EXPECT_THROW(tool->SetPaintedTool(), Standard_Failure)
+            << attempt << ": the old cone is not of this size";
+    }
+    Json::Value parameters = sample::TorchParameters();
+    parameters["ToolWorkType"] = "paint";
+    tool->UpdataToolParameterData(parameters);
+    EXPECT_THAT(Thrown([&] { tool->Initial(); }), testing::HasSubstr("ToolWorkType: \"paint\", expected"));
 }
 
 TEST_F(Painting, WaitsWhileAMeshIsLoadedAndSwitchedOffToolsHaveNoCone) {

@@ -10,9 +10,9 @@
 /// The states of several robot systems at one instant, by system hash.
 class MECHANISM_EXPORT ContextState {
 public:
-    /// A zero state of every system that is registered now.
+    /// A zero state of every system that is registered now. @throws as GrpState for a layout that is none.
     ContextState();
-    /// An empty context that then reads the document; what FromJson answers is dropped.
+    /// An empty context that then reads the document; what FromJson answers is dropped. @throws as FromJson.
     ContextState(const Json::Value& json);
 
     /// Whether the context holds any system.
@@ -49,7 +49,8 @@ public:
     /// Merges the entries under "system" (not "systems", which ToJson writes) into this context.
     /// @return false, with nothing changed, when the document or that member is null.
     /// @throws std::string for a system that is not registered, with the entries before it merged;
-    ///         std::out_of_range and Json::Exception as GrpState::FromJson.
+    ///         std::out_of_range, std::invalid_argument and Json::Exception as GrpState::FromJson, for the
+    ///         same reason with the entries before it merged.
     bool FromJson(const Json::Value& json);
 
 private:
@@ -66,11 +67,12 @@ struct MECHANISM_EXPORT TracePair {
     TracePair(std::vector<GrpState> trace_, TraceType type_);
     /// An independent copy.
     TracePair(const TracePair& other);
-    /// Drops the own states before copying, so assigning a trace to itself empties it.
+    /// Drops the own states before copying, so assigning a trace to itself empties it, and so does
+    /// a copy that fails (std::bad_alloc).
     const TracePair& operator=(const TracePair& other);
     ~TracePair() = default;
 
-    /// Appends the states; those already held stay.
+    /// Appends the states; those already held stay. All or, where memory ends, none.
     void setTrace(const std::vector<GrpState>& states);
     /// Says what was recorded; the states stay.
     void setType(TraceType type_) { type = type_; }

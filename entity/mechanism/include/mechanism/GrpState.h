@@ -32,7 +32,8 @@ public:
 
     GrpState() = default;
     /// A state with zero values and zero poses.
-    /// @throws std::string as GrpConfig::GetGrpConfig does for a system that is not registered.
+    /// @throws std::string as GrpConfig::GetGrpConfig does for a system that is not registered;
+    ///         std::invalid_argument naming the count where its layout is none (0 to GrpConfig::MostValues).
     GrpState(std::uint64_t system_);
     /// An independent copy, poses and text included.
     GrpState(const GrpState& other);

@@ -46,6 +46,7 @@ public:
     void SetSimulatorState(bool simulating);
 
     /// Brings the spray cone of a painting tool in step with the configured switch and sizes.
+    /// @throws Standard_Failure of the kernel where the sizes make no cone; the old cone stays.
     void SetPaintedTool();
     /// Builds or refreshes the spray cone at a frame relative to the tool's base. While the host loads the
     /// entity's mesh the cone is left as it is and a debug record says so.
@@ -55,6 +56,9 @@ public:
 
     /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets its
     /// cone.
+    /// @throws std::invalid_argument naming a "ToolWorkType" that is no whole number; nothing has changed.
+    ///         Standard_Failure of the kernel where the configured sizes make no cone; type and frame are
+    ///         new.
     void Initial() override;
     /// Writes the package to `path` (an empty path writes none), then answers the common keys and the tool's
     /// own.

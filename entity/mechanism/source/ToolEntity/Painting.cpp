@@ -9,6 +9,7 @@
 #include <host/tools/CADParamConfig.h>
 #include <host/tools/gpHandle.h>
 #include <mechanism/ToolEntity.h>
+#include <utility>
 
 using namespace mechanism_detail;
 
@@ -56,11 +57,19 @@ void ToolEntity::SetPaintedTool() {
     if (paintIsShown && CheckPaintData()) {
         return;
     }
-    paintIsShown = true;
+    const Json::Value parametersBefore = parameters;
+    const bool wasShown = std::exchange(paintIsShown, true);
     for (const auto& [key, configured] : ConeSizes) {
         parameters[key] = config.*configured;
     }
-    UpdatePaintedModel(toolTrsf);
+    try {
+        UpdatePaintedModel(toolTrsf);
+    } catch (...) {
+        // Or the tool would take the old cone for one of the new sizes.
+        parameters = parametersBefore;
+        paintIsShown = wasShown;
+        throw;
+    }
 }
 
 bool ToolEntity::CheckPaintData() const {

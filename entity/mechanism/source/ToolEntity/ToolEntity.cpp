@@ -91,7 +91,7 @@ void ToolEntity::PutOnParts(const std::vector<opencascade::handle<ShapeEntity>>&
 
 void ToolEntity::Initial() {
     if (!parameters["ToolWorkType"].isNull()) {
-        workType = static_cast<ToolWorkType>(parameters["ToolWorkType"].asInt());
+        workType = static_cast<ToolWorkType>(ReadInt(parameters, "ToolWorkType"));
     }
     if (!flanges.empty()) {
         toolTrsf = flanges.front()->GetTrsf();
