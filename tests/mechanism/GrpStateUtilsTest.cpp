@@ -38,6 +38,19 @@ TEST_F(Sequences, LoseRepetitionsAndExcursionsAndKeepTheirEnd) {
     EXPECT_EQ(Thinned({0, std::nan(""), std::nan(""), 1}).size(), 4U) << "NaN is never a repetition";
 }
 
+TEST_F(Sequences, ContextsAreThinnedByAToleranceOfTheirOwn) {
+    std::vector<ContextState> contexts(4);
+    contexts[1].ChangeValues(System).GetValuesPtr()[0] = 1e-5;
+    contexts[2].ChangeValues(System).GetValuesPtr()[0] = 1e-5 + 1e-7;
+    contexts[3].ChangeValues(System).GetValuesPtr()[0] = 1;
+    const auto thinned = GrpStateUtils::RemoveDuplicatedStates(contexts, 100);
+    ASSERT_EQ(thinned.size(), 3U);
+    EXPECT_EQ(thinned[1].GetValues(System).GetValuesPtr()[0], 1e-5);
+    const Registrar other(System + 1, {});
+    contexts.emplace_back().SetValues(System, contexts[3].GetValues(System));
+    EXPECT_EQ(Thrown([&] { GrpStateUtils::RemoveDuplicatedStates(contexts, 1); }), "invalid map<K, T> key");
+}
+
 TEST_F(Sequences, CandidatesComeNearestFirst) {
     const GrpState reference(System);
     std::vector<GrpState> states = {State({3, 0}), State({-2, 0}), State({std::nan(""), 0}), State({1, 1})};

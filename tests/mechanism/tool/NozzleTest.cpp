@@ -66,6 +66,17 @@ NozzleParam Changed(const Change& change) {
     return nozzle;
 }
 
+TEST(Nozzle, ZeroingLeavesTheToolCentreAndWhatFollows) {
+    NozzleParam nozzle = Changed({"stick_out", 3});
+    nozzle.SetZero();
+    EXPECT_EQ(nozzle.tipRadius + nozzle.tipLength + nozzle.nozzleRadius + nozzle.nozzleLength +
+                  nozzle.neckRadius + nozzle.bodyRadius,
+              0);
+    EXPECT_EQ(nozzle.tcpZ, 330);
+    EXPECT_EQ(nozzle.stickOut, 3);
+    EXPECT_EQ(nozzle.guardClearance, NozzleParam().guardClearance);
+}
+
 TEST(Nozzle, RefusesNumbersByName) {
     const double infinity = std::numeric_limits<double>::infinity();
     const std::vector<Change> bad = {

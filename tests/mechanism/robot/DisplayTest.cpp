@@ -1,0 +1,37 @@
+#include <support/Mechanism.h>
+
+namespace {
+
+struct RobotDisplay : testing::Test {
+    RobotEntity robot{sample::Build(sample::SixAxisArm(), 5).get()};
+};
+
+TEST_F(RobotDisplay, EveryAxisGetsItsCollisionTolerance) {
+    robot.CreateCollisionMdl();
+    for (int axis = 1; axis <= 6; ++axis) {
+        EXPECT_EQ(robot.GetAxis(axis)->models[0]->collisionTolerance, 5.0) << axis;
+    }
+    RobotEntity none;
+    ExpectFailure([&] { none.CreateCollisionMdl(); }, "RobotEntity", "RobotEntity::GetAxis",
+                  "vector传入index错误，数据不在范围内");
+}
+
+TEST_F(RobotDisplay, HidingTheRobotLeavesTheUnsafeZoneAsItWas) {
+    const auto link = robot.GetAxis(2)->models[0];
+    for (const bool shown : {true, false}) {
+        robot.SetMaxWorkSpaceModel({150, 0, 500, 1500});
+        const auto zone = robot.GetUnsafeWorkspaceModel();
+        if (shown) {
+            zone->Display(1, -1);
+        }
+        zone->SetUnSelected(false);
+        zone->SetSelectionMode(0, true);
+        link->Display(1, -1);
+        robot.Hide(5);
+        EXPECT_FALSE(link->IsDisplayed());
+        EXPECT_EQ(zone->IsDisplayed(), shown);
+        EXPECT_TRUE(zone->IsUnSelected() && zone->GetSelectionModes().empty());
+    }
+}
+
+} // namespace
