@@ -19,3 +19,12 @@ function(install_moved)
   run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/first)
   file(RENAME ${WORK_DIR}/first ${WORK_DIR}/prefix)
 endfunction()
+
+# The front page's program is the consumer: what a newcomer copies must build and run.
+function(write_front_page_program)
+  file(READ ${README} text)
+  string(REPLACE ";" "\\;" text "${text}")
+  string(REGEX MATCH "```cpp\n([^`]*)```" found "${text}")
+  string(REPLACE "\\;" ";" program "${CMAKE_MATCH_1}")
+  file(WRITE ${WORK_DIR}/main.cpp "${program}")
+endfunction()

@@ -1,13 +1,14 @@
 include(${CMAKE_CURRENT_LIST_DIR}/Run.cmake)
 install_moved()
+write_front_page_program()
 set(configure ${CMAKE_COMMAND} -S ${CONSUMER_DIR} -G Ninja
     -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix -DCMAKE_BUILD_TYPE=Debug
     -DCMAKE_CXX_COMPILER=${CXX_COMPILER} -DCMAKE_CXX_COMPILER_LAUNCHER=${CXX_LAUNCHER}
-    "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
+    "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" -DPROGRAM=${WORK_DIR}/main.cpp)
 run(${configure} -B ${WORK_DIR}/build)
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/build)
 run(${WORK_DIR}/build/consumer)
-expect("states 4, last 1.5")
+expect("0.5 rad, 1500 mm\n$")
 if(EXISTS ${WORK_DIR}/prefix/bin/mechanism-cell)
   run(${WORK_DIR}/prefix/bin/mechanism-cell --help)
 endif()
