@@ -27,10 +27,10 @@ double Number(FuzzedDataProvider& bytes) {
 }
 
 /// A step that a million samples do not fit into by the length of what it divides, or one of any kind.
-double Step(FuzzedDataProvider& bytes, double length) {
+double Step(FuzzedDataProvider& bytes, double length, double most = MostParts) {
     const double step = Number(bytes);
     const double parts = std::abs(length / step);
-    return parts > MostParts && parts <= MostSamples ? length / MostParts : step;
+    return parts > most && parts <= MostSamples ? length / most : step;
 }
 
 gp_Pnt Point(FuzzedDataProvider& bytes) { return {Number(bytes), Number(bytes), Number(bytes)}; }
@@ -110,7 +110,7 @@ std::size_t AlongPath(FuzzedDataProvider& bytes) {
     }
     // Where a path turns back on itself the kernel takes milliseconds a sample.
     constexpr double Dear = 100;
-    SplineInterpolation(path, Step(bytes, Dear * length) * Dear);
+    SplineInterpolation(path, Step(bytes, 2 * length, Dear));
     return path.empty() ? 0 : SparsePathPair(path, bytes.ConsumeIntegral<int>()).size() / 2;
 }
 

@@ -1,15 +1,21 @@
 #include <host/view/TriangleModel.h>
 
+#include <BRepBndLib.hxx>
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <BRep_Tool.hxx>
+#include <Bnd_Box.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Face.hxx>
 #include <TopoDS_Vertex.hxx>
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
 constexpr double MeshAngle = 0.35;
+/// Of the size of a shape: finer triangles of something kilometres large would fill memory.
+constexpr double FinestShare = 1e-5;
 
 void Mesh(const TopoDS_Face& face, double deflection) {
     TopLoc_Location location;
@@ -50,6 +56,11 @@ void AddFace(const TopoDS_Face& face, TriangleModel::Tree& tree) {
 TriangleModel::TriangleModel(const TopoDS_Shape& shape, double deflection) {
     if (shape.IsNull()) {
         return;
+    }
+    Bnd_Box bounds;
+    BRepBndLib::Add(shape, bounds);
+    if (!bounds.IsVoid() && !bounds.IsOpen()) {
+        deflection = std::max(deflection, FinestShare * std::sqrt(bounds.SquareExtent()));
     }
     for (TopExp_Explorer faces(shape, TopAbs_FACE); faces.More(); faces.Next()) {
         const TopoDS_Face& face = TopoDS::Face(faces.Current());

@@ -16,8 +16,9 @@ public:
     using Tree = BVH_BoxSet<double, 3, Triangle>;
 
     /// Takes the triangulation that the shape carries; a face without one, or with one coarser than the
-    /// deflection (mm), is triangulated first. A vertex that stands alone is a point of the model. A shape
-    /// with neither gives an empty model.
+    /// deflection (mm), is triangulated first; of a shape larger than the deflection's hundred
+    /// thousandfold, its hundred thousandth counts. A vertex that stands alone is a point of the model. A
+    /// shape with neither gives an empty model.
     TriangleModel(const TopoDS_Shape& shape, double deflection);
 
     std::size_t Size() const { return static_cast<std::size_t>(tree.Size()); }
