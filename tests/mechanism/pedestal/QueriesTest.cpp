@@ -62,6 +62,8 @@ TEST_F(Pedestal, CopiesTheRunOfARobotWithoutAHashOverItsFront) {
 TEST_F(Pedestal, HasTheLimitsOfTheRun) {
     near->limit = {0, 1};
     Stand(70, 80);
+    EXPECT_EQ(rail.GetLimit(0, 0).size(), static_cast<std::size_t>(rail.GetLinkSize()))
+        << "the pedestal as a whole";
     EXPECT_THAT(rail.GetLimit(80, 50), ElementsAre(std::pair{50.0, 50.0}, std::pair{50.0, 50.0}));
     EXPECT_TRUE(rail.IsInLimit({100, 0, -1}, 80, 0));
     EXPECT_FALSE(rail.IsInLimit({101}, 80, 0)) << "decided before the values run out";

@@ -16,6 +16,17 @@ TEST_F(RobotDisplay, EveryAxisGetsItsCollisionTolerance) {
                   "vector传入index错误，数据不在范围内");
 }
 
+TEST_F(RobotDisplay, TheUnsafeZoneStartsAtAMicrometreAndIsNeverSelected) {
+    robot.SetMaxWorkSpaceModel({0, 0, 0, 0.00099});
+    EXPECT_TRUE(robot.GetUnsafeWorkspaceModel().IsNull());
+    robot.SetMaxWorkSpaceModel({0, 0, 0, 0.001});
+    const auto zone = robot.GetUnsafeWorkspaceModel();
+    ASSERT_FALSE(zone.IsNull());
+    zone->SetUnSelected(false);
+    robot.SetUnSaftyWorkSpaceVisible(true);
+    EXPECT_TRUE(zone->IsUnSelected());
+}
+
 TEST_F(RobotDisplay, HidingTheRobotLeavesTheUnsafeZoneAsItWas) {
     const auto link = robot.GetAxis(2)->models[0];
     for (const bool shown : {true, false}) {

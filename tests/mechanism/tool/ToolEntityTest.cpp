@@ -29,6 +29,7 @@ TEST_F(Torch, IsBuiltFromItsParameters) {
     ASSERT_EQ(parts[1]->GetLayers().size(), 3U);
     EXPECT_EQ(parts[1]->GetLayers()[2].second.transparency, 1.0) << "the guard is not seen";
     EXPECT_NEAR(parts[0]->GetLayers()[0].second.red, 0.5215686274509804, 1e-15);
+    EXPECT_NEAR(parts[0]->GetLayers()[0].second.green, 0.35294117647058826, 1e-15);
     EXPECT_EQ(parts[0]->GetLayers()[0].second.code, 8);
     EXPECT_TRUE(parts[2]->IsDisplayed()) << "parts come into view with their root";
     tool->SetSimulatorState(true);
