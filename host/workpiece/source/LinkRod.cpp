@@ -46,10 +46,6 @@ void LinkRod::SetCenterTrsf(const gp_Trsf& trsf) {
     center = Rigid::From(trsf);
 }
 
-LinkRod* LinkRod::GetSubLink(int index) const {
-    return index >= 0 && index < SubLinkSize() ? children[static_cast<std::size_t>(index)] : nullptr;
-}
-
 bool LinkRod::IsInLimit(double jointValue, double margin) const {
     return jointValue >= limit.first + margin && jointValue <= limit.second - margin;
 }

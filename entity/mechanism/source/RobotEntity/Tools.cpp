@@ -8,6 +8,7 @@
 #include <gp_Ax2.hxx>
 #include <gp_Quaternion.hxx>
 #include <host/tools/CADParamConfig.h>
+#include <host/tools/Rigid.h>
 #include <host/tools/gpHandle.h>
 #include <host/view/ViewShapeUtil.h>
 #include <mechanism/RobotEntity.h>
@@ -139,11 +140,16 @@ double RobotEntity::GetZOffset() const { return zOffset.TranslationPart().Z(); }
 
 gp_Trsf RobotEntity::GetCurrentToolWithOffset() const { return GetCurrentTool() * zOffset; }
 
+/// Asked for at every pose of a collision check: the product that is always there is made on plain numbers.
 gp_Trsf RobotEntity::GetCurrentTrsfTCP() const {
-    gp_Trsf tcp = GetCurrentEndTrsf();
-    tcp.Multiply(endCenterTrsf);
-    tcp.Multiply(GetCurrentTool());
-    tcp.Multiply(zOffset);
+    const LinkRod* end = GetEndLink(0);
+    gp_Trsf tcp =
+        (Rigid::From(end != nullptr ? end->worldTrsf : rootTrsf) * Rigid::From(endCenterTrsf)).ToTrsf();
+    for (const gp_Trsf* after : {&GetCurrentTool(), static_cast<const gp_Trsf*>(&zOffset)}) {
+        if (after->Form() != gp_Identity) {
+            tcp.Multiply(*after);
+        }
+    }
     return tcp;
 }
 

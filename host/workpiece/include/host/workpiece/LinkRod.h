@@ -40,7 +40,9 @@ public:
     void SetCenterTrsf(const gp_Trsf& trsf);
 
     /// Child number `index`, null past the end.
-    LinkRod* GetSubLink(int index) const;
+    LinkRod* GetSubLink(int index) const {
+        return index >= 0 && index < SubLinkSize() ? children[static_cast<std::size_t>(index)] : nullptr;
+    }
     int SubLinkSize() const { return static_cast<int>(children.size()); }
     void AddSubLink(LinkRod* child) { children.push_back(child); }
     const std::vector<LinkRod*>& GetSubLinks() const { return children; }
