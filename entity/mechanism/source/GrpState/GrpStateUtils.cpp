@@ -35,6 +35,7 @@ std::vector<State> Thin(const std::vector<State>& states, Same same) {
         return {};
     }
     std::vector<const State*> kept;
+    kept.reserve(states.size());
     for (const State& state : states) {
         if (!kept.empty() && same(state, *kept.back())) {
             continue;
