@@ -20,6 +20,7 @@
 #include <host/workpiece/ShapeEntity.h>
 #include <mechanism/InterpHandle.h>
 #include <memory>
+#include <numbers>
 #include <random>
 
 namespace {
@@ -91,8 +92,11 @@ Work SplineGrowth(bool quick) {
 
 constexpr double Radius = 500;
 constexpr double Tolerance = 5;
+constexpr double Spacing = 1;
+/// Between turns: 1e5 poses go from one pole to the other.
+constexpr double Pitch = 28;
 
-/// A sphere of about 100 000 triangles, and points around it, half of them within the tolerance.
+/// A sphere of about 100 000 triangles, and a path about it, half of its poses within the tolerance.
 struct Scene {
     TopoDS_Shape sphere = BRepPrimAPI_MakeSphere(Radius).Shape();
     opencascade::handle<ShapeEntity> face;
@@ -109,13 +113,20 @@ struct Scene {
             BRep_Tool::Triangulation(TopoDS::Face(faces.Current()), location)->Deflection(1e-3);
         }
         face->CreateBVHMdl(false);
+        // A tool path: a pose every millimetre along turns about the sphere, now nearer to it and now
+        // farther.
         std::mt19937 random(3);
-        std::normal_distribution<double> direction;
         std::uniform_real_distribution<double> height(-2 * Tolerance, 2 * Tolerance);
+        double polar = 0.3;
+        double azimuth = 0;
         for (int i = 0; i < count; ++i) {
-            const gp_Dir d(direction(random), direction(random), direction(random));
+            const gp_Dir d(std::sin(polar) * std::cos(azimuth), std::sin(polar) * std::sin(azimuth),
+                           std::cos(polar));
             const gp_XYZ p = d.XYZ() * (Radius + height(random));
             poses.push_back({p.X(), p.Y(), p.Z(), d.X(), d.Y(), d.Z()});
+            const double turn = Spacing / (Radius * std::sin(polar));
+            azimuth += turn;
+            polar += turn * Pitch / (2 * std::numbers::pi * Radius);
         }
     }
 };
