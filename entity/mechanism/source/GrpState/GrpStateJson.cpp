@@ -17,17 +17,18 @@ Json::Value GrpState::ToJson() {
     for (const LocEuler& pose : tcps) {
         poses.append(LocEulerToJson(pose, 6));
     }
+    // Keys that need no copy: a path has a hundred thousand of these.
     Json::Value json;
-    json["J_value"] = std::move(jointValues);
-    json["tcp_value"] = std::move(poses);
-    json["system_index"] = static_cast<Json::UInt64>(system);
-    json["NeedExport"] = needExport;
-    json["Model"] = static_cast<Json::Int>(moveModel);
-    json["LocalCmd"] = logicalCmd;
-    json["RobotCmdType"] = static_cast<Json::Int>(cmdType);
-    json["RobotPathType"] = static_cast<Json::Int>(pathType);
-    json["ToolIndex"] = static_cast<Json::Int>(toolIndex);
-    json["ZOffset"] = static_cast<double>(offset);
+    json[Json::StaticString("J_value")] = std::move(jointValues);
+    json[Json::StaticString("tcp_value")] = std::move(poses);
+    json[Json::StaticString("system_index")] = static_cast<Json::UInt64>(system);
+    json[Json::StaticString("NeedExport")] = needExport;
+    json[Json::StaticString("Model")] = static_cast<Json::Int>(moveModel);
+    json[Json::StaticString("LocalCmd")] = logicalCmd;
+    json[Json::StaticString("RobotCmdType")] = static_cast<Json::Int>(cmdType);
+    json[Json::StaticString("RobotPathType")] = static_cast<Json::Int>(pathType);
+    json[Json::StaticString("ToolIndex")] = static_cast<Json::Int>(toolIndex);
+    json[Json::StaticString("ZOffset")] = static_cast<double>(offset);
     return json;
 }
 
