@@ -119,6 +119,7 @@ void AddWorkspace(CLI::App& app, Run& run) {
     AddCell(workspace, *request, "Cell or arm file");
     workspace.add_option("--robot", request->robot, "Robot whose workspace to write")->required();
     workspace.add_option("--out", request->target, "File to write: .step, .brep, .stl or .png")->required();
+    workspace.add_flag("--json", request->json, "Print sizes and section as JSON");
     workspace.add_option("--section", request->section, "Drawing of the section as well, .svg");
 }
 

@@ -8,6 +8,7 @@
 #include <cell/ShapeOutput.h>
 #include <cell/Text.h>
 #include <host/tools/ShapeHandle.h>
+#include <json/value.h>
 #include <ostream>
 
 namespace cell {
@@ -65,9 +66,25 @@ void WriteWorkspace(const WorkspaceRequest& request, std::ostream& out) {
     for (TopExp_Explorer it(reach.envelope, TopAbs_SOLID); it.More(); it.Next()) {
         ++solids;
     }
+    const double volume = ShapeHandle::GetAreaOrVol(reach.envelope) / CubicMillimetres;
+    if (request.json) {
+        Json::Value json;
+        json["robot"] = reach.robot->GetName();
+        json["solids"] = solids;
+        json["volume_m3"] = volume;
+        for (const std::vector<double>& vertex : reach.section) {
+            Json::Value point(Json::arrayValue);
+            point.append(vertex[0]);
+            point.append(vertex[1]);
+            json["section_mm"].append(std::move(point));
+        }
+        json["reach_mm"] = reach.longest;
+        out << JsonText(json);
+        return;
+    }
     out << "workspace of \"" << reach.robot->GetName() << "\"\n"
-        << "  envelope  " << solids << (solids == 1 ? " solid, " : " solids, ")
-        << Rounded(ShapeHandle::GetAreaOrVol(reach.envelope) / CubicMillimetres, 3) << " cubic metres\n"
+        << "  envelope  " << solids << (solids == 1 ? " solid, " : " solids, ") << Rounded(volume, 3)
+        << " cubic metres\n"
         << "  section   " << reach.section.size() - 1 << " vertices\n"
         << "  reach     " << Rounded(reach.longest, 1) << " mm\n";
 }

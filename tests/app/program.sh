@@ -59,6 +59,8 @@ expect 0 0 path "$examples/cells/seam.json" --name saddle --out "$work/path.json
 
 expect 0 0 workspace "$cell" --robot welder --out "$work/reach.step" --section "$work/reach.svg"
 grep -q "height z (mm)" "$work/reach.svg" || fail "workspace: the section has no axis in millimetres"
+expect 0 0 workspace "$cell" --robot welder --out "$work/reach.stl" --json
+grep -q '"section_mm"' "$work/out" || fail "workspace --json: no section"
 expect 0 0 workspace --help
 grep -q "Examples:" "$work/out" || fail "workspace: help without an example"
 

@@ -57,6 +57,7 @@ struct WorkspaceRequest {
     std::filesystem::path
         target; ///< .step, .stp, .brep, .stl: the envelope in the world, mm; .png: a picture
     std::filesystem::path section; ///< .svg: a drawing of the section; empty: none
+    bool json = false;             ///< sizes and section as JSON
 };
 /// Writes what a robot reaches and prints its size. A picture needs a display.
 void WriteWorkspace(const WorkspaceRequest& request, std::ostream& out);
