@@ -13,6 +13,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
@@ -29,7 +30,35 @@ TopoDS_Shape ReadStep(const fs::path& file) {
     return reader.OneShape();
 }
 
+std::string Content(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// The kernel's reader takes the numbers that a cut file no longer has from memory it never set, and makes
+/// room for that many things. Whole files end each of their shapes with a star, and then name the last one.
+bool IsWholeBRep(const fs::path& file) {
+    const std::string text = Content(file);
+    const auto start = text.rfind("\nTShapes ");
+    if (start == std::string::npos) {
+        return false;
+    }
+    std::istringstream words(text.substr(start));
+    std::string word;
+    long shapes = 0;
+    words >> word >> shapes;
+    while (shapes > 0 && words >> word) {
+        shapes -= word == "*" ? 1 : 0;
+    }
+    int last = 0;
+    int location = 0;
+    return shapes == 0 && words >> last >> location;
+}
+
 TopoDS_Shape ReadBRep(const fs::path& file) {
+    if (!IsWholeBRep(file)) {
+        return {};
+    }
     TopoDS_Shape shape;
     const bool isWhole = BRepTools::Read(shape, file.string().c_str(), BRep_Builder());
     return isWhole ? shape : TopoDS_Shape();
@@ -39,8 +68,7 @@ TopoDS_Shape ReadBRep(const fs::path& file) {
 bool IsWholeStl(const fs::path& file) {
     constexpr std::size_t Header = 80;
     constexpr std::uintmax_t Facet = 50;
-    std::ifstream stream(file, std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    const std::string bytes = Content(file);
     std::uint32_t facets = 0;
     if (bytes.size() >= Header + sizeof facets) {
         std::memcpy(&facets, bytes.data() + Header, sizeof facets);
