@@ -13,89 +13,83 @@ constexpr int MostFrames = 999;
 
 using Run = std::function<void()>;
 
-/// A sub-command whose options fill a request, and which `command` runs with it.
-template <typename Request>
-std::shared_ptr<Request> Add(CLI::App& app, Run& run, const char* name, const char* does,
-                             const char* examples, void (*command)(const Request&)) {
-    auto request = std::make_shared<Request>();
-    CLI::App* sub = app.add_subcommand(name, does);
-    sub->footer(std::string("Examples:\n") + examples);
-    sub->callback([request, command, &run] { run = [request, command] { command(*request); }; });
-    return request;
-}
+constexpr const char* CellFile = "Cell file";
+constexpr const char* CellOrArm = "Cell or arm file";
 
+/// A sub-command, and the request that its options fill.
 template <typename Request>
-void AddCell(CLI::App& sub, Request& request, const char* what = "Cell file") {
-    sub.add_option("CELL", request.file, what)->required();
+struct Command {
+    CLI::App& line;
+    std::shared_ptr<Request> request;
+};
+
+/// A sub-command on a cell, which `command` runs with its request.
+template <typename Request>
+Command<Request> Add(CLI::App& app, Run& run, const char* name, const char* does, const char* examples,
+                     const char* file, void (*command)(const Request&)) {
+    auto request = std::make_shared<Request>();
+    CLI::App& line = *app.add_subcommand(name, does);
+    line.footer(std::string("Examples:\n") + examples);
+    line.callback([request, command, &run] { run = [request, command] { command(*request); }; });
+    line.add_option("CELL", request->file, file)->required();
+    return {line, request};
 }
 
 void AddInfo(CLI::App& app, Run& run) {
-    const auto request =
+    const auto [info, request] =
         Add<InfoRequest>(app, run, "info", "Print mechanisms, axes, tables, systems and motions",
                          "  mechanism-cell info examples/arms/ur_ur10e.json\n"
                          "  mechanism-cell info examples/cells/painting.json --json",
-                         [](const InfoRequest& wanted) { Info(wanted, std::cout); });
-    CLI::App& info = *app.get_subcommand("info");
-    AddCell(info, *request, "Cell or arm file");
+                         CellOrArm, [](const InfoRequest& wanted) { Info(wanted, std::cout); });
     info.add_flag("--json", request->json, "As JSON, for programs");
 }
 
 void AddFk(CLI::App& app, Run& run) {
-    const auto request =
+    const auto [fk, request] =
         Add<FkRequest>(app, run, "fk", "Print flange, tool centre and joint origins in the world, as JSON",
                        "  mechanism-cell fk examples/arms/ur_ur10e.json --values-deg 0,-90,90,0,90,0\n"
                        "  mechanism-cell fk examples/cells/two_robots.json --robot left < values.txt",
-                       [](const FkRequest& wanted) { Fk(wanted, std::cin, std::cout); });
-    CLI::App& fk = *app.get_subcommand("fk");
-    AddCell(fk, *request, "Cell or arm file");
+                       CellOrArm, [](const FkRequest& wanted) { Fk(wanted, std::cin, std::cout); });
     fk.add_option("--robot", request->robot, "Robot to move, where the cell has several");
     fk.add_option("--values-deg", request->values, "Joint values a,b,... (else lines from standard input)");
 }
 
 void AddPlan(CLI::App& app, Run& run) {
-    const auto request =
+    const auto [plan, request] =
         Add<PlanRequest>(app, run, "plan", "Plan every motion, write trace.json, print a table",
-                         "  mechanism-cell plan examples/cells/arc_welding.json --out out",
+                         "  mechanism-cell plan examples/cells/arc_welding.json --out out", CellFile,
                          [](const PlanRequest& wanted) { Plan(wanted, std::cout); });
     request->progress = isatty(STDERR_FILENO) != 0;
-    CLI::App& plan = *app.get_subcommand("plan");
-    AddCell(plan, *request);
     plan.add_option("--out", request->folder, "Folder for trace.json")->default_val("out");
     plan.add_flag("--json", request->json, "Print the table as JSON");
 }
 
 void AddPath(CLI::App& app, Run& run) {
-    const auto request =
+    const auto [path, request] =
         Add<PathRequest>(app, run, "path", "Smooth, thin and check a tool path, write its poses as JSON",
                          "  mechanism-cell path examples/cells/seam.json --name saddle --out saddle.json",
-                         [](const PathRequest& wanted) { WritePath(wanted, std::cout); });
-    CLI::App& path = *app.get_subcommand("path");
-    AddCell(path, *request);
+                         CellFile, [](const PathRequest& wanted) { WritePath(wanted, std::cout); });
     path.add_option("--name", request->name, "Name of the tool path")->required();
     path.add_option("--out", request->target, "JSON file to write")->required();
     path.add_flag("--json", request->json, "Print the counts as JSON");
 }
 
 void AddSave(CLI::App& app, Run& run) {
-    const auto request =
+    const auto [save, request] =
         Add<SaveRequest>(app, run, "save", "Write the whole cell into a folder, identifiers included",
                          "  mechanism-cell save examples/cells/painting.json --out saved\n"
                          "  mechanism-cell info saved/cell.json",
-                         [](const SaveRequest& wanted) { Save(wanted, std::cout); });
-    CLI::App& save = *app.get_subcommand("save");
-    AddCell(save, *request);
+                         CellFile, [](const SaveRequest& wanted) { Save(wanted, std::cout); });
     save.add_option("--out", request->folder, "Folder for cell.json, documents and packages")->required();
 }
 
 void AddRender(CLI::App& app, Run& run) {
-    const auto request = Add<RenderRequest>(
+    const auto [render, request] = Add<RenderRequest>(
         app, run, "render", "Draw the cell into a PNG file (needs a display)",
         "  xvfb-run -a mechanism-cell render examples/cells/arc_welding.json --out cell.png\n"
         "  mechanism-cell render CELL --frames 6 --sheet --out motion.png\n"
         "  mechanism-cell render CELL --triads --focus torch --out torch.png",
-        Render);
-    CLI::App& render = *app.get_subcommand("render");
-    AddCell(render, *request, "Cell or arm file");
+        CellOrArm, Render);
     auto* state = render.add_option("--state", request->state, "State or trace to show");
     auto* frames =
         render.add_option("--frames", request->frames, "Pictures of the motion, FILE_01.png and so on");
@@ -109,14 +103,12 @@ void AddRender(CLI::App& app, Run& run) {
 }
 
 void AddWorkspace(CLI::App& app, Run& run) {
-    const auto request = Add<WorkspaceRequest>(
+    const auto [workspace, request] = Add<WorkspaceRequest>(
         app, run, "workspace", "Write what a robot reaches: solids, a picture, a section",
         "  mechanism-cell workspace examples/cells/arc_welding.json --robot welder --out reach.step "
         "--section reach.svg\n"
         "  xvfb-run -a mechanism-cell workspace CELL --robot welder --out reach.png",
-        [](const WorkspaceRequest& wanted) { WriteWorkspace(wanted, std::cout); });
-    CLI::App& workspace = *app.get_subcommand("workspace");
-    AddCell(workspace, *request, "Cell or arm file");
+        CellOrArm, [](const WorkspaceRequest& wanted) { WriteWorkspace(wanted, std::cout); });
     workspace.add_option("--robot", request->robot, "Robot whose workspace to write")->required();
     workspace.add_option("--out", request->target, "File to write: .step, .brep, .stl or .png")->required();
     workspace.add_flag("--json", request->json, "Print sizes and section as JSON");
@@ -124,10 +116,10 @@ void AddWorkspace(CLI::App& app, Run& run) {
 }
 
 void AddView(CLI::App& app, Run& run) {
-    const auto request = Add<ViewRequest>(
-        app, run, "view", "Open a window on the cell: orbit, move axes, play motions (needs a display)",
-        "  mechanism-cell view examples/cells/rail_and_positioner.json    (H shows the keys)", View);
-    AddCell(*app.get_subcommand("view"), *request, "Cell or arm file");
+    Add<ViewRequest>(app, run, "view",
+                     "Open a window on the cell: orbit, move axes, play motions (needs a display)",
+                     "  mechanism-cell view examples/cells/rail_and_positioner.json    (H shows the keys)",
+                     CellOrArm, View);
 }
 
 void AddCompletion(CLI::App& app, Run& run) {

@@ -63,18 +63,6 @@ void Pose(const RenderRequest& request, const Cell& cell, std::vector<PlannedMot
     }
 }
 
-void Furnish(Scene& scene, const Cell& cell, const std::vector<PlannedMotion>& plan) {
-    for (const Mechanism& mechanism : cell.Mechanisms()) {
-        scene.Show(*mechanism.entity);
-    }
-    for (std::size_t i = 0; i < plan.size(); ++i) {
-        scene.ShowPath(plan[i], i);
-    }
-    for (std::size_t i = 0; i < cell.ToolPaths().size(); ++i) {
-        scene.ShowToolPath(WorkUp(cell.ToolPaths()[i]), i);
-    }
-}
-
 void ShowReaches(const RenderRequest& request, const Cell& cell, Scene& scene) {
     for (RobotEntity* robot : cell.Robots()) {
         if (request.workspace || request.maxReach) {
@@ -109,7 +97,8 @@ void RenderOne(const RenderRequest& request, const Cell& cell, std::vector<Plann
     Pose(request, cell, plan);
     Viewer viewer(PictureWidth, PictureHeight);
     Scene scene(viewer);
-    Furnish(scene, cell, plan);
+    scene.Show(cell);
+    scene.ShowPaths(cell, plan);
     ShowReaches(request, cell, scene);
     scene.ShowToolCentres(cell.Robots(), !request.triads);
     scene.ShowFloor();
@@ -127,7 +116,8 @@ public:
     Film(const RenderRequest& request, const Cell& cell_, std::vector<PlannedMotion>& plan,
          const std::vector<Moment>& moments_, int part)
         : cell(cell_), moments(moments_), viewer(PictureWidth / part, PictureHeight / part), scene(viewer) {
-        Furnish(scene, cell, plan);
+        scene.Show(cell);
+        scene.ShowPaths(cell, plan);
         ShowReaches(request, cell, scene);
         for (const Moment& moment : moments) {
             MoveToStep(cell, *moment.planned, moment.step);

@@ -70,6 +70,12 @@ Bnd_Box Scene::ExtentOf(GenericEntityConfig& entity) {
     return box;
 }
 
+void Scene::Show(const Cell& cell) {
+    for (const Mechanism& mechanism : cell.Mechanisms()) {
+        Show(*mechanism.entity);
+    }
+}
+
 void Scene::Show(GenericEntityConfig& entity) {
     for (const auto& [key, model] : entity.GetFixMdlMap()) {
         ShowBody(model);

@@ -23,6 +23,15 @@ const std::array<Quantity_Color, 4> PathColours = {
 
 } // namespace
 
+void Scene::ShowPaths(const Cell& cell, const std::vector<PlannedMotion>& plan) {
+    for (std::size_t i = 0; i < plan.size(); ++i) {
+        ShowPath(plan[i], i);
+    }
+    for (std::size_t i = 0; i < cell.ToolPaths().size(); ++i) {
+        ShowToolPath(WorkUp(cell.ToolPaths()[i]), i);
+    }
+}
+
 void Scene::ShowPath(const PlannedMotion& planned, std::size_t number) {
     const Quantity_Color& colour = PathColours[number % PathColours.size()];
     BRepBuilderAPI_MakePolygon path;

@@ -32,21 +32,14 @@ struct Cancelled {};
 ViewSession::ViewSession(const Cell& cell_)
     : cell(cell_), viewer(Width, Height, true), scene(viewer),
       window(viewer, [this](Aspect_VKey key, bool shift) { HandleKey(key, shift); }), jog(cell_) {
-    for (const Mechanism& mechanism : cell.Mechanisms()) {
-        scene.Show(*mechanism.entity);
-    }
+    scene.Show(cell);
     scene.ShowToolCentres(cell.Robots());
     viewer.LookAt(scene.Extent());
 }
 
 void ViewSession::Run() {
     Plan();
-    for (std::size_t i = 0; i < plan.size(); ++i) {
-        scene.ShowPath(plan[i], i);
-    }
-    for (std::size_t i = 0; i < cell.ToolPaths().size(); ++i) {
-        scene.ShowToolPath(WorkUp(cell.ToolPaths()[i]), i);
-    }
+    scene.ShowPaths(cell, plan);
     scene.ShowFloor();
     viewer.LookAt(scene.Extent());
     ShowStatus(cancelled ? "planning cancelled, H for help" : "H for help");

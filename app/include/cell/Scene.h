@@ -18,6 +18,7 @@ public:
 
     explicit Scene(Viewer& viewer_) : viewer(viewer_) {}
 
+    void Show(const Cell& cell);
     void Show(GenericEntityConfig& entity);
     /// Shows where the tool centres are now, in place of where they were.
     /// @param withFrames with their axes.
@@ -28,9 +29,8 @@ public:
     static Bnd_Box ExtentOf(GenericEntityConfig& entity);
     /// A line of text in the picture's lower left corner, in place of the one before.
     void ShowCaption(const std::string& text);
-    void ShowPath(const PlannedMotion& planned, std::size_t number);
-    /// The points of a tool path, and at each the way the tool comes from.
-    void ShowToolPath(const WorkedPath& path, std::size_t number);
+    /// The way of the tool centre in every motion with its key poses, and every tool path.
+    void ShowPaths(const Cell& cell, const std::vector<PlannedMotion>& plan);
     /// Takes the paths, key poses and tool paths out of sight, or brings them back.
     void SetPathsVisible(bool visible);
     /// Shows the frames of mechanisms, their links and flanges, and the tool centres where they are now, in
@@ -54,6 +54,9 @@ private:
     void ShowNeck(const gp_Trsf& flange, const gp_Pnt& tip);
     void ShowToolCentre(const RobotEntity& robot, bool withFrame);
     void Include(const opencascade::handle<ViewShape>& model);
+    void ShowPath(const PlannedMotion& planned, std::size_t number);
+    /// The points of a tool path, and at each the way the tool comes from.
+    void ShowToolPath(const WorkedPath& path, std::size_t number);
     void ShowScale();
     void ShowKeyPose(const KeyState& key, const Quantity_Color& colour);
     opencascade::handle<BaseViewShape> ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour,

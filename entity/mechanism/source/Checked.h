@@ -11,11 +11,17 @@
 /// between standard libraries, and callers show these texts.
 namespace mechanism_detail {
 
+/// @throws std::out_of_range "invalid vector subscript".
+[[noreturn]] inline void RefuseSubscript() { throw std::out_of_range("invalid vector subscript"); }
+
+/// @throws std::out_of_range "invalid map<K, T> key".
+[[noreturn]] inline void RefuseKey() { throw std::out_of_range("invalid map<K, T> key"); }
+
 /// @throws std::out_of_range "invalid vector subscript" for an index (a negative one included) past the end.
 template <class T, std::integral Index>
 const T& At(const std::vector<T>& elements, Index index) {
     if (std::cmp_less(index, 0) || std::cmp_greater_equal(index, elements.size())) {
-        throw std::out_of_range("invalid vector subscript");
+        RefuseSubscript();
     }
     return elements[static_cast<std::size_t>(index)];
 }
@@ -30,7 +36,7 @@ template <class K, class T, class C, class A>
 const T& At(const std::map<K, T, C, A>& entries, const std::type_identity_t<K>& key) {
     const auto found = entries.find(key);
     if (found == entries.end()) {
-        throw std::out_of_range("invalid map<K, T> key");
+        RefuseKey();
     }
     return found->second;
 }

@@ -1,7 +1,6 @@
 #include <mechanism/ContextState.h>
 
 #include "Checked.h"
-#include <stdexcept>
 
 namespace {
 
@@ -21,7 +20,7 @@ bool AllOf(const ContextState& context, const ContextState& other, Equal equal) 
 template <class States>
 auto& FindOrFirst(States& states, std::uint64_t system) {
     if (states.empty()) {
-        throw std::out_of_range("invalid map<K, T> key");
+        mechanism_detail::RefuseKey();
     }
     const auto found = states.find(system);
     return (found == states.end() ? states.begin() : found)->second;

@@ -4,7 +4,6 @@
 #include "Checked.h"
 #include <algorithm>
 #include <cstdint>
-#include <stdexcept>
 
 namespace {
 
@@ -17,7 +16,7 @@ std::vector<double> Independent(const double* values, const CoupedValue& couplin
             break;
         }
         if (position < 0) {
-            throw std::out_of_range("invalid vector subscript");
+            mechanism_detail::RefuseSubscript();
         }
         independent.push_back(values[position]);
     }

@@ -1,11 +1,11 @@
 #include <mechanism/GrpState.h>
 
 #include "BoundedCopy.h"
+#include "Checked.h"
 #include "StateAccess.h"
 #include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <stdexcept>
 #include <utility>
 
 using mechanism_detail::CopyBounded;
@@ -42,7 +42,7 @@ std::size_t CountFrom(const std::vector<double>& v, std::size_t room) {
 std::size_t PlaceOf(const GrpConfig& config, std::int64_t start, std::int64_t axis) {
     const std::int64_t place = start + axis;
     if (place < 0 || place >= config.contextDof) {
-        throw std::out_of_range("invalid vector subscript");
+        mechanism_detail::RefuseSubscript();
     }
     return static_cast<std::size_t>(place);
 }

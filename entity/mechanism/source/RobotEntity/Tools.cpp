@@ -51,7 +51,7 @@ gp_Pnt AnglesOfDegrees(const Json::Value& json) {
 /// A place of the tool list. @throws std::out_of_range "invalid vector subscript" for a negative one.
 std::size_t ToolPlace(int index) {
     if (index < 0) {
-        throw std::out_of_range("invalid vector subscript");
+        RefuseSubscript();
     }
     return static_cast<std::size_t>(index);
 }
