@@ -5,7 +5,7 @@
 #include <support/Registrar.h>
 
 // Sequences of calls on a few states, contexts and traces. Copies, moves and loads in any order keep every
-// buffer with one owner; operations that need values are asked only of states that have them.
+// buffer with one owner; only what changes values is kept from states that have none, as it ends the process.
 
 namespace {
 
@@ -65,7 +65,7 @@ void Construct(GrpState& state, GrpState& other, FuzzedDataProvider& bytes) {
 }
 
 void Change(GrpState& state, const GrpState& other, FuzzedDataProvider& bytes) {
-    switch (bytes.ConsumeIntegralInRange(0, 9)) {
+    switch (bytes.ConsumeIntegralInRange(0, 5)) {
     case 0:
         state.SetValues(Numbers(bytes));
         break;
@@ -76,28 +76,40 @@ void Change(GrpState& state, const GrpState& other, FuzzedDataProvider& bytes) {
         state.SetValue(AnyEntity(bytes), bytes.ConsumeIntegral<int>(), 1);
         break;
     case 3:
-        state.GetValue(AnyEntity(bytes), static_cast<AxisName>(bytes.ConsumeIntegralInRange(-20, 200)));
-        break;
-    case 4:
-        state.SetLocEuler(bytes.ConsumeIntegralInRange(-1, 3), LocEuler(gp_Pnt(1, 2, 3), gp_Pnt()));
-        break;
-    case 5:
         state.SetValuesCoupling(AnyEntity(bytes), Numbers(bytes));
         break;
-    case 6:
-        state.GetValuesCoupling(AnyEntity(bytes));
-        break;
-    case 7:
-        state.FromJson(fuzz::Document(bytes, state.ToJson()));
-        break;
-    case 8:
-        state.AddOtherValues(other);
-        state.GetValues(AnyEntity(bytes));
+    case 4:
+        state.AddOtherValues(Numbers(bytes));
         break;
     default:
         if (other.GetValuesPtr() != nullptr) {
             state.SetValuesByState(other);
         }
+    }
+}
+
+void Use(GrpState& state, const GrpState& other, FuzzedDataProvider& bytes) {
+    switch (bytes.ConsumeIntegralInRange(0, 5)) {
+    case 0:
+        state.GetValue(AnyEntity(bytes), static_cast<AxisName>(bytes.ConsumeIntegralInRange(-20, 200)));
+        break;
+    case 1:
+        state.SetLocEuler(bytes.ConsumeIntegralInRange(-1, 3), LocEuler(gp_Pnt(1, 2, 3), gp_Pnt()));
+        break;
+    case 2:
+        state.GetValuesCoupling(AnyEntity(bytes));
+        state.GetValuesCoupling();
+        break;
+    case 3:
+        state.FromJson(fuzz::Document(bytes, state.ToJson()));
+        break;
+    case 4:
+        state.AddOtherValues(other);
+        state.GetValues();
+        state.GetValues(AnyEntity(bytes));
+        break;
+    default:
+        InterpHandle::InterpolationScalePts(state, other, 0.5);
     }
 }
 
@@ -171,8 +183,9 @@ void Step(Pool& pool, FuzzedDataProvider& bytes) {
         }
         break;
     case 2:
-        if (state.GetValuesPtr() != nullptr) {
-            Compare(state, other);
+        Compare(state, other);
+        if (state.GetSystem() != 0) {
+            Use(state, other, bytes);
         }
         break;
     case 3:

@@ -16,7 +16,7 @@ void LoadState(FuzzedDataProvider& bytes) {
     const std::uint64_t system = state.GetSystem();
     const Json::Value json = fuzz::Document(bytes, state.ToJson());
     try {
-        // A state that takes over a smaller system keeps its own poses.
+        // A state that takes over another system keeps its own buffer and poses.
         if (state.FromJson(json) && state.GetSystem() == system) {
             const Json::Value written = state.ToJson();
             GrpState again(state.GetSystem());

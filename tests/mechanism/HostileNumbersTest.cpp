@@ -325,6 +325,9 @@ TEST(UnequalStates, TakeWhatBothHaveAndEqualNone) {
     const GrpState taker(std::move(b));
     EXPECT_FALSE(taker == b || taker.IsEqualForSimu(b) || taker.IsEqual(GrpState(), 1));
     a.AddOtherValues(b);
+    b.AddOtherValues(a);
+    EXPECT_TRUE(b.GetValues().empty() && b.GetValues(Robot).empty());
+    EXPECT_THROW(b.SetValue(Robot, 0, 1), std::out_of_range);
     EXPECT_THROW(a.SetValue(Pedestal, 3, 1), std::out_of_range);
     EXPECT_THROW(a.GetValue(static_cast<EntityName>(-9), ARM_J1), std::out_of_range);
     EXPECT_THAT(Thrown([&] {
@@ -334,13 +337,20 @@ TEST(UnequalStates, TakeWhatBothHaveAndEqualNone) {
     EXPECT_THAT(Thrown([&] { InterpolationPts(taker, a, {1}); }), HasSubstr("1 steps, expected 6"));
     EXPECT_THROW(InterpolationScalePts(b, a, 1), std::invalid_argument);
 
-    GrpState room(System + 1);
-    Json::Value json = a.ToJson();
-    json["ToolIndex"] = 5;
-    EXPECT_THAT(Thrown([&] { room.FromJson(json); }), HasSubstr("system_index: 93, expected 94"));
-    EXPECT_THAT(Thrown([&] { GrpState().FromJson(json); }), HasSubstr("no more than 0 values"));
-    EXPECT_EQ(room.GetSystem(), System + 1);
-    EXPECT_EQ(room.GetToolIndex(), 0);
+    // A document may name a larger system: its layout counts, the buffer stays.
+    b = GrpState(System + 1);
+    const double* const buffer = b.GetValuesPtr();
+    EXPECT_TRUE(b.FromJson(a.ToJson()));
+    EXPECT_EQ(b.GetSystem(), System);
+    EXPECT_EQ(b.GetContextDof(), 9);
+    EXPECT_EQ(b.GetValuesPtr(), buffer);
+    b.SetValues(std::vector<double>(9, 4));
+    EXPECT_EQ(GrpState(b).GetValues(), std::vector<double>(6, 4));
+    EXPECT_TRUE(b.GetValues(Pedestal).empty());
+    EXPECT_EQ(b.ToJson()["J_value"].size(), 6U);
+    EXPECT_THROW(b.GetValue(Pedestal, Gantry_X1), std::out_of_range);
+    EXPECT_FALSE(a == b || a.IsEqual(b, Infinity));
+    EXPECT_THROW(InterpolationScalePts(b, a, 1), std::invalid_argument);
     EXPECT_THROW(ContextState(Json::Value()).GetValues(1), std::out_of_range);
     GrpConfig::GetCoupledValue(System).enabled = true;
     GrpConfig::GetCoupledValue(System).index[1] = -5;

@@ -20,7 +20,11 @@ struct StateAccess;
 ///
 /// A default state is bound to no system and has neither layout nor buffer: only copying, moving, assignment,
 /// the command fields and destruction are meant for it. A bound state keeps a plain pointer to its registry
-/// entry, which must outlive it. A state that was moved from has no buffer, though it still names its system.
+/// entry, which must outlive it. A state that was moved from has no buffer, though it still names its system:
+/// it reads as a state without values.
+///
+/// The buffer keeps the size that it was made with. Where the layout comes to promise more (a document named
+/// a larger system, the registry entry grew), the state goes on with the values that it has.
 ///
 /// The operations that copy values in bulk are bounded by the state's layout. A source that is not there (an
 /// empty vector, a null pointer, a state without a buffer) or a count past the range is a fatal programming
@@ -98,7 +102,7 @@ public:
     std::vector<double> GetValues();
     /// @param v GetContextDof() values; a shorter vector sets the values it has, none at all is fatal.
     void SetValues(const std::vector<double>& v);
-    /// The buffer itself, GetContextDof() values long.
+    /// The buffer itself, as long as GetValues(); null after a move.
     double* GetValuesPtr() const { return values; }
     /// Copies GetContextDof() values; the buffer stays the same.
     void SetValuesPtr(double* const p);
@@ -161,17 +165,23 @@ public:
     /// The state as a document; numbers read back to the bit.
     Json::Value ToJson();
     /// Loads a document of the system that this state is bound to. Values and poses are read only when
-    /// "J_value" is an array, the values only when it is long enough.
+    /// "J_value" is an array, the values only when it is long enough. Another registered system is taken over
+    /// with its layout; buffer and poses stay as many as they were.
     /// @return false, with nothing changed, for null.
     /// @throws std::out_of_range "invalid map<K, T> key" when "system_index" is not registered;
-    ///         Json::Exception for a member of the wrong type; std::invalid_argument, with nothing changed,
-    ///         for a system of more values than this state has room for. What comes before a fault in the
-    ///         order values and poses (both or none), system, all other fields (all or none) is read then.
+    ///         Json::Exception for a member of the wrong type. What comes before a fault in the order values
+    ///         and poses (both or none), system, all other fields (all or none) is read then.
     bool FromJson(const Json::Value& json);
 
 private:
     friend struct mechanism_detail::StateAccess;
 
+    /// Values that the buffer was made for, as far as the layout knows them.
+    int CountRoom() const {
+        return config == nullptr ? 0 : config->contextDof < room ? config->contextDof : room;
+    }
+    /// Values that there are: none without a buffer.
+    int CountValues() const { return values != nullptr ? CountRoom() : 0; }
     /// Makes this default state one of the system: zero poses, values allocated but not set.
     void Bind(std::uint64_t system_, const GrpConfig* config_);
     /// Everything but the values when shareValues is set: then both states use one buffer, and the caller
@@ -188,6 +198,7 @@ private:
 
     std::vector<LocEuler> tcps;
     double* values = nullptr;
+    std::int32_t room = 0;
     float offset = 0;
     unsigned short toolIndex = 0;
     const GrpConfig* config = nullptr;

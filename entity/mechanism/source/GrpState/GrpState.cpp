@@ -9,7 +9,7 @@
 
 GrpState::GrpState(std::uint64_t system_) {
     Bind(system_, GrpConfig::GetGrpConfig(system_).get());
-    std::fill_n(values, config->contextDof, 0.0);
+    std::fill_n(values, room, 0.0);
 }
 
 GrpState::GrpState(const GrpState& other) { CopyFrom(other, false); }
@@ -46,6 +46,7 @@ void GrpState::Bind(std::uint64_t system_, const GrpConfig* config_) {
     }
     tcps.resize(static_cast<std::size_t>(config_->robotNum));
     values = new double[static_cast<std::size_t>(config_->contextDof)];
+    room = config_->contextDof;
     config = config_;
     system = system_;
 }
@@ -56,13 +57,15 @@ void GrpState::CopyFrom(const GrpState& other, bool shareValues) {
         return;
     }
     std::unique_ptr<double[]> copy;
+    const int newRoom = shareValues ? other.room : other.CountRoom();
     if (!shareValues) {
-        const auto count = static_cast<std::size_t>(other.config->contextDof);
+        const auto count = static_cast<std::size_t>(newRoom);
         copy = std::make_unique_for_overwrite<double[]>(count);
         mechanism_detail::CopyBounded(copy.get(), count, other.values, count);
     }
     CopyFields(other);
     values = shareValues ? other.values : copy.release();
+    room = newRoom;
 }
 
 void GrpState::CopyFields(const GrpState& other) {
@@ -84,6 +87,7 @@ void GrpState::CopyFields(const GrpState& other) {
 void GrpState::TakeFrom(GrpState& other) {
     if (other.system != 0) {
         CopyFields(other);
+        room = other.room;
     }
     system = other.system;
     delete[] std::exchange(values, std::exchange(other.values, nullptr));
@@ -95,6 +99,7 @@ void GrpState::TakeFrom(GrpState& other) {
 void GrpState::Swap(GrpState& other) noexcept {
     std::swap(tcps, other.tcps);
     std::swap(values, other.values);
+    std::swap(room, other.room);
     std::swap(offset, other.offset);
     std::swap(toolIndex, other.toolIndex);
     std::swap(config, other.config);

@@ -25,7 +25,7 @@ bool AreWithin(const double* a, const double* b, int first, int last, double tol
 /// Whether every value of a has one of b's to be compared with.
 bool HasCounterparts(const GrpState& a, const GrpState& b) {
     using mechanism_detail::StateAccess;
-    return StateAccess::HasValues(a, 0) && StateAccess::HasValues(b, a.GetContextDof());
+    return StateAccess::HasValues(a, 0) && StateAccess::HasValues(b, StateAccess::CountValues(a));
 }
 
 } // namespace
@@ -35,7 +35,7 @@ bool GrpState::IsEqual(const std::vector<double>& a, const std::vector<double>& 
 }
 
 bool GrpState::IsEqual(const GrpState& other, double tolerance) const {
-    return HasCounterparts(*this, other) && AreWithin(values, other.values, 0, config->contextDof, tolerance);
+    return HasCounterparts(*this, other) && AreWithin(values, other.values, 0, CountValues(), tolerance);
 }
 
 bool GrpState::IsEqualForSimu(const GrpState& other) const {
@@ -50,7 +50,7 @@ bool GrpState::IsWithin(const GrpState& other, double pedestalTolerance) const {
     if (system != other.system || !HasCounterparts(*this, other)) {
         return false;
     }
-    const int all = config->contextDof;
+    const int all = CountValues();
     const int pedestal = std::clamp(config->robotNum * config->robotDof, 0, all);
     const int benches = std::clamp(pedestal + config->pedestalDof, pedestal, all);
     return AreWithin(values, other.values, 0, pedestal, MotionTolerance) &&
@@ -68,7 +68,8 @@ std::vector<double> GrpState::GetScaleValues(double step) {
 
 bool operator==(const GrpState& a, const GrpState& b) {
     if (a.GetSystem() != b.GetSystem() || !HasCounterparts(a, b) ||
-        !AreWithin(a.GetValuesPtr(), b.GetValuesPtr(), 0, a.GetContextDof(), IdentityTolerance)) {
+        !AreWithin(a.GetValuesPtr(), b.GetValuesPtr(), 0, mechanism_detail::StateAccess::CountValues(a),
+                   IdentityTolerance)) {
         return false;
     }
     for (int robot = 0; robot < a.GetRobotNum(); ++robot) {

@@ -33,15 +33,13 @@ void Spread(const std::vector<double>& independent, const CoupedValue& coupling,
 }
 
 /// A record's default count is an arm's six; a shorter system has no more than its own values.
-int RobotBound(const CoupedValue& coupling, const GrpConfig& config) {
-    return std::min(coupling.robotValueCount, config.contextDof);
-}
+int RobotBound(const CoupedValue& coupling, int values) { return std::min(coupling.robotValueCount, values); }
 
 } // namespace
 
 std::vector<double> GrpState::GetValuesCoupling() {
     const CoupedValue& coupling = GrpConfig::GetCoupledValue(system);
-    return coupling.enabled ? Independent(values, coupling, config->contextDof) : GetValues();
+    return coupling.enabled ? Independent(values, coupling, CountValues()) : GetValues();
 }
 
 std::vector<double> GrpState::GetValuesCoupling(EntityName entity) {
@@ -49,19 +47,19 @@ std::vector<double> GrpState::GetValuesCoupling(EntityName entity) {
         return GetValues(entity);
     }
     const CoupedValue& coupling = GrpConfig::GetCoupledValue(system);
-    return coupling.enabled ? Independent(values, coupling, RobotBound(coupling, *config))
+    return coupling.enabled ? Independent(values, coupling, RobotBound(coupling, CountValues()))
                             : GetValues(entity);
 }
 
 void GrpState::SetValuesCoupling(const std::vector<double>& v) {
     // Independent values are fewer than the positions: copy those there are.
-    const auto room = static_cast<std::size_t>(config->contextDof);
+    const auto most = static_cast<std::size_t>(CountRoom());
     const bool isEmpty = v.empty();
-    mechanism_detail::CopyBounded(values, room, isEmpty ? nullptr : v.data(),
-                                  isEmpty ? room : std::min(room, v.size()));
+    mechanism_detail::CopyBounded(values, most, isEmpty ? nullptr : v.data(),
+                                  isEmpty ? most : std::min(most, v.size()));
     const CoupedValue& coupling = GrpConfig::GetCoupledValue(system);
     if (coupling.enabled) {
-        Spread(v, coupling, config->contextDof, values);
+        Spread(v, coupling, CountValues(), values);
     }
 }
 
@@ -72,7 +70,7 @@ void GrpState::SetValuesCoupling(EntityName entity, const std::vector<double>& v
     if (entity == Robot) {
         const CoupedValue& coupling = GrpConfig::GetCoupledValue(system);
         if (coupling.enabled) {
-            Spread(v, coupling, RobotBound(coupling, *config), values);
+            Spread(v, coupling, RobotBound(coupling, CountValues()), values);
             return;
         }
     }

@@ -1,16 +1,13 @@
 #include <mechanism/GrpState.h>
 
 #include "Checked.h"
-#include "StateAccess.h"
 #include <algorithm>
 #include <json/json.h>
-#include <stdexcept>
 #include <utility>
 
 Json::Value GrpState::ToJson() {
     Json::Value jointValues;
-    const int count = mechanism_detail::StateAccess::HasValues(*this, 0) ? config->contextDof : 0;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < CountValues(); ++i) {
         jointValues.append(values[i]);
     }
     Json::Value poses;
@@ -37,17 +34,9 @@ bool GrpState::FromJson(const Json::Value& json) {
         return false;
     }
     const std::uint64_t named = json["system_index"].asUInt64();
-    const auto& list = GrpConfig::GetGrpConfigList();
-    const auto entry = list.find(named);
-    const int room = mechanism_detail::StateAccess::CountValues(*this);
-    if (entry != list.end() && entry->second->contextDof > room) {
-        throw std::invalid_argument("system_index: " + std::to_string(named) + ", expected " +
-                                    std::to_string(system) + " or a system of no more than " +
-                                    std::to_string(room) + " values");
-    }
     ReadValues(json);
     system = named;
-    config = mechanism_detail::At(list, named).get();
+    config = mechanism_detail::At(GrpConfig::GetGrpConfigList(), named).get();
     ReadFields(json);
     return true;
 }
@@ -57,7 +46,7 @@ void GrpState::ReadValues(const Json::Value& json) {
     if (!jointValues.isArray()) {
         return;
     }
-    const int count = mechanism_detail::StateAccess::CountValues(*this);
+    const int count = CountValues();
     std::vector<double> newValues;
     if (std::cmp_greater_equal(jointValues.size(), count)) {
         for (int i = 0; i < count; ++i) {

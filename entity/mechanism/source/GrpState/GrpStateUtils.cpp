@@ -14,7 +14,7 @@ bool HasValues(const GrpState& state, int count) {
 }
 
 bool Matches(const GrpState& state, const GrpState& kept, double tolerance) {
-    const int count = state.GetValuesPtr() != nullptr ? state.GetContextDof() : 0;
+    const int count = mechanism_detail::StateAccess::CountValues(state);
     if (!HasValues(kept, count)) {
         return count == 0;
     }

@@ -2,14 +2,12 @@
 
 #include "BoundedCopy.h"
 #include "Checked.h"
-#include "StateAccess.h"
 #include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <utility>
 
 using mechanism_detail::CopyBounded;
-using mechanism_detail::StateAccess;
 
 namespace {
 
@@ -22,12 +20,12 @@ struct Range {
 };
 
 /// An entity's range, cut to the buffer: benches of different sizes are laid out past its end.
-Range RangeOf(const GrpConfig& config, EntityName entity) {
+Range RangeOf(const GrpConfig& config, EntityName entity, int room) {
     int start = 0;
     int count = 0;
     config.GetIndex(entity, start, count);
-    start = std::clamp(start, 0, config.contextDof);
-    count = std::clamp(count, 0, config.contextDof - start);
+    start = std::clamp(start, 0, room);
+    count = std::clamp(count, 0, room - start);
     return {static_cast<std::size_t>(start), static_cast<std::size_t>(count)};
 }
 
@@ -38,10 +36,13 @@ std::size_t CountFrom(const std::vector<double>& v, std::size_t room) {
     return v.empty() ? room : std::min(v.size(), room);
 }
 
+/// Where a range begins in a buffer, if there is one.
+double* Begin(double* values, std::size_t start) { return values != nullptr ? values + start : nullptr; }
+
 /// A place in the buffer, which an axis may leave its entity for but not the state.
-std::size_t PlaceOf(const GrpConfig& config, std::int64_t start, std::int64_t axis) {
+std::size_t PlaceOf(std::int64_t start, std::int64_t axis, int values) {
     const std::int64_t place = start + axis;
-    if (place < 0 || place >= config.contextDof) {
+    if (place < 0 || place >= values) {
         mechanism_detail::RefuseSubscript();
     }
     return static_cast<std::size_t>(place);
@@ -49,68 +50,63 @@ std::size_t PlaceOf(const GrpConfig& config, std::int64_t start, std::int64_t ax
 
 } // namespace
 
-std::vector<double> GrpState::GetValues() { return {values, values + config->contextDof}; }
+std::vector<double> GrpState::GetValues() { return {values, values + CountValues()}; }
 
 void GrpState::SetValues(const std::vector<double>& v) {
-    const auto room = static_cast<std::size_t>(config->contextDof);
-    CopyBounded(values, room, SourceOf(v), CountFrom(v, room));
+    const auto most = static_cast<std::size_t>(CountRoom());
+    CopyBounded(values, most, SourceOf(v), CountFrom(v, most));
 }
 
 void GrpState::SetValuesPtr(double* const p) {
-    const auto count = static_cast<std::size_t>(config->contextDof);
+    const auto count = static_cast<std::size_t>(CountRoom());
     CopyBounded(values, count, p, count);
 }
 
 void GrpState::SetValuesByState(const GrpState& other) {
-    const auto room = static_cast<std::size_t>(config->contextDof);
-    const bool isThere = StateAccess::HasValues(other, 0);
-    CopyBounded(values, room, other.values,
-                isThere ? static_cast<std::size_t>(std::min(config->contextDof, other.config->contextDof))
-                        : room);
+    const int most = CountRoom();
+    const int count = other.values != nullptr ? std::min(most, other.CountValues()) : most;
+    CopyBounded(values, static_cast<std::size_t>(most), other.values, static_cast<std::size_t>(count));
 }
 
 void GrpState::AddOtherValues(const GrpState& other) {
-    if (StateAccess::HasValues(other, 0) && other.config->contextDof == config->contextDof) {
-        std::transform(values, values + config->contextDof, other.values, values, std::plus<>());
+    if (other.CountValues() == CountValues()) {
+        std::transform(values, values + CountValues(), other.values, values, std::plus<>());
     }
 }
 
 void GrpState::AddOtherValues(const std::vector<double>& v) {
     if (std::cmp_equal(v.size(), config->contextDof)) {
-        std::transform(values, values + config->contextDof, values,
-                       [](double value) { return value + value; });
+        std::transform(values, values + CountValues(), values, [](double value) { return value + value; });
     }
 }
 
 std::vector<double> GrpState::GetValues(EntityName entity) {
-    const auto [start, count] = RangeOf(*config, entity);
+    const auto [start, count] = RangeOf(*config, entity, CountValues());
     return {values + start, values + start + count};
 }
 
 void GrpState::SetValues(EntityName entity, const std::vector<double>& v) {
     if (!v.empty()) {
-        const auto [start, count] = RangeOf(*config, entity);
-        CopyBounded(values + start, count, v.data(), CountFrom(v, count));
+        const auto [start, count] = RangeOf(*config, entity, CountRoom());
+        CopyBounded(Begin(values, start), count, v.data(), CountFrom(v, count));
     }
 }
 
 void GrpState::SetValues(EntityName entity, const double* p, std::size_t n) {
-    const auto [start, count] = RangeOf(*config, entity);
-    CopyBounded(values + start, count, p, n);
+    const auto [start, count] = RangeOf(*config, entity, CountRoom());
+    CopyBounded(Begin(values, start), count, p, n);
 }
 
 double GrpState::GetValue(EntityName entity, AxisName axis) const {
     int start = 0;
     int count = 0;
     config->GetIndex(entity, start, count);
-    return values[PlaceOf(*config, start, axis % AxesPerFamily)];
+    return values[PlaceOf(start, axis % AxesPerFamily, CountValues())];
 }
 
 void GrpState::SetValue(EntityName entity, int axis, double value) {
-    if (entity < config->robotNum) {
-        values[PlaceOf(*config, static_cast<std::int64_t>(entity) * config->robotDof, axis)] = value;
-    } else if (entity < FirstBench) {
-        values[PlaceOf(*config, static_cast<std::int64_t>(config->robotNum) * config->robotDof, axis)] =
-            value;
+    if (entity < config->robotNum || entity < FirstBench) {
+        const std::int64_t robots = std::min<std::int64_t>(entity, config->robotNum);
+        values[PlaceOf(robots * config->robotDof, axis, CountValues())] = value;
     }
 }

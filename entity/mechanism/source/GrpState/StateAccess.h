@@ -12,13 +12,11 @@ struct StateAccess {
     }
     /// Exchanges two states without copying poses or text, as moving them would.
     static void Swap(GrpState& a, GrpState& b) noexcept { a.Swap(b); }
-    /// Number of values; 0 for a state that is bound to no system.
-    static int CountValues(const GrpState& state) {
-        return state.config != nullptr ? state.config->contextDof : 0;
-    }
+    /// Number of values that there are; 0 for a state that is bound to no system or was moved from.
+    static int CountValues(const GrpState& state) { return state.CountValues(); }
     /// Whether the state has a buffer, and that many values in it.
     static bool HasValues(const GrpState& state, int count) {
-        return state.values != nullptr && CountValues(state) >= count;
+        return state.values != nullptr && state.CountValues() >= count;
     }
 };
 
