@@ -31,6 +31,8 @@ std::string Where(const std::string& file, const std::string& key) {
 
 } // namespace
 
+cell::InputError::InputError(const std::string& line) : std::runtime_error(OneLine(line)) {}
+
 cell::InputError::InputError(const std::string& file, const std::string& key, const std::string& value,
                              const std::string& expected)
-    : std::runtime_error(OneLine(Where(file, key) + Shortened(value) + ", expected " + expected)) {}
+    : InputError(Where(file, key) + Shortened(value) + ", expected " + expected) {}

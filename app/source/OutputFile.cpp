@@ -44,6 +44,14 @@ void RequireReplaceable(const fs::path& target, const std::set<std::string>& kno
     }
 }
 
+/// A report that names the place the user asked for, not the one beside it that is gone.
+std::string About(const fs::path& place, const fs::path& beside, std::string report) {
+    for (std::size_t at = 0; (at = report.find(beside.string(), at)) != std::string::npos;) {
+        report.replace(at, beside.string().size(), place.string());
+    }
+    return report;
+}
+
 /// Puts `beside` in the target's place; what stood there is taken back where that fails.
 void PutInPlace(const fs::path& beside, const fs::path& target) {
     const fs::path old = beside.string() + ".old";
@@ -80,6 +88,12 @@ void cell::WriteFolder(const fs::path& target, const std::set<std::string>& know
     }
     try {
         fill(beside);
+    } catch (const InputError& report) {
+        fs::remove_all(beside, error);
+        throw InputError(About(place, beside, report.what()));
+    } catch (const std::exception& report) {
+        fs::remove_all(beside, error);
+        Refuse(place, About(place, beside, report.what()));
     } catch (...) {
         fs::remove_all(beside, error);
         throw;

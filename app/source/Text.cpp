@@ -29,12 +29,6 @@ std::optional<double> ParseNumber(std::string_view text) {
 
 } // namespace
 
-std::string Shortest(double number) {
-    std::array<char, LongestNumber> text;
-    char* const end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-    return {text.data(), end};
-}
-
 std::string Rounded(double number, int decimals) {
     std::array<char, LongestNumber> buffer;
     char* const end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number,

@@ -89,6 +89,8 @@ for kilobytes in 0 8 64; do
     expect 1 any plan "$cell" --out "$work/plan"
     expect 1 any save "$cell" --out "$work/saved"
     ulimit -S -f unlimited
+    [ "$kilobytes" = 0 ] || grep -q "^$work/saved[/:]" "$work/err" ||
+        fail "save: does not name the place it was to write to: $(cat "$work/err")"
 done
 find "$work/plan" "$work/saved" -type f -exec cksum {} + | sort | cmp - "$work/before" ||
     fail "a full disk changed what was there"

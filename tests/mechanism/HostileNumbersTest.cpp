@@ -273,7 +273,7 @@ TEST(HostileCounts, AreRefusedBeforeAnythingIsMade) {
     EXPECT_THAT(Thrown([] {
                     EulerByQuaternion({}, {1, 0, 0}, INT_MAX);
                 }),
-                "EulerByQuaternion: 2147483647.000000 samples, " + limit);
+                "EulerByQuaternion: 2147483647 samples, " + limit);
     EXPECT_THAT(Thrown([] { InterpolationPtsByNum(gp_Pnt(), {1, 0, 0}, INT_MAX); }), HasSubstr(limit));
     EXPECT_THAT(Thrown([] { InterpolationPtsByNum({0}, {1}, INT_MAX); }), HasSubstr(limit));
     EXPECT_EQ(InterpolationPtsByNum({0}, {1}, INT_MIN).size(), 1U);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <host/tools/TextHandle.h>
 #include <json/forwards.h>
 #include <optional>
 #include <string>
@@ -9,8 +10,7 @@
 /// Numbers as text, the same in every locale.
 namespace cell {
 
-/// The shortest text that reads back to the same number.
-std::string Shortest(double number);
+using TextHandle::Shortest;
 /// Rounded to some decimals, without trailing zeros or a minus before nothing.
 std::string Rounded(double number, int decimals);
 /// An angle (rad) in degrees to ten decimals: what a file says comes out as the file said it.

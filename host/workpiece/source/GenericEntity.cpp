@@ -1,6 +1,7 @@
 #include <host/workpiece/GenericEntity.h>
 
 #include <algorithm>
+#include <host/tools/TextHandle.h>
 #include <stdexcept>
 
 GenericEntity::~GenericEntity() {
@@ -107,8 +108,8 @@ std::vector<std::pair<double, double>> GenericEntity::GetLimit(size_t /*system*/
         const auto& [low, high] = links[i]->GetLimit();
         if (!(low + margin <= high - margin)) {
             throw std::invalid_argument("joint " + std::to_string(i + 1) + ": margin " +
-                                        std::to_string(margin) + " leaves no range between " +
-                                        std::to_string(low) + " and " + std::to_string(high));
+                                        TextHandle::Shortest(margin) + " leaves no range between " +
+                                        TextHandle::Shortest(low) + " and " + TextHandle::Shortest(high));
         }
         limits.emplace_back(low + margin, high - margin);
     }

@@ -1,5 +1,6 @@
 #include <cmath>
 #include <host/tools/DataHandle.h>
+#include <host/tools/TextHandle.h>
 #include <host/workpiece/GenericEntityConfig.h>
 #include <numbers>
 #include <optional>
@@ -85,7 +86,7 @@ std::optional<AxisRange> ReadLimit(const Json::Value& json, JointType type) {
     const double low = ReadNumber(json, "axis_min");
     const double high = ReadNumber(json, "axis_max");
     if (low > high) {
-        Refuse("axis_min", json["axis_min"], "at most axis_max (" + std::to_string(high) + ")");
+        Refuse("axis_min", json["axis_min"], "at most axis_max (" + TextHandle::Shortest(high) + ")");
     }
     const double unit = type == JointLinear ? 1.0 : 1.0 / DegreesPerRadian;
     return AxisRange(low * unit, high * unit);

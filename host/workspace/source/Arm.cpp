@@ -1,6 +1,8 @@
 #include "Arm.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <cmath>
 #include <numbers>
 #include <stdexcept>
@@ -14,6 +16,12 @@ constexpr double MillimetresPerMetre = 1000.0;
 constexpr double Turn = 2 * std::numbers::pi;
 constexpr std::size_t Rows = 6;
 constexpr std::size_t CoupledRows = 7;
+
+/// The same in every locale, which std::to_string is not.
+std::string Text(double number) {
+    std::array<char, 32> text;
+    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
+}
 
 [[noreturn]] void Refuse(const std::string& what) { throw std::invalid_argument("WorkSpace: " + what); }
 
@@ -36,8 +44,8 @@ Range RangeOf(const Robot& robot, std::size_t joint) {
     const double low = robot.jointMin[joint];
     const double high = robot.jointMax[joint];
     if (!(std::isfinite(low) && std::isfinite(high) && low <= high)) {
-        Refuse("joint " + std::to_string(joint + 1) + ": " + std::to_string(low) + " to " +
-               std::to_string(high) + " rad is no range");
+        Refuse("joint " + std::to_string(joint + 1) + ": " + Text(low) + " to " + Text(high) +
+               " rad is no range");
     }
     return high - low > Turn ? Range{low, low + Turn} : Range{low, high};
 }

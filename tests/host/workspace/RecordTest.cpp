@@ -57,7 +57,7 @@ TEST(BadRecord, IsRefusedByWhatIsWrongWithIt) {
         {[](Robot& r) { r.dh.resize(5); }, "the table has 5 rows, expected 6 or 7"},
         {[](Robot& r) { r.toolOffset[1] = NoNumber; }, "tool offset is not finite"},
         {[](Robot& r) { r.dh[3][2] = INFINITY; }, "row 3 of the table is not finite"},
-        {[](Robot& r) { r.jointMin[2] = 4; }, "joint 3: 4.0"},
+        {[](Robot& r) { r.jointMin[2] = 4; }, "joint 3: 4 to"},
         {[](Robot& r) { r.jointMax[5] = NoNumber; }, "joint 6: "},
         {[](Robot& r) { r.dh[2][1] = 0.3; }, "joints 2 and 3 are not parallel"},
     };

@@ -14,22 +14,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct CommaAndPoints : std::numpunct<char> {
-    char do_decimal_point() const override { return ','; }
-    char do_thousands_sep() const override { return '.'; }
-    std::string do_grouping() const override { return "\3"; }
-};
-
-struct UserLocale {
-    std::locale before = std::locale::global(std::locale(std::locale::classic(), new CommaAndPoints));
-    ~UserLocale() { std::locale::global(before); }
-};
-
+/// The locales are made by the build: a bare machine has none but C.
 class InEveryLocale : public testing::TestWithParam<const char*> {
 protected:
-    InEveryLocale() { std::setlocale(LC_ALL, GetParam()); }
+    InEveryLocale() { setenv("LOCPATH", LOCALES, 1); }
     ~InEveryLocale() override {
-        std::setlocale(LC_ALL, "C");
+        std::locale::global(std::locale::classic());
         fs::remove_all(folder);
     }
     const fs::path folder = fs::temp_directory_path() / ("机器人 包 " + Uuid::CreateUuid().ToString());
@@ -50,11 +40,11 @@ TEST_P(InEveryLocale, DocumentsNamesAndPackagesAreTheSame) {
                });
     };
     const std::string classic = everything();
-    {
-        const UserLocale user;
-        EXPECT_EQ(everything(), classic);
-        ASSERT_TRUE(GenericEntityConfig::ExportEntityPkg(&robot, folder.string()));
-    }
+    std::locale::global(std::locale(GetParam()));
+    ASSERT_STREQ(std::setlocale(LC_ALL, nullptr), GetParam());
+    EXPECT_EQ(everything(), classic);
+    ASSERT_TRUE(GenericEntityConfig::ExportEntityPkg(&robot, folder.string()));
+    std::locale::global(std::locale::classic());
     Json::Value manifest;
     std::ifstream(folder / "manifest.json") >> manifest;
     EXPECT_EQ(manifest["name"], "焊 接");
@@ -65,6 +55,7 @@ TEST_P(InEveryLocale, DocumentsNamesAndPackagesAreTheSame) {
     EXPECT_NEAR(ShapeHandle::GetAreaOrVol(link), 60 * 80 * 100, 1e-6);
 }
 
-INSTANTIATE_TEST_SUITE_P(Locales, InEveryLocale, testing::Values("C", "C.UTF-8"));
+INSTANTIATE_TEST_SUITE_P(Locales, InEveryLocale,
+                         testing::Values("C.UTF-8", "de_DE.UTF-8", "de_DE.ISO-8859-1", "zh_CN.GB18030"));
 
 } // namespace

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "Format.h"
 #include <algorithm>
 #include <mechanism/InterpHandle.h>
 #include <stdexcept>
-#include <string>
 
 namespace mechanism_detail {
 
@@ -11,9 +11,8 @@ namespace mechanism_detail {
 /// @throws std::invalid_argument for more.
 inline void RequireCount(double count, const char* function) {
     if (count > InterpHandle::MostSamples) {
-        throw std::invalid_argument(std::string(function) + ": " + std::to_string(count) +
-                                    " samples, expected at most " +
-                                    std::to_string(InterpHandle::MostSamples));
+        throw std::invalid_argument(
+            format("{}: {:.15g} samples, expected at most {}", function, count, InterpHandle::MostSamples));
     }
 }
 

@@ -163,8 +163,8 @@ void InterpHandle::SplineInterpolation(std::vector<std::pair<gp_Pnt, gp_Dir>>& p
     }
     // The kernel would divide a curve into endless parts.
     if (!std::isfinite(base) || base <= 0) {
-        throw std::invalid_argument("SplineInterpolation: base " + std::to_string(base) +
-                                    ", expected a finite spacing above 0 mm");
+        throw std::invalid_argument(mechanism_detail::format(
+            "SplineInterpolation: base {}, expected a finite spacing above 0 mm", base));
     }
     RequireSamples(path, base);
     path = Densified(path, base);
