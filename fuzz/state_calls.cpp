@@ -184,9 +184,7 @@ void Step(Pool& pool, FuzzedDataProvider& bytes) {
         break;
     case 2:
         Compare(state, other);
-        if (state.GetSystem() != 0) {
-            Use(state, other, bytes);
-        }
+        Use(state, other, bytes);
         break;
     case 3:
         UseContext(Pick(pool.contexts, bytes), Pick(pool.contexts, bytes), state, bytes);

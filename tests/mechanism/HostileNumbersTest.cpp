@@ -312,6 +312,25 @@ TEST(HostileCounts, AreRefusedBeforeAnythingIsMade) {
     }
 }
 
+// What was never bound or set up has nothing to give, and says so instead of reaching for it.
+TEST(Empty, StatesAndEntitiesRefuseOrDoNothing) {
+    GrpState unbound;
+    unbound.SetValues(Robot, {1, 2});
+    unbound.AddOtherValues(std::vector<double>());
+    EXPECT_TRUE(unbound.GetValues().empty() && unbound.GetScaleValues(1).empty());
+    EXPECT_EQ(unbound.GetRobotAndPedestalDof() + unbound.GetBenchDof(), 0);
+    EXPECT_THROW(unbound.GetValue(Robot, ARM_J1), std::out_of_range);
+    EXPECT_THROW(unbound.SetValue(Pedestal, 0, 1), std::out_of_range);
+
+    RobotEntity robot;
+    EXPECT_THAT(Thrown([&] { robot.AddWorkbench(nullptr); }), HasSubstr("workbench: null"));
+    EXPECT_THAT(Thrown([&] { robot.DeleteWorkbench(nullptr); }), HasSubstr("workbench: null"));
+    EXPECT_THAT(Thrown([&] { robot.ShowBestWorkspace(true); }), HasSubstr("workspace: none"));
+    EXPECT_THROW(robot.UpdateMaxWork(), std::logic_error);
+    EXPECT_THROW(robot.LinkToJson(nullptr), std::invalid_argument);
+    EXPECT_TRUE(robot.GetWorkbenches().empty());
+}
+
 // States that do not fit together reach no memory but their own.
 TEST(UnequalStates, TakeWhatBothHaveAndEqualNone) {
     const Registrar large(System, {.pedestal = 3}), small(System + 1, {});

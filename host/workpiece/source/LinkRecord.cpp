@@ -239,6 +239,9 @@ void GenericEntityConfig::Reframe(LinkRod& link, const gp_Trsf& center, JointTyp
 }
 
 Json::Value GenericEntityConfig::LinkToJson(LinkRod* const link) const {
+    if (link == nullptr) {
+        throw std::invalid_argument(GetName() + ": null link, expected one to write");
+    }
     Json::Value json(Json::objectValue);
     json["name"] = link->name;
     json["joint_type"] = static_cast<int>(link->jointType);

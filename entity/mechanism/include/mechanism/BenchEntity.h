@@ -23,10 +23,9 @@ public:
     // --- framework operations ----------------------------------------------------------------------------
     /// Takes placement, end frame, workpieces and table from the flanges and links.
     /// @throws std::string "...BenchEntity::UpdateDH变位机结构错误：不支持多条运动链", logged at critical,
-    /// for
-    ///         more than one root link.
+    ///         for more than one root link.
     void Initial() override;
-    /// Names every model after the bench, then runs Initial.
+    /// Names every model after the bench, then runs Initial. @throws as Initial.
     void UpdateLinkModelNames() override;
     /// Lets go of all workpieces; models and mounting stay.
     void Delete() override;
@@ -35,8 +34,7 @@ public:
     /// Reads "ID" and "HashID". Nothing happens without a root model.
     /// @throws std::invalid_argument naming key, value and expectation; the bench stays as it was.
     void LoadFromJson(const Json::Value& json) override;
-    /// The base's data, and "WorkbenchSystem": the hashes of the bench's systems, ascending; no key without
-    /// any.
+    /// The base's data, and "WorkbenchSystem": the hashes of the bench's systems, ascending; only if any.
     Json::Value DataToJson(const std::string& path) override;
 
     // --- workpieces --------------------------------------------------------------------------------------

@@ -57,7 +57,7 @@ struct MECHANISM_EXPORT GrpConfig {
 
     /// The range of an entity's values. A bench past benchNum leaves both outputs as they are.
     /// @throws std::out_of_range "invalid vector subscript" when benchNum promises a bench that was never
-    /// set; std::invalid_argument for bench axes that are no 32-bit number.
+    ///         set; std::invalid_argument for bench axes that are no 32-bit number.
     void GetIndex(EntityName entity, int& start, int& count) const;
     /// Number of values of the whole system.
     int GetContextDof() const { return contextDof; }
@@ -70,8 +70,7 @@ struct MECHANISM_EXPORT GrpConfig {
     /// @{
     /// The five look-ups by system hash.
     /// @throws std::string ending in the function's name and "当前系统不存在该型号机器人", logged at
-    /// critical, when
-    ///         the system is not registered.
+    ///         critical, when the system is not registered.
     static const std::shared_ptr<GrpConfig>& GetGrpConfig(std::uint64_t system);
     static int GetContextDof(std::uint64_t system);
     static int GetRobotAndPedestalDof(std::uint64_t system);

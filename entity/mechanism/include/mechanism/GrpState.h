@@ -18,10 +18,9 @@ struct StateAccess;
 /// benches in one flat buffer laid out by the system's GrpConfig, one tool-centre pose a robot, and the
 /// command fields that a planned path carries at each point.
 ///
-/// A default state is bound to no system and has neither layout nor buffer: only copying, moving, assignment,
-/// the command fields and destruction are meant for it. A bound state keeps a plain pointer to its registry
-/// entry, which must outlive it. A state that was moved from has no buffer, though it still names its system:
-/// it reads as a state without values.
+/// A default state is bound to no system and has neither values nor poses. A bound state keeps a plain
+/// pointer to its registry entry, which must outlive it. A state that was moved from has no buffer, though it
+/// still names its system: it reads as a state without values.
 ///
 /// The buffer keeps the size that it was made with. Where the layout comes to promise more (a document named
 /// a larger system, the registry entry grew), the state goes on with the values that it has.
@@ -87,7 +86,7 @@ public:
     /// @}
 
     /// @{
-    /// The system's layout, as its GrpConfig says; the state must be bound.
+    /// The system's layout, as its GrpConfig says; nothing but zeros for a state that was never bound.
     int GetRobotDof() const { return config->robotDof; }
     int GetRobotNum() const { return config->robotNum; }
     int GetBenchNum() const { return config->benchNum; }
@@ -176,10 +175,11 @@ public:
 private:
     friend struct mechanism_detail::StateAccess;
 
+    /// Of a state that is bound to no system: nothing in it.
+    static const GrpConfig NoLayout;
+
     /// Values that the buffer was made for, as far as the layout knows them.
-    int CountRoom() const {
-        return config == nullptr ? 0 : config->contextDof < room ? config->contextDof : room;
-    }
+    int CountRoom() const { return config->contextDof < room ? config->contextDof : room; }
     /// Values that there are: none without a buffer.
     int CountValues() const { return values != nullptr ? CountRoom() : 0; }
     /// Makes this default state one of the system: zero poses, values allocated but not set.
@@ -201,7 +201,7 @@ private:
     std::int32_t room = 0;
     float offset = 0;
     unsigned short toolIndex = 0;
-    const GrpConfig* config = nullptr;
+    const GrpConfig* config = &NoLayout;
     std::uint64_t system = 0;
     bool needExport = true;
     MoveModel moveModel = MoveModelDefault;

@@ -114,17 +114,15 @@ using ArrayPose = std::array<double, 6>;
 /// tool with the curve. Up to one pose gives an empty path; two are blended on the straight line. The last
 /// sample of a long leg is left out, on the last leg too: the path then ends before its final pose.
 /// @throws Standard_Failure of the kernel for coincident neighbours on a long leg's tangents, a tool axis
-/// that
-///         cannot be found, coordinates that are not finite; std::invalid_argument for a base that is not a
-///         finite number above 0 where it is needed. The path stays as it was.
+///         that cannot be found, coordinates that are not finite; std::invalid_argument for a base that is
+///         not a finite number above 0 where it is needed. The path stays as it was.
 MECHANISM_EXPORT void SplineInterpolation(std::vector<std::pair<gp_Pnt, gp_Dir>>& path, double base);
 /// The same on arrays, crowded poses dropped first, with a spacing of at least 1. An empty result leaves the
 /// arrays as they were. @throws as ArrayToPathPair and SplineInterpolation.
 MECHANISM_EXPORT void SplineInterpolationArry(std::vector<std::array<double, 6>>& arr, double base);
 /// Poses of the arrays; a pose closer than 1 to the next one is dropped, the last is kept.
 /// @throws std::out_of_range "invalid vector subscript" for an empty list; Standard_ConstructionError for a
-/// zero
-///         direction.
+///         zero direction.
 MECHANISM_EXPORT std::vector<std::pair<gp_Pnt, gp_Dir>>
 ArrayToPathPair(const std::vector<std::array<double, 6>>& arr);
 /// First pose, every k-th between, last pose. A negative k keeps the ends alone; one pose comes back twice.

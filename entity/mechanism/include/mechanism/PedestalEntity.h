@@ -45,7 +45,7 @@ public:
     void Initial() override;
     /// Takes the links' joint values over into the values of the pedestal and of every system.
     void UpdateState() override;
-    /// Names every model after the pedestal, then runs Initial.
+    /// Names every model after the pedestal, then runs Initial. @throws as Initial.
     void UpdateLinkModelNames() override;
     /// The host's kinematics moves the links: nothing to do, on purpose.
     void Forward() {}
@@ -74,9 +74,8 @@ public:
     ///         GetCurrentValue. For the pedestal as a whole as GenericEntity::GetLimit.
     std::vector<std::pair<double, double>> GetLimit(size_t system, double tolerance) override;
     /// Whether every axis of the system is within its limits narrowed by the margin; no values at all are.
-    /// @throws std::out_of_range "invalid vector subscript" where the values end before the first axis that
-    /// is
-    ///         out of its limits.
+    /// @throws std::out_of_range "invalid vector subscript" where the values end before the first axis
+    ///         that is out of its limits.
     bool IsInLimit(const std::vector<double>& values, size_t system, double tolerance) const override;
 
     // --- geometry ----------------------------------------------------------------------------------------
@@ -89,8 +88,7 @@ public:
     /// weighted with their lengths relative to the longest. A void box gives ones.
     /// @param box in the world.
     std::vector<double> GetPathBoxOffsetScale(const Bnd_OBB& box, size_t system);
-    /// Velocity (mm/s, world) of what the linear axes carry; the sum ends at the first axis that is not
-    /// linear.
+    /// Velocity (mm/s, world) of what the linear axes carry; the sum ends at the first that is not linear.
     /// @param speeds one number an axis of the system, mm/s.
     /// @throws std::invalid_argument for null speeds of a system that has axes.
     gp_XYZ GetSpeedValue(const double* speeds, size_t system);
@@ -99,8 +97,8 @@ public:
     gp_XYZ GetStateValue(const gp_Trsf& target, size_t system);
     /// Takes the motion of the pedestal's axes out of a pose, top first. Axes whose value is below 1e-6 are
     /// passed over; a joint that is neither rotary nor linear ends the removal.
-    /// @param pose X_WP at the values of the state. @param state names the system and has its pedestal
-    /// values.
+    /// @param pose X_WP at the values of the state.
+    /// @param state names the system and has its pedestal values.
     /// @param base X_WB, the pedestal's placement. @return X_WP with the axes at zero.
     /// @throws std::out_of_range "invalid vector subscript" when the state has fewer pedestal values than
     /// axes.

@@ -44,9 +44,8 @@ public:
     /// Writes the package to `path` (an empty path writes none), then answers the robot's document.
     Json::Value ToJson(const std::string& path) override;
     /// Restores the robot from its document. Nothing happens without a root model.
-    /// @throws std::invalid_argument naming the key for a document of another kind or a value of the wrong
-    /// type;
-    ///         the robot stays as it was. std::string "...RobotEntity::LoadFromJson存在异常的空数据" for a
+    /// @throws std::invalid_argument naming the key for a document of another kind or a wrong type; the robot
+    ///         stays as it was. std::string "...RobotEntity::LoadFromJson存在异常的空数据" for a
     ///         table with more rows than the chain has links; the links up to there have their new rows then.
     void LoadFromJson(const Json::Value& json) override;
     /// Joint limits of the robot's system, each narrowed by the margin (rad). They come out in the order of
@@ -58,6 +57,7 @@ public:
     /// As the base; a coupled wrist then has its sixth value set to minus its fifth.
     void SetCurrentValue(const std::vector<double>& values, size_t system) override;
     /// Names every model after the robot and brings table, links and tool frame up to date.
+    /// @throws as Initial.
     void UpdateLinkModelNames() override;
     /// Called when something has been mounted: a tool on flange 0 takes the current slot of the tool list
     /// while that is empty (identity within 1e-7), else the next one, which becomes current; the tool joins
@@ -86,8 +86,7 @@ public:
     /// Joint values (rad) that the robot starts from.
     const std::vector<double>& GetInitialValue() const { return initialValues; }
 
-    // --- axes
-    // -----------------------------------------------------------------------------------------------
+    // --- axes ---------------------------------------------------------------------------------------------
     /// Link of axis n, 1 <= n <= link count.
     /// @throws std::string "...RobotEntity::GetAxisvector传入index错误，数据不在范围内" otherwise.
     LinkRod* GetAxis(int axis) const;
@@ -102,8 +101,7 @@ public:
     /// False when the robot hangs within 20 degrees of straight down.
     bool IsRobotUp() const;
 
-    // --- tools
-    // ------------------------------------------------------------------------------------------------
+    // --- tools --------------------------------------------------------------------------------------------
     /// @{
     /// The tool frames relative to the flange, by tool index.
     void SetTools(const std::vector<gp_Trsf>& newTools) { tools = newTools; }
@@ -137,13 +135,12 @@ public:
     /// Puts the mounted tool's parts where they belong in the zero pose, then returns to the current pose.
     void ResetToolPosition();
 
-    // --- tool centre
-    // ------------------------------------------------------------------------------------------
+    // --- tool centre --------------------------------------------------------------------------------------
     /// Shift along the tool's Z (mm), applied after the tool.
     void SetZOffset(double z);
     /// The shift in force, mm.
     double GetZOffset() const;
-    /// X_FT * X_TZ: the current tool, then the offset.
+    /// X_FT * X_TZ: the current tool, then the offset. @throws as GetToolFromVector, as do the next two.
     gp_Trsf GetCurrentToolWithOffset() const;
     /// X_WT = X_WE * X_EF * X_FT * X_TZ: end link, flange, tool, offset.
     gp_Trsf GetCurrentTrsfTCP() const;
@@ -152,14 +149,16 @@ public:
     /// The axis triad at the tool centre, or null.
     opencascade::handle<BaseViewShape> GetToolFrame() const { return toolFrameMdl; }
     /// Rebuilds the triad and hangs it on the end link's first model. The Z offset is not shown.
+    /// @throws std::out_of_range as GetToolFromVector.
     void UpdateToolFrame();
 
-    // --- workbenches
-    // ------------------------------------------------------------------------------------------
+    // --- workbenches --------------------------------------------------------------------------------------
     /// Lists the bench and enters it into this robot's system; the first one becomes current.
+    /// @throws std::invalid_argument for null.
     void AddWorkbench(GenericEntity* bench);
     /// Takes the bench off the list and out of this robot's system. A bench that is not listed still moves a
     /// positive current index down by one.
+    /// @throws std::invalid_argument for null.
     void DeleteWorkbench(GenericEntity* bench);
     /// Makes a listed bench current; for one that is not listed nothing happens.
     void SetCurrentWorkbench(GenericEntity* const bench);
@@ -171,21 +170,21 @@ public:
     /// The listed benches; not owned.
     const std::vector<GenericEntity*>& GetWorkbenches() const { return workbenches; }
 
-    // --- collision state
-    // ----------------------------------------------------------------------------------------
+    // --- collision state ----------------------------------------------------------------------------------
     /// Sets the collision gap of the robot and its mounted tool: the configured one, 20 mm, 2 mm, or 30 mm
     /// for any other state.
     void SetCurrentCollisionState(CheckCollisionState state);
     /// The state that was set last.
     CheckCollisionState GetCurrentCollisionState() const { return collisionState; }
 
-    // --- workspace display
-    // --------------------------------------------------------------------------------------
-    /// Shows or takes away the best working region; the robot must have been through Initial.
+    // --- workspace display --------------------------------------------------------------------------------
+    /// Shows or takes away the best working region.
+    /// @throws std::logic_error for a robot that was not through Initial.
     void ShowBestWorkspace(bool show);
     /// The region's builder; null before Initial.
     const std::shared_ptr<RobotWorkspace>& GetWorkspace() const { return workspace; }
     /// Makes the maximum-reach model that of the record which the region was last built from.
+    /// @throws std::logic_error as ShowBestWorkspace.
     void UpdateMaxWork();
     /// Makes the maximum-reach model a spheroid below the root model; it is not displayed.
     /// @param a shoulder offset, lateral offset, shoulder height and reach (mm, in the root model's frame):
@@ -206,6 +205,7 @@ private:
     void UpdateToolByDH();
     void Normalized();
     void SetToolInVector(const gp_Trsf& tool, int index);
+    RobotWorkspace& RequireWorkspace() const;
     void ReplaceUnsafeModel(const TopoDS_Shape& spheroid);
 
     std::shared_ptr<RobotWorkspace> workspace;

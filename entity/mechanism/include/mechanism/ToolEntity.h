@@ -49,25 +49,24 @@ public:
     /// @throws Standard_Failure of the kernel where the sizes make no cone; the old cone stays.
     void SetPaintedTool();
     /// Builds or refreshes the spray cone at a frame relative to the tool's base. While the host loads the
-    /// entity's mesh the cone is left as it is and a debug record says so.
+    /// entity's mesh the cone is left as it is and a debug record says so. @throws as SetPaintedTool.
     void UpdatePaintedModel(const gp_Trsf& trsf);
     /// The spray cone, or null.
     opencascade::handle<ShapeEntity> GetPaintedMdl() const { return paintedMdl; }
 
-    /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets its
+    /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets a
     /// cone.
     /// @throws std::invalid_argument naming a "ToolWorkType" that is no whole number; nothing has changed.
     ///         Standard_Failure of the kernel where the configured sizes make no cone; type and frame are
     ///         new.
     void Initial() override;
-    /// Writes the package to `path` (an empty path writes none), then answers the common keys and the tool's
-    /// own.
+    /// Writes the package to `path` (an empty path writes none), then answers the common keys and its own.
     Json::Value ToJson(const std::string& path) override;
     /// Nothing happens without a root model.
     /// @throws std::invalid_argument naming the key for a document of another kind or a wrong type; the tool
     ///         stays as it was.
     void LoadFromJson(const Json::Value& json) override;
-    /// Names every model after the tool, then runs Initial.
+    /// Names every model after the tool, then runs Initial. @throws as Initial.
     void UpdateLinkModelNames() override;
     /// "type" 4, "WorkType", and "EndHashID" where there is an end part.
     void ExportParaToJson(Json::Value& out) override;

@@ -7,6 +7,13 @@
 #include <memory>
 #include <utility>
 
+const GrpConfig GrpState::NoLayout = [] {
+    GrpConfig none;
+    none.robotDof = 0;
+    none.contextDof = 0;
+    return none;
+}();
+
 GrpState::GrpState(std::uint64_t system_) {
     Bind(system_, GrpConfig::GetGrpConfig(system_).get());
     std::fill_n(values, room, 0.0);

@@ -2,10 +2,22 @@
 
 #include <algorithm>
 #include <mechanism/RobotEntity.h>
+#include <stdexcept>
 
 using namespace mechanism_detail;
 
+namespace {
+
+void RequireBench(const GenericEntity* bench) {
+    if (bench == nullptr) {
+        throw std::invalid_argument("workbench: null, expected a bench");
+    }
+}
+
+} // namespace
+
 void RobotEntity::AddWorkbench(GenericEntity* bench) {
+    RequireBench(bench);
     bench->AddSystem(GetHashIndex());
     if (std::find(workbenches.begin(), workbenches.end(), bench) != workbenches.end()) {
         return;
@@ -17,6 +29,7 @@ void RobotEntity::AddWorkbench(GenericEntity* bench) {
 }
 
 void RobotEntity::DeleteWorkbench(GenericEntity* bench) {
+    RequireBench(bench);
     bench->DeleteSystem(GetHashIndex());
     int position = 0;
     const auto found = std::find(workbenches.begin(), workbenches.end(), bench);

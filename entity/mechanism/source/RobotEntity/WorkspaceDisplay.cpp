@@ -66,10 +66,17 @@ void LogModelFailure(const std::string& text) {
 
 } // namespace
 
-void RobotEntity::ShowBestWorkspace(bool show) { workspace->ShowWorkspaceShape(show, ShownRatio); }
+RobotWorkspace& RobotEntity::RequireWorkspace() const {
+    if (workspace == nullptr) {
+        throw std::logic_error("workspace: none, expected a robot that was through Initial");
+    }
+    return *workspace;
+}
+
+void RobotEntity::ShowBestWorkspace(bool show) { RequireWorkspace().ShowWorkspaceShape(show, ShownRatio); }
 
 void RobotEntity::UpdateMaxWork() {
-    SetMaxWorkSpaceModel(WorkSpace::GetRobotMaxWorkSpace(workspace->GetRobotData()));
+    SetMaxWorkSpaceModel(WorkSpace::GetRobotMaxWorkSpace(RequireWorkspace().GetRobotData()));
 }
 
 void RobotEntity::SetMaxWorkSpaceModel(const std::array<double, 4>& a) {
