@@ -79,6 +79,12 @@ TEST_F(GrpStateTest, EntitiesReadAndWriteTheirRange) {
     other.SetValues(NoBench, {7, 8, 9});
     EXPECT_THAT(other.GetValues(), ElementsAre(0, 0, 0, 0, 0, 0, 0, 0, 0, 7)) << "cut at the buffer's end";
 
+    const Registrar crowd(Cell + 2, {.joints = 1, .robots = 9});
+    GrpState many(Cell + 2);
+    many.SetValue(static_cast<EntityName>(8), 0, 3); // the ninth robot, not a bench
+    many.SetValue(static_cast<EntityName>(9), 0, 4);
+    EXPECT_EQ(many.GetValues(), std::vector<double>({0, 0, 0, 0, 0, 0, 0, 0, 3}));
+
     state.AddOtherValues(other);
     state.AddOtherValues(std::vector<double>(8, 100));
     state.AddOtherValues(std::vector<double>(9, 100));

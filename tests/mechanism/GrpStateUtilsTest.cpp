@@ -35,6 +35,7 @@ TEST_F(Sequences, LoseRepetitionsAndExcursionsAndKeepTheirEnd) {
     EXPECT_THAT(Thinned({3}), ElementsAre(3, 3));
     EXPECT_THAT(Thinned({0, 6e-7, 1.2e-6, 5}), ElementsAre(0, 1.2e-6, 5)) << "measured from what is kept";
     EXPECT_TRUE(Thinned({}).empty());
+    EXPECT_EQ(GrpStateUtils::RemoveDuplicatedStates(std::vector<GrpState>(3), 1).size(), 2U);
     EXPECT_EQ(Thinned({0, std::nan(""), std::nan(""), 1}).size(), 4U) << "NaN is never a repetition";
 }
 
@@ -53,15 +54,16 @@ TEST_F(Sequences, ContextsAreThinnedByAToleranceOfTheirOwn) {
 
 TEST_F(Sequences, CandidatesComeNearestFirst) {
     const GrpState reference(System);
-    std::vector<GrpState> states = {State({3, 0}), State({-2, 0}), State({std::nan(""), 0}), State({1, 1})};
+    std::vector<GrpState> states = {State({3, 0}), State({-2, 0}), State({std::nan(""), 0}), State({1, 5})};
     states[3].SetToolIndex(7);
     GrpStateUtils::SortRobotStateJ(reference, states, 3); // more than the reference has: left alone
     ASSERT_EQ(states[0].GetValuesPtr()[0], 3);
+    GrpStateUtils::SortRobotStateJ(reference, states, 1);
+    EXPECT_THAT(states[0].GetValues(), ElementsAre(1, 5)) << "by the first value alone";
     GrpStateUtils::SortRobotStateJ(reference, states, 2);
-    EXPECT_EQ(states[0].GetToolIndex(), 7) << "everything travels with the values";
-    EXPECT_THAT(states[0].GetValues(), ElementsAre(1, 1));
-    EXPECT_THAT(states[1].GetValues(), ElementsAre(-2, 0));
-    EXPECT_THAT(states[2].GetValues(), ElementsAre(3, 0));
+    EXPECT_THAT(states[0].GetValues(), ElementsAre(-2, 0));
+    EXPECT_THAT(states[1].GetValues(), ElementsAre(3, 0));
+    EXPECT_EQ(states[2].GetToolIndex(), 7) << "everything travels with the values";
     const Registrar small(System + 1, {.joints = 1});
     states.emplace_back(System + 1);
     EXPECT_THROW(GrpStateUtils::SortRobotStateJ(reference, states, 2), std::invalid_argument);

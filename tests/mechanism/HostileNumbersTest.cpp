@@ -306,6 +306,9 @@ TEST(HostileCounts, AreRefusedBeforeAnythingIsMade) {
     EXPECT_THAT(Thrown([&] { config.InitDOF(0, 1000000, 1000000, 0); }),
                 HasSubstr("contextDof: 1000000000000"));
     EXPECT_EQ(config.robotDof, 6);
+    config.SetBenchesDofs({INT_MAX - 6.0});
+    EXPECT_EQ(config.contextDof, INT_MAX);
+    EXPECT_THAT(Thrown([&] { config.SetBenchesDofs({1.0}); }), HasSubstr("contextDof: 2147483648, expected"));
     for (const int robots : {-1, 400000}) {
         const Registrar odd(System + 1, {.robots = robots});
         EXPECT_THAT(Thrown([] { GrpState{System + 1}; }), HasSubstr("contextDof: ")) << robots;

@@ -122,6 +122,7 @@ TEST(JointInterpolation, StepsOfTheLargestAxisLeaveTheRestToTheEnd) {
     }
     EXPECT_EQ(InterpolationPtsDescartes({0}, {4}, 2).size(), 3U);
     EXPECT_THAT(InterpolationPtsDescartes({0}, {1}, -0.0009), IsEmpty());
+    EXPECT_EQ(InterpolationPtsDescartes({0}, {0.002}, 0.001).size(), 3U);
     EXPECT_THAT(InterpolationPtsDescartes({0}, {1, 2}, 1), IsEmpty());
 }
 

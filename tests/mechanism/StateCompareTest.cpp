@@ -83,6 +83,7 @@ TEST(StateComparison, CountsSystemsAndPosesButNoCommands) {
     EXPECT_FALSE(a == stranger || a.IsEqualForSimu(stranger));
     EXPECT_FALSE(GrpState::IsEqual({1.0}, {1.0, 2.0}, 10));
     EXPECT_FALSE(GrpState::IsEqual({1.0, 2.0}, {1.0, 2.5}, 0.4));
+    EXPECT_FALSE(GrpState::IsEqual({1.5, 2.0}, {1.0, 2.0}, 0.4));
 }
 
 TEST(StateScale, LinearStepsStandAfterOneRobot) {

@@ -40,6 +40,8 @@ TEST(PedestalOrder, BranchesOfOneTreeShareTheRunFromItsTop) {
     LinkRod* const right = rail.Add(3, top);
     rail.Stand(rail.Add(4, left), 70);
     rail.Stand(rail.Add(5, right), 80);
+    rail.AddFlange(std::make_shared<Flange>());
+    rail.GetFlangeByIndex(2)->linkHash = 77; // of a link that is not there yet
     rail.Initial();
     EXPECT_EQ(rail.GetLinkIndexOrder(9), 1) << "the first link comes without its branches";
     EXPECT_EQ(rail.GetLinkIndexOrder(4), 3) << "all others depth first";

@@ -27,6 +27,14 @@ TEST_F(RobotDisplay, TheUnsafeZoneStartsAtAMicrometreAndIsNeverSelected) {
     EXPECT_TRUE(zone->IsUnSelected());
 }
 
+TEST_F(RobotDisplay, ARobotThatGoesTakesItsWorkspaceOutOfTheView) {
+    auto leaving = std::make_unique<RobotEntity>(sample::Build(sample::SixAxisArm(), 6).get());
+    const auto region = leaving->GetWorkspace()->GetDisplayShape();
+    region->Display(1, -1);
+    leaving.reset();
+    EXPECT_FALSE(region->IsDisplayed());
+}
+
 TEST_F(RobotDisplay, HidingTheRobotLeavesTheUnsafeZoneAsItWas) {
     const auto link = robot.GetAxis(2)->models[0];
     for (const bool shown : {true, false}) {

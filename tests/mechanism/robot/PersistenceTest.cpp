@@ -39,6 +39,19 @@ TEST_F(RobotPersistence, OddTablesAreReadAsTheyAlwaysWere) {
     }
 }
 
+TEST_F(RobotPersistence, AnotherTableMovesAxesAndNoBodies) {
+    Json::Value longer = saved;
+    longer["DH"][2][0] = saved["DH"][2][0].asDouble() + 10;
+    const auto place = [&] {
+        const auto& body = robot.GetAxis(4)->models[0];
+        return body->Transformation() * body->Shape().Location().Transformation();
+    };
+    const gp_Trsf before = place();
+    robot.LoadFromJson(longer);
+    EXPECT_THAT(place(), IsTrsf(before));
+    EXPECT_NEAR(robot.GetArmDH()[2][0], longer["DH"][2][0].asDouble(), 1e-9);
+}
+
 TEST_F(RobotPersistence, MoreRowsThanLinksFailLoudly) {
     Json::Value json = saved;
     json["DH"].append(json["DH"][5]);

@@ -26,6 +26,14 @@ TEST_F(MountedTool, TakesTheFirstEmptySlotAndJoinsTheRobotsSystem) {
     EXPECT_EQ(torch->GetSystems(), std::set<std::uint64_t>{5});
     robot.UpdateAssembleData();
     EXPECT_EQ(robot.GetToolIndex(), 1) << "the slot is taken by then";
+    for (const auto& [shift, index] : {std::pair{9e-8, 1}, {2e-7, 2}}) {
+        std::vector<gp_Trsf> tools(2);
+        tools[1].SetTranslation(gp_Vec(shift, 0, 0));
+        robot.SetTools(tools);
+        robot.ChangeCurrentTool(1);
+        robot.UpdateAssembleData();
+        EXPECT_EQ(robot.GetToolIndex(), index) << shift;
+    }
 }
 
 TEST_F(MountedTool, MovesWithTheFlangeUntilItIsResetToTheZeroPose) {
@@ -37,7 +45,10 @@ TEST_F(MountedTool, MovesWithTheFlangeUntilItIsResetToTheZeroPose) {
     EXPECT_EQ(parts.size(), 3U);
     EXPECT_THAT(second, IsTrsf(torch->GetToolTrsf().Inverted()));
 
+    const auto& body = robot.GetAxis(6)->models[0];
+    const gp_Trsf pose = body->Transformation();
     robot.ResetToolPosition();
+    EXPECT_THAT(body->Transformation(), IsTrsf(pose));
     EXPECT_EQ(robot.GetCurrentValue(0), values);
     EXPECT_THAT(robot.GetCurrentTrsfTool0(), IsTrsf(flange));
     EXPECT_THAT(torch->GetFixMdls()[0]->LocalTransformation(), IsTrsf(arm.flange));

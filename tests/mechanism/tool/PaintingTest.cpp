@@ -88,6 +88,11 @@ TEST_F(Painting, WaitsWhileAMeshIsLoadedAndSwitchedOffToolsHaveNoCone) {
     never.SetToolWorkType(ToolEntity::WorkTypePainting);
     config.paintShown = false;
     never.SetPaintedTool();
+    never.UpdatePaintedModel(gp_Trsf());
+    EXPECT_TRUE(never.GetPaintedMdl().IsNull());
+    config.paintShown = true;
+    never.SetToolWorkType(ToolEntity::WorkTypeWelding);
+    never.UpdatePaintedModel(gp_Trsf());
     EXPECT_TRUE(never.GetPaintedMdl().IsNull());
 }
 

@@ -38,6 +38,8 @@ TEST(RevolvedEnvelope, TheRecordIsFilledFromTheRobot) {
     Cell cell;
     const gp_Trsf tool = sample::Frame({10, -20, 300}, gp_Dir(1, 0, 1), gp_Dir(0, 1, 0));
     cell.robot.SetTools({tool});
+    const gp_Trsf place = sample::Frame({500, -40, 100}, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0));
+    cell.robot.SetRootMdlTrsf(place);
     cell.workspace.UpdateWorkspaceShape(0);
     const WorkSpace::Robot& record = cell.workspace.GetRobotData();
     constexpr double Degree = std::numbers::pi / 180;
@@ -51,6 +53,9 @@ TEST(RevolvedEnvelope, TheRecordIsFilledFromTheRobot) {
         for (int column = 0; column < 3; ++column) {
             EXPECT_EQ(record.toolRotation[3 * row + column], tool.VectorialPart().Value(row + 1, column + 1));
         }
+        for (int column = 0; column < 4; ++column) {
+            EXPECT_NEAR(record.base[4 * row + column], place.Value(row + 1, column + 1), Rounding);
+        }
     }
     EXPECT_TRUE(record.upright);
     EXPECT_EQ(record.systemType, 0);
@@ -60,6 +65,7 @@ TEST(RevolvedEnvelope, IsBuiltOnceHandedOverAgainAndBuiltAnewForAnotherTool) {
     Cell cell;
     cell.robot.ShowBestWorkspace(true);
     EXPECT_TRUE(cell.workspace.GetDisplayShape()->IsDisplayed());
+    EXPECT_EQ(cell.workspace.GetDisplayShape()->GetDisplayMode(), 1) << "shaded";
     const TopoDS_Shape first = cell.Shown();
     cell.robot.SetRootMdlTrsf(sample::Frame({500, 0, 100}, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0)));
     cell.robot.ShowBestWorkspace(true);

@@ -57,7 +57,7 @@ gp_XYZ BendingAxis(const Leg& leg) {
     if (PointsAlong(leg.to.second, end)) {
         return leg.from.second.Crossed(start).XYZ();
     }
-    return (leg.from.second.Crossed(start).XYZ() + leg.to.second.Crossed(end).XYZ()) / 2;
+    return leg.from.second.Crossed(start).XYZ() + leg.to.second.Crossed(end).XYZ();
 }
 
 opencascade::handle<Geom_BSplineCurve> Fit(const Leg& leg) {

@@ -39,7 +39,7 @@ void PedestalEntity::Initial() {
         const ArrData run = RunTo(flange->link);
         if (flange->attached != nullptr) {
             const std::uint64_t system = flange->attached->GetHashIndex();
-            currentValues[system].assign(run.count, 0.0);
+            currentValues[system].resize(run.count);
             currentValueData[system] = run;
         }
     }
