@@ -7,7 +7,7 @@ work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failures=0
 # Under a leak checker what the kernel's part reader keeps is told from the program's own by whole stacks only.
-export ASAN_OPTIONS=fast_unwind_on_malloc=0
+stacks=fast_unwind_on_malloc=0
 
 fail() {
     echo "FAILED: $*"
@@ -54,10 +54,10 @@ grep -q removed "$work/out" || fail "plan: does not say how many states it remov
 expect 0 0 plan "$examples/cells/two_robots.json" --out "$work/two"
 grep -q SystemIndex "$work/two/trace.json" || fail "plan: no context states in the trace of two robots"
 
-expect 0 0 path "$examples/cells/seam.json" --name saddle --out "$work/path.json"
+ASAN_OPTIONS=$stacks expect 0 0 path "$examples/cells/seam.json" --name saddle --out "$work/path.json"
 [ -s "$work/path.json" ] || fail "path: wrote nothing"
 
-expect 0 0 workspace "$cell" --robot welder --out "$work/reach.step" --section "$work/reach.svg"
+ASAN_OPTIONS=$stacks expect 0 0 workspace "$cell" --robot welder --out "$work/reach.step" --section "$work/reach.svg"
 grep -q "height z (mm)" "$work/reach.svg" || fail "workspace: the section has no axis in millimetres"
 expect 0 0 workspace "$cell" --robot welder --out "$work/reach.stl" --json
 grep -q '"section_mm"' "$work/out" || fail "workspace --json: no section"
@@ -67,7 +67,7 @@ grep -q "Examples:" "$work/out" || fail "workspace: help without an example"
 expect 1 1 info "$work/absent.json"
 expect 1 1 workspace "$cell" --robot nobody --out "$work/none.step"
 grep -q "nobody, expected one of welder" "$work/err" || fail "workspace: does not name the robots"
-expect 1 1 path "$examples/cells/seam.json" --name nobody --out "$work/none.json"
+ASAN_OPTIONS=$stacks expect 1 1 path "$examples/cells/seam.json" --name nobody --out "$work/none.json"
 expect 1 1 save "$arm" --out "$work/none"
 expect 1 1 fk "$arm" --values-deg 1,2
 expect 1 1 fk "$arm" --robot nobody --values-deg 1,2,3,4,5,6
@@ -95,7 +95,7 @@ done
 find "$work/plan" "$work/saved" -type f -exec cksum {} + | sort | cmp - "$work/before" ||
     fail "a full disk changed what was there"
 compgen -G "$work/saved.*" && fail "save: left litter behind"
-expect 1 1 path "$examples/cells/seam.json" --name saddle --out /proc/none.json
+ASAN_OPTIONS=$stacks expect 1 1 path "$examples/cells/seam.json" --name saddle --out /proc/none.json
 "$program" info "$arm" >/dev/full 2>"$work/err" && fail "info: a full disk behind standard output went unseen"
 head -c 1000 "$arm" >"$work/part.json"
 expect 1 1 info "$work/part.json"

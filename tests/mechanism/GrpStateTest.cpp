@@ -25,6 +25,7 @@ TEST_F(GrpStateTest, HasAPoseARobot) {
     }
     EXPECT_EQ(out.location.X(), 1);
     EXPECT_THROW(GrpState(Cell + 1), std::string);
+    EXPECT_EQ(state.GetBenchDof(), 1);
 }
 
 TEST_F(GrpStateTest, CopiesAreDeepAndMovesTakeTheBuffer) {

@@ -59,6 +59,10 @@ TEST_F(Workpieces, StandOnTheBaseOfABenchWithoutAxesUnlessTheyCarryIt) {
     BenchEntity table;
     table.Initial();
     EXPECT_EQ(table.GetPlacementLinkHash(), 0U);
+    sample::Mechanism turntable = positioner;
+    turntable.axes.resize(1);
+    const BenchEntity one(sample::Build(turntable, 32).get());
+    EXPECT_EQ(one.GetPlacementLinkHash(), one.GetLink(0)->linkHash);
     EXPECT_EQ(table.AddWorkpiece(&first), 0);
     second.AddFlange(std::make_shared<Flange>());
     second.AssembleOtherModel(&table, sample::Place(0, 0));

@@ -81,6 +81,8 @@ TEST(Orientation, AlongAPathItFollowsTheChordFromTheStart) {
     for (std::size_t i = 0; i < path.size(); ++i) {
         EXPECT_THAT(FromAngles(samples[i]), IsTrsf(Blended(a, b, expected[i]), 0, Entries)) << i;
     }
+    EXPECT_THAT(FromAngles(InterpHandle::EulerByQuaternion(a, b, {{0, 0, 0}, {1, 0, 0}})[1]),
+                IsTrsf(FromAngles(b), 0, Entries));
     EXPECT_TRUE(InterpHandle::EulerByQuaternion(a, b, std::vector<gp_Pnt>()).empty());
     EXPECT_EQ(InterpHandle::EulerByQuaternion(a, b, std::vector<gp_Pnt>(1)).size(), 1U);
     for (const double end : {0.99e-6, 1.01e-6}) {

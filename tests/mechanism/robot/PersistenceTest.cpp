@@ -16,6 +16,7 @@ TEST_F(RobotPersistence, EmptyListsAreNotWrittenAndTheBrandIsWrittenApart) {
     Json::Value out;
     robot.ExportParaToJson(out);
     EXPECT_EQ(out["RobotBrand"].asInt(), 7);
+    EXPECT_EQ(robot.ToJson("")["CBench"].asUInt64(), 0U);
     robot.SetTools({});
     for (const char* key : {"ToolLib", "Workbenches", "RobotBrand", "J7"}) {
         EXPECT_FALSE(robot.ToJson("").isMember(key)) << key;
