@@ -137,6 +137,8 @@ TEST(JointInterpolation, PolylinesAreFilledAndAppended) {
     EXPECT_THAT(out, ElementsAre(Joints{0}, Joints{-2}, Joints{-2.5}, Joints{-4.5})) << "one whole step last";
     EquallyDisInterpolate({{0}, {6}}, out, 0);
     EXPECT_EQ(out.size(), 6U);
+    EquallyDisInterpolate({{0}, {0.5}}, out, 0.25);
+    EXPECT_EQ(out.size(), 9U);
 }
 
 } // namespace
