@@ -61,7 +61,6 @@ void AppendRow(std::vector<Row>& rows, int k, int structure, const Step& step) {
         break;
     case 4:
         if (parallel) {
-            rows[1][DhD] = 0;
             rows[4][DhD] = at.Z() - rows[0][DhD] - rows[2][DhA] - rows[3][DhA];
             rows.push_back({0, HalfPi, std::abs(at.Y()) - rows[3][DhD], 0});
         } else {
