@@ -5,9 +5,6 @@
 #include <cell/StateFile.h>
 #include <cell/SystemValues.h>
 #include <cmath>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <sstream>
 
 using namespace cell;
 
@@ -39,7 +36,6 @@ TEST_F(PlanTest, TraceReadsBackToTheBit) {
         for (Json::ArrayIndex i = 0; i < states.size(); ++i) {
             GrpState read(planned[i].GetSystem());
             ASSERT_TRUE(read.FromJson(states[i]));
-            ASSERT_EQ(read.GetValues(), planned[i].GetValues()) << "motion " << m << ", state " << i;
             ASSERT_EQ(read.ToJson(), planned[i].ToJson()) << "motion " << m << ", state " << i;
         }
         EXPECT_THAT(table.str(), testing::HasSubstr(trace["motions"][m]["name"].asString()));
@@ -75,13 +71,13 @@ TEST_F(PlanTest, StatesOfJointStepsCarryTheToolCentreOfTheirValues) {
 TEST_F(PlanTest, StateFilesAreReadFromStatesAndTraces) {
     const Folder folder;
     GrpState last = plan.back().states.back();
-    const auto trace = folder.Write("trace.json", ToText(TraceToJson(cell, plan)));
+    const auto trace = folder.WriteJson("trace.json", TraceToJson(cell, plan));
     EXPECT_TRUE(LoadStates(trace, cell).at(0) == last);
     GrpState first = plan.front().states.front();
-    EXPECT_TRUE(LoadStates(folder.Write("state.json", ToText(first.ToJson())), cell).at(0) == first);
+    EXPECT_TRUE(LoadStates(folder.WriteJson("state.json", first.ToJson()), cell).at(0) == first);
     Json::Value stranger = first.ToJson();
     stranger["system_index"] = 99;
-    EXPECT_THROW(LoadStates(folder.Write("stranger.json", ToText(stranger)), cell), std::runtime_error);
+    EXPECT_THROW(LoadStates(folder.WriteJson("stranger.json", stranger), cell), std::runtime_error);
 }
 
 TEST(PlanRail, ArmRailAndPositionerMoveTogether) {
@@ -102,13 +98,12 @@ TEST(PlanRail, ArmRailAndPositionerMoveTogether) {
 
 TEST(PlanRail, TheWayBackIsNoRepetition) {
     const Folder folder;
-    Json::Value json = ReadDocument(Example("cells/arc_welding.json"));
-    json["mechanisms"][0]["model"] = Example("arms/abb_irb2400_10.json").string();
+    Json::Value json = ExampleCell("arc_welding.json");
     for (const char* name : {"above_start", "home"}) {
         json["motions"][0]["states"].append(name);
     }
     const Cell there = Cell::Load(Example("cells/arc_welding.json"));
-    const Cell back = Cell::Load(folder.Write("cell.json", ToText(json)));
+    const Cell back = Cell::Load(folder.WriteJson("cell.json", json));
     const auto quiet = [](std::size_t, std::size_t) {};
     const std::size_t states = PlanMotions(there, quiet).front().states.size();
     EXPECT_EQ(PlanMotions(back, quiet).front().states.size(), 2 * states - 1);
@@ -125,7 +120,7 @@ TEST(PlanTogether, SystemsArriveAtOnceAndAreReadBack) {
         EXPECT_TRUE(both.contexts.back().GetValues(system) == motions[i].states.back());
     }
     const Folder folder;
-    const auto trace = folder.Write("trace.json", ToText(TraceToJson(two, motions)));
+    const auto trace = folder.WriteJson("trace.json", TraceToJson(two, motions));
     std::vector<GrpState> states = LoadStates(trace, two);
     ASSERT_EQ(states.size(), 2U);
     EXPECT_TRUE(states[0] == both.contexts.back().GetValues(states[0].GetSystem()));

@@ -1,10 +1,8 @@
-#include "Faults.h"
+#include "Documents.h"
 
 #include <cell/Commands.h>
+#include <cell/InputError.h>
 #include <cell/JointValues.h>
-#include <cell/SavedMechanism.h>
-#include <gmock/gmock.h>
-#include <mechanism/ToolEntity.h>
 #include <random>
 
 using namespace cell;
@@ -17,14 +15,6 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr double SameTcp = 1e-9; // mm
-/// The last offset of a wrist with rounded axes is read along the robot's X, and loses the cosine of the
-/// angle between the two (1e-4 rad over 82 mm) each time it is read. Where that is not so, files are equal.
-constexpr double WristRounding = 1e-6; // mm
-
-std::string Read(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 std::vector<fs::path> FilesBelow(const fs::path& folder) {
     std::vector<fs::path> files;
@@ -42,24 +32,6 @@ void SaveTo(const fs::path& cell, const fs::path& folder) {
     Save({cell, folder}, out);
 }
 
-/// Everything by which the rest of the world knows the parts of a mechanism.
-std::vector<std::string> Identity(const GenericEntityConfig& entity) {
-    std::vector<std::string> identity = {entity.GetName(), std::to_string(entity.GetHashIndex()),
-                                         entity.GetRootMdl()->GetId().ToString()};
-    const auto add = [&](const opencascade::handle<ViewShape>& model) {
-        identity.push_back(model->GetId().ToString() + " " + model->GetName());
-    };
-    for (const auto& [key, model] : entity.GetFixMdlMap()) {
-        add(model);
-    }
-    for (int i = 0; i < entity.GetLinkSize(); ++i) {
-        for (const auto& model : entity.GetLink(static_cast<std::size_t>(i))->models) {
-            add(model);
-        }
-    }
-    return identity;
-}
-
 class SavedCell : public testing::TestWithParam<const char*> {
 protected:
     void SetUp() override { SaveTo(Example("cells") / GetParam(), folder.path / "first"); }
@@ -68,20 +40,17 @@ protected:
     const fs::path saved = folder.path / "first" / "cell.json";
 };
 
-using SavedExactly = SavedCell;
-
-} // namespace
-
-TEST_P(SavedCell, IsTheSameCell) {
-    const Cell before = Cell::Load(saved);
+TEST_P(SavedCell, IsTheSameCellToTheByteWhenItIsSavedAgain) {
     SaveTo(saved, folder.path / "second");
-    const Cell after = Cell::Load(folder.path / "second" / "cell.json");
-    ASSERT_EQ(after.Mechanisms().size(), before.Mechanisms().size());
-    for (std::size_t i = 0; i < before.Mechanisms().size(); ++i) {
-        EXPECT_EQ(Identity(*after.Mechanisms()[i].entity), Identity(*before.Mechanisms()[i].entity));
+    const auto files = FilesBelow(folder.path / "first");
+    EXPECT_EQ(FilesBelow(folder.path / "second"), files);
+    for (const fs::path& file : files) {
+        // The last offset of a wrist with rounded axes is read along the robot's X, and loses the cosine of
+        // the angle between the two (1e-4 rad over 82 mm) each time it is read.
+        if (!file.string().starts_with("mechanisms/painter-")) {
+            EXPECT_TRUE(Read(folder.path / "first" / file) == Read(folder.path / "second" / file)) << file;
+        }
     }
-    EXPECT_EQ(FilesBelow(folder.path / "second"), FilesBelow(folder.path / "first"));
-    EXPECT_EQ(Read(folder.path / "second" / "cell.json"), Read(saved));
 }
 
 TEST_P(SavedCell, MovesAsTheCellItWasSavedFrom) {
@@ -112,53 +81,14 @@ TEST_P(SavedCell, MovesAsTheCellItWasSavedFrom) {
     }
 }
 
-TEST_P(SavedCell, TablesAreThoseOfTheCellItWasSavedFrom) {
-    const Cell original = Cell::Load(Example("cells") / GetParam());
-    const Cell loaded = Cell::Load(saved);
-    for (std::size_t i = 0; i < original.Robots().size(); ++i) {
-        const auto& a = original.Robots()[i]->GetArmDH();
-        const auto& b = loaded.Robots()[i]->GetArmDH();
-        ASSERT_EQ(a.size(), b.size());
-        for (std::size_t row = 0; row < a.size(); ++row) {
-            for (std::size_t k = 0; k < a[row].size(); ++k) {
-                EXPECT_NEAR(a[row][k], b[row][k], WristRounding) << "row " << row << ", entry " << k;
-            }
-        }
-    }
-}
-
-TEST_P(SavedExactly, SecondFilesEqualTheFirst) {
-    SaveTo(saved, folder.path / "second");
-    for (const fs::path& file : FilesBelow(folder.path / "first")) {
-        EXPECT_TRUE(Read(folder.path / "first" / file) == Read(folder.path / "second" / file)) << file;
-    }
-}
-
-const auto NameOfCell = [](const auto& entry) { return fs::path(entry.param).stem().string(); };
 INSTANTIATE_TEST_SUITE_P(Cells, SavedCell,
                          testing::Values("arc_welding.json", "painting.json", "rail_and_positioner.json",
                                          "two_robots.json", "seam.json"),
-                         NameOfCell);
-INSTANTIATE_TEST_SUITE_P(Cells, SavedExactly,
-                         testing::Values("arc_welding.json", "rail_and_positioner.json", "two_robots.json",
-                                         "seam.json"),
-                         NameOfCell);
-
-// --- what is refused --------------------------------------------------------
-
-namespace {
+                         [](const auto& entry) { return fs::path(entry.param).stem().string(); });
 
 /// A change to one file of a saved cell.
-struct SavedFault {
-    const char* file;
-    Fault fault;
-};
-
-void PrintTo(const SavedFault& fault, std::ostream* out) { *out << fault.fault.name; }
-
+using SavedFault = std::pair<std::string, Fault>;
 class BadSaved : public testing::TestWithParam<SavedFault> {};
-
-} // namespace
 
 TEST_P(BadSaved, IsReportedWithItsFile) {
     const Folder folder;
@@ -166,27 +96,25 @@ TEST_P(BadSaved, IsReportedWithItsFile) {
     const auto& [name, fault] = GetParam();
     const fs::path file = folder.path / "cell" / "mechanisms" / name;
     Json::Value document = ReadDocument(file);
-    Apply(fault, document);
-    std::ofstream(file) << ToText(document);
+    fault.Apply(document);
+    folder.WriteJson(file, document);
     EXPECT_THAT(ReportOf(folder.path / "cell" / "cell.json"),
-                AllOf(StartsWith(file.string() + ": " + std::string(fault.path).substr(1) + ": "),
-                      HasSubstr(", expected "), HasSubstr(fault.expected), Not(HasSubstr("\n"))));
+                AllOf(StartsWith(file.string() + ": " + fault.Key() + ": "), HasSubstr(", expected "),
+                      HasSubstr(fault.expected), Not(HasSubstr("\n"))));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Files, BadSaved,
-    testing::Values(
-        SavedFault{"welder-2400.json", {"OtherHash", ".HashID", "7", "2400, the hash of welder"}},
-        SavedFault{"welder-2400.json", {"NoHash", ".HashID", "", "missing"}},
-        SavedFault{"welder-2400.json", {"OtherType", ".type", "4", "4, expected 1"}},
-        SavedFault{"welder-2400.json", {"RowTooLong", ".DH", "[[1, 2, 3, 4, 5]]", "at most four numbers"}},
-        SavedFault{"welder-2400.json", {"LimitText", ".J2.axis_min", "\"x\"", "number"}},
-        SavedFault{"welder-2400.json", {"ToolIndex", ".CurrentToolIndex", "-2", "0 or more"}},
-        SavedFault{"torch-3500.json", {"BadId", ".ID", "\"zz\"", "8-4-4-4-12"}},
-        SavedFault{"torch-3500.json", {"WorkTypeText", ".WorkType", "\"weld\"", "a whole number"}},
-        SavedFault{"torch-3500/manifest.json", {"NoParts", ".models", "[]", "0 models, expected 3"}},
-        SavedFault{"torch-3500/manifest.json", {"PartId", ".models[1].id", "\"zz\"", "8-4-4-4-12"}}),
-    [](const auto& entry) { return entry.param.fault.name; });
+    testing::Values(SavedFault{"welder-2400.json", {".HashID", "7", "2400, the hash of welder"}},
+                    SavedFault{"welder-2400.json", {".HashID", "", "missing"}},
+                    SavedFault{"welder-2400.json", {".type", "4", "4, expected 1"}},
+                    SavedFault{"welder-2400.json", {".DH", "[[1, 2, 3, 4, 5]]", "at most four numbers"}},
+                    SavedFault{"welder-2400.json", {".J2.axis_min", "\"x\"", "number"}},
+                    SavedFault{"welder-2400.json", {".CurrentToolIndex", "-2", "0 or more"}},
+                    SavedFault{"torch-3500.json", {".ID", "\"zz\"", "8-4-4-4-12"}},
+                    SavedFault{"torch-3500.json", {".WorkType", "\"weld\"", "a whole number"}},
+                    SavedFault{"torch-3500/manifest.json", {".models", "[]", "0 models, expected 3"}},
+                    SavedFault{"torch-3500/manifest.json", {".models[1].id", "\"zz\"", "8-4-4-4-12"}}));
 
 TEST(SaveTarget, IsReplacedOnlyWhereNothingElseIsLost) {
     const Folder folder;
@@ -202,18 +130,13 @@ TEST(SaveTarget, IsReplacedOnlyWhereNothingElseIsLost) {
     EXPECT_FALSE(fs::exists(folder.path / "arm"));
 }
 
-TEST(MountedTool, GivesTheRobotItsToolCentre) {
-    const Cell cell = Cell::Load(Example("cells/painting.json"));
-    const RobotEntity& robot = *cell.Robots().front();
-    ToolEntity* tool = robot.GetToolEntity();
-    ASSERT_NE(tool, nullptr);
-    const gp_Pnt centre(110, 0, 340);
-    EXPECT_LE(gp_Pnt(robot.GetCurrentTool().TranslationPart()).Distance(centre), SameTcp);
-    ASSERT_FALSE(tool->GetPaintedMdl().IsNull());
-    const Cell welding = Cell::Load(Example("cells/arc_welding.json"));
-    EXPECT_TRUE(welding.Robots().front()->GetToolEntity()->GetPaintedMdl().IsNull());
-    std::ostringstream out;
-    Info({Example("cells/painting.json")}, out);
-    EXPECT_THAT(out.str(), AllOf(HasSubstr("0: 110 0 340 mm, 0 50 0 deg, current"),
-                                 HasSubstr("spray cone (mm): radius 8 to 110 over 280")));
+TEST(SprayCone, IsThatOfItsCellAlone) {
+    std::ostringstream painting, welding;
+    Info({Example("cells/painting.json")}, painting);
+    Info({Example("cells/arc_welding.json")}, welding);
+    EXPECT_THAT(painting.str(), AllOf(HasSubstr("0: 110 0 340 mm, 0 50 0 deg, current"),
+                                      HasSubstr("spray cone (mm): radius 8 to 110 over 280")));
+    EXPECT_THAT(welding.str(), Not(HasSubstr("spray cone")));
 }
+
+} // namespace

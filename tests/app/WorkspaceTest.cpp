@@ -1,4 +1,4 @@
-#include "Faults.h"
+#include "Documents.h"
 
 #include <BRepBndLib.hxx>
 #include <BRepCheck_Analyzer.hxx>
@@ -7,11 +7,8 @@
 #include <cell/Commands.h>
 #include <cell/Reach.h>
 #include <cell/ShapeFile.h>
-#include <gmock/gmock.h>
 #include <host/tools/ShapeHandle.h>
-#include <limits>
-#include <mechanism/RobotWorkspace.h>
-#include <support/Thrown.h>
+#include <host/tools/gpHandle.h>
 
 using namespace cell;
 using testing::AllOf;
@@ -23,13 +20,6 @@ namespace {
 /// STEP and BRep carry the exact solids; triangles that lie half a millimetre inside take this much off.
 constexpr double ExactShare = 1e-6;
 constexpr double TriangleShare = 2e-3;
-
-Json::Value Welding() {
-    Json::Value json = ReadDocument(Example("cells/arc_welding.json"));
-    json["mechanisms"][0]["structure"] = ReadDocument(Example("arms/abb_irb2400_10.json"));
-    json["mechanisms"][0].removeMember("model");
-    return json;
-}
 
 std::string Report(const WorkspaceRequest& request) {
     std::ostringstream out;
@@ -73,57 +63,49 @@ INSTANTIATE_TEST_SUITE_P(Formats, Output,
                                          Format{".stl", 0, TriangleShare}),
                          [](const auto& entry) { return std::string(entry.param.extension).substr(1); });
 
-class BadReach : public testing::TestWithParam<Fault> {};
-
-TEST_P(BadReach, IsReportedWithWhatIsMissing) {
+TEST(WorkspaceTest, OfAnUnfitCellIsRefusedWithWhatItLacks) {
     const Folder folder;
-    Json::Value json = Welding();
-    for (const char* part : {"motions", "key_states"}) {
-        json.removeMember(part);
+    const Fault faults[] = {
+        {".systems", "[]", R"(an entry {"robot": "welder"})"},
+        {".mechanisms[0].structure.joints[2]",
+         R"({"origin_mm": [100, 0, 1320], "axis": [0, 1, 0], "min_deg": 1, "max_deg": 6.9})",
+         "min_deg 1 to max_deg 6.9, expected at least 6 degrees"}};
+    for (const Fault& fault : faults) {
+        Json::Value json = ExampleCell("arc_welding.json");
+        json.removeMember("motions");
+        json.removeMember("key_states");
+        fault.Apply(json);
+        const auto file = folder.WriteJson("cell.json", json);
+        EXPECT_THAT(
+            Report({file, "welder", folder.path / "reach.step", ""}),
+            AllOf(HasSubstr("cell.json: " + fault.Key()), HasSubstr(fault.expected), Not(HasSubstr("\n"))));
+        EXPECT_FALSE(std::filesystem::exists(folder.path / "reach.step"));
     }
-    Apply(GetParam(), json);
-    const auto file = folder.Write("cell.json", ToText(json));
-    EXPECT_THAT(Report({file, "welder", folder.path / "reach.step", ""}),
-                AllOf(HasSubstr("cell.json: " + std::string(GetParam().path).substr(1)),
-                      HasSubstr(GetParam().expected), Not(HasSubstr("\n"))));
-    EXPECT_FALSE(std::filesystem::exists(folder.path / "reach.step"));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Keys, BadReach,
-    testing::Values(Fault{"NoSystem", ".systems", "[]", R"(an entry {"robot": "welder"})"},
-                    Fault{"NarrowLimits", ".mechanisms[0].structure.joints[2]",
-                          R"({"origin_mm": [100, 0, 1320], "axis": [0, 1, 0], "min_deg": 1, "max_deg": 6.9})",
-                          "min_deg 1 to max_deg 6.9, expected at least 6 degrees"}),
-    [](const auto& entry) { return entry.param.name; });
-
 // What no file can say, but a program that moves the robot about can.
-TEST(SpoiltRobot, IsReportedByWhatItsRecordLacks) {
-    using Spoil = void (*)(RobotEntity&);
-    const std::vector<std::tuple<const char*, Spoil, const char*>> faults = {
-        {"arms/kuka_kr16_2.json",
-         [](RobotEntity& robot) { GrpConfig::ChangeCoupledList().erase(robot.GetHashIndex()); },
-         "no coupling record for hash "},
-        {"arms/kuka_kr16_2.json",
-         [](RobotEntity& robot) {
-             gp_Trsf tool;
-             tool.SetTranslation(gp_Vec(0, 0, std::numeric_limits<double>::quiet_NaN()));
-             robot.SetTools({tool});
-         },
-         "expected finite numbers in its tools"},
-        {"cells/rail_and_positioner.json",
-         [](RobotEntity& robot) {
-             gp_Trsf mount;
-             mount.SetScale(gp::Origin(), 0.5);
-             robot.SetAssembleTrsf(mount);
-         },
-         "on a carrier that neither scales nor shears it"}};
-    for (const auto& [file, spoil, text] : faults) {
+TEST(WorkspaceTest, OfASpoiltRobotIsRefusedWithWhatItsRecordLacks) {
+    const auto report = [](const char* file, const auto& spoil) {
         const Cell cell = Cell::Load(Example(file));
         RobotEntity& robot = *cell.Robots().front();
         spoil(robot);
-        EXPECT_THAT(Thrown([&] { ReachOf(cell, robot); }), HasSubstr(text));
-    }
+        return Thrown([&] { ReachOf(cell, robot); });
+    };
+    EXPECT_THAT(report("arms/kuka_kr16_2.json",
+                       [](auto& robot) { GrpConfig::ChangeCoupledList().erase(robot.GetHashIndex()); }),
+                HasSubstr("no coupling record for hash "));
+    EXPECT_THAT(report("arms/kuka_kr16_2.json",
+                       [](auto& robot) {
+                           robot.SetTools({gpHandle::EulerToTrsf(LocEuler({0, 0, std::nan("")}, {}))});
+                       }),
+                HasSubstr("expected finite numbers in its tools"));
+    EXPECT_THAT(report("cells/rail_and_positioner.json",
+                       [](auto& robot) {
+                           gp_Trsf mount;
+                           mount.SetScale(gp::Origin(), 0.5);
+                           robot.SetAssembleTrsf(mount);
+                       }),
+                HasSubstr("on a carrier that neither scales nor shears it"));
 }
 
 TEST(WorkspaceTest, NamesOfUnknownKindsAreRefusedBeforeAnythingIsRead) {

@@ -35,6 +35,8 @@ cell=$examples/cells/arc_welding.json
 expect 0 0 info "$arm"
 grep -q -- "-270 to 450" "$work/out" || fail "info: the limits are not the file's"
 expect 0 0 info "$cell"
+grep -q "3: -60.0001 to 65.0021, direction 0 1 0, origin 100 0 1620" "$work/out" ||
+    fail "info: a joint is not shown as the files have it"
 expect 0 0 fk "$arm" --values-deg -10,20,30,40,50,60
 expect 0 0 info "$examples/cells/rail_and_positioner.json" --json
 grep -q '"slices"' "$work/out" || fail "info --json: does not say where the values lie"
@@ -67,12 +69,12 @@ grep -q "Examples:" "$work/out" || fail "workspace: help without an example"
 expect 1 1 info "$work/absent.json"
 expect 1 1 workspace "$cell" --robot nobody --out "$work/none.step"
 grep -q "nobody, expected one of welder" "$work/err" || fail "workspace: does not name the robots"
-ASAN_OPTIONS=$stacks expect 1 1 path "$examples/cells/seam.json" --name nobody --out "$work/none.json"
+ASAN_OPTIONS=$stacks expect 1 1 path "$examples/cells/seam.json" --name nobody --out "$work/none"
 expect 1 1 save "$arm" --out "$work/none"
 expect 1 1 fk "$arm" --values-deg 1,2
 expect 1 1 fk "$arm" --robot nobody --values-deg 1,2,3,4,5,6
 expect 1 1 plan "$arm" --out "$work/none"
-[ ! -e "$work/none" ] || fail "plan: made a folder for nothing"
+[ ! -e "$work/none" ] || fail "a refused command wrote something"
 DISPLAY='' expect 1 1 render "$cell" --out "$work/none.png"
 expect 1 1 render "$cell" --out "$work/none.txt"
 [ ! -e "$work/none.png" ] || fail "render: left a picture behind"
@@ -109,16 +111,15 @@ expect 2 any render "$cell" --out "$work/none.png" --sheet
 # A picture needs a display; without Xvfb there is nothing to try it on.
 if command -v xvfb-run >/dev/null; then
     # Graphics drivers keep memory until the end, which is not the program's to free.
-    ASAN_OPTIONS=detect_leaks=0 xvfb-run -a -s "-screen 0 1280x1024x24" "$program" render "$cell" --state "$work/plan/trace.json" \
-        --out "$work/cell.png" 2>"$work/err" || fail "render: $(cat "$work/err")"
+    draw() { ASAN_OPTIONS=detect_leaks=0 xvfb-run -a -s "-screen 0 1280x1024x24" "$program" render "$@"; }
+    draw "$cell" --state "$work/plan/trace.json" --out "$work/cell.png" 2>"$work/err" || fail "render: $(cat "$work/err")"
     size=$(od -An -tx1 -j16 -N8 "$work/cell.png" | tr -d ' \n')
     [ "$size" = 00000500000003c0 ] || fail "render: width and height are $size, expected 1280 x 960"
-    ASAN_OPTIONS=detect_leaks=0 xvfb-run -a -s "-screen 0 1280x1024x24" "$program" render \
-        "$examples/cells/two_robots.json" --frames 2 --out "$work/two.png" || fail "render: no frames"
+    draw "$examples/cells/two_robots.json" --frames 2 --out "$work/two.png" || fail "render: no frames"
     [ -s "$work/two_01.png" ] && [ -s "$work/two_02.png" ] || fail "render: not one file a frame"
     cmp -s "$work/two_01.png" "$work/two_02.png" && fail "render: nothing moves from frame to frame"
-    ASAN_OPTIONS=detect_leaks=0 xvfb-run -a -s "-screen 0 1280x1024x24" "$program" render "$cell" --workspace \
-        --max-reach --state "$work/plan/trace.json" --out "$work/reach.png" || fail "render: no reach"
+    draw "$cell" --workspace --max-reach --state "$work/plan/trace.json" --out "$work/reach.png" ||
+        fail "render: no reach"
     cmp -s "$work/cell.png" "$work/reach.png" && fail "render: the reach is not in the picture"
     # An empty background compresses to a few kilobytes.
     [ "$(wc -c <"$work/cell.png")" -gt 40000 ] || fail "render: the picture is blank"
