@@ -117,12 +117,14 @@ const Fault CarrierFaults[] = {
     {".mechanisms[0].structure.joints[0].motion", "\"bent\"", "rotary or linear"},
     {".mechanisms[0].structure.joints[0].min_mm", "20000", "at most max_mm"},
     {".mechanisms[0].structure.joints", "[]", "0 joints, expected 1 to 6"},
+    {".mechanisms[3].structure.joints[0].axis", "[0, 0, 0]", "length 1"},
     {".mechanisms[4].solids", "[]", "at least one solid"},
     {".mechanisms[4].solids[0].kind", "\"cone\"", "one of box, cylinder"},
     {".mechanisms[4].solids[0].size_mm[2]", "0", "above 0"},
     {".mechanisms[4].solids[0].size_mm", "[10, 10]", "three lengths"},
     {".mechanisms[4].solids[1].radius_mm", "1e9", "at most 1000000 mm"},
     {".mounts[1].entity", "\"welder\"", "not mounted yet"},
+    {".mounts[1].placement", "[]", "an object"},
 };
 INSTANTIATE_TEST_SUITE_P(Carrier, BadSystem, testing::ValuesIn(CarrierFaults));
 
@@ -153,6 +155,8 @@ const Fault CellFaults[] = {
     {".mechanisms[0].hash", "-1", "-1, expected"},
     {".mechanisms[0].kind", "\"crane\"", "expected one of bench, pedestal, robot, tool"},
     {".mechanisms[0].placment", "{}", "unknown key, expected one of"},
+    {".mechanisms[0].placement.location_mm", "[0, 0]", "three numbers"},
+    {".mechanisms[0].tools[0].euler_deg", "", "missing"},
     {".mounts[0].entity", "\"nobody\"", "\"nobody\", expected the name"},
     {".mounts[0].on", "\"nowhere\"", "the name of a mechanism"},
     {".mounts[0].place", "1", "from 0 to 0"},

@@ -4,12 +4,10 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <host/tools/Rigid.h>
 #include <host/tools/gpHandle.h>
 #include <host/workspace/WorkSpace.h>
 #include <json/json.h>
 #include <mechanism/RobotEntity.h>
-#include <ostream>
 #include <support/Draws.h>
 #include <support/SampleMechanisms.h>
 
@@ -19,13 +17,8 @@ namespace arms {
 
 inline constexpr double Degree = std::numbers::pi / 180.0;
 
-struct Case {
-    std::string name;
-    bool bentTorch;
-    friend void PrintTo(const Case& c, std::ostream* out) {
-        *out << c.name << (c.bentTorch ? " with a torch" : "");
-    }
-};
+/// The name of a description, and whether the arm carries a bent torch.
+using Case = std::pair<std::string, bool>;
 
 inline std::vector<Case> AllCases() {
     std::vector<Case> cases;
@@ -34,54 +27,40 @@ inline std::vector<Case> AllCases() {
         Json::Value json;
         text >> json;
         if (json["kind"] == "robot") {
-            cases.push_back({file.path().stem(), false});
-            cases.push_back({file.path().stem(), true});
+            cases.emplace_back(file.path().stem(), false);
+            cases.emplace_back(file.path().stem(), true);
         }
     }
-    std::sort(cases.begin(), cases.end(), [](const Case& a, const Case& b) {
-        return std::pair(a.name, a.bentTorch) < std::pair(b.name, b.bentTorch);
-    });
+    std::sort(cases.begin(), cases.end());
     return cases;
 }
 
 inline std::string NameOf(const testing::TestParamInfo<Case>& info) {
-    return info.param.name + (info.param.bentTorch ? "_torch" : "");
+    return info.param.first + (info.param.second ? "_torch" : "");
 }
+
+/// Joint values, and where they put the tool centre.
+using Pose = std::pair<std::vector<double>, gp_XYZ>;
 
 struct Arm {
     sample::Mechanism mechanism;
     std::vector<std::pair<double, double>> limits;
     gp_Trsf tool;
     WorkSpace::Robot record;
-    std::vector<Rigid> toJoint, fromJoint; // frames whose Z are the joint axes
-    Rigid endWithTool;
 
     explicit Arm(const Case& which) {
-        std::ifstream text(std::filesystem::path(ARMS_DIR) / (which.name + ".json"));
+        std::ifstream text(std::filesystem::path(ARMS_DIR) / (which.first + ".json"));
         text >> json;
         ReadJoints();
-        if (which.bentTorch) {
+        if (which.second) {
             tool = gpHandle::EulerToTrsf(LocEuler({60, 15, 330}, {0, 22 * Degree, 0}));
         }
         FillRecord();
-        for (const gp_Ax1& axis : mechanism.axes) {
-            const gp_Trsf frame = gpHandle::Ax1ToTrsf(axis);
-            toJoint.push_back(Rigid::From(frame));
-            fromJoint.push_back(Rigid::From(frame.Inverted()));
-        }
-        endWithTool = Rigid::From(mechanism.flange * tool);
     }
 
     /// Tool centre at joint values, from the axes alone.
     gp_XYZ ToolCentre(const std::vector<double>& q) const {
-        Rigid at;
-        for (std::size_t i = 0; i < q.size(); ++i) {
-            const double c = std::cos(q[i]);
-            const double s = std::sin(q[i]);
-            at = at * toJoint[i] * Rigid{{c, -s, 0, s, c, 0, 0, 0, 1}, {0, 0, 0}} * fromJoint[i];
-        }
-        at = at * endWithTool;
-        return {at.p[0], at.p[1], at.p[2]};
+        return gp_Pnt(tool.TranslationPart()).Transformed(mechanism.FlangeAt(q)).XYZ();
     }
 
     std::vector<double> Within(std::vector<double> q) const {
@@ -93,12 +72,19 @@ struct Arm {
         }
         return q;
     }
-    std::vector<double> Random(Draw& draw) const {
-        std::vector<double> q;
-        for (const auto& [low, high] : limits) {
-            q.push_back(draw.Between(low, high));
+
+    std::vector<Pose> RandomPoses(int count, unsigned seed) const {
+        Draw draw(seed);
+        std::vector<Pose> poses;
+        for (int i = 0; i < count; ++i) {
+            std::vector<double> q;
+            for (const auto& [low, high] : limits) {
+                q.push_back(draw.Between(low, high));
+            }
+            q = Within(q);
+            poses.emplace_back(q, ToolCentre(q));
         }
-        return Within(q);
+        return poses;
     }
 
     /// Moves one joint at a time downhill from q until no step of 1e-4 rad helps, or the cost is low enough.
@@ -120,6 +106,20 @@ struct Arm {
                 }
             }
             step = moved ? step : step / 2;
+        }
+        return least;
+    }
+
+    /// The least cost that is found downhill from the best few poses; the first that is low enough ends the
+    /// search. Sorts the poses.
+    template <class Cost>
+    double Search(std::vector<Pose>& poses, const Cost& cost, double enough) const {
+        constexpr std::ptrdiff_t starts = 6;
+        std::partial_sort(poses.begin(), poses.begin() + starts, poses.end(),
+                          [&](const Pose& a, const Pose& b) { return cost(a.second) < cost(b.second); });
+        double least = INFINITY;
+        for (auto pose = poses.begin(); pose != poses.begin() + starts && least > enough; ++pose) {
+            least = std::min(least, Descend(pose->first, cost, enough));
         }
         return least;
     }

@@ -11,31 +11,18 @@ class WorkBox : public testing::TestWithParam<arms::Case> {
 protected:
     // The corners and the middle of the box, searched for in joint values.
     void ExpectReachedThroughout(const std::array<double, 6>& box) const {
-        Draw draw(3);
-        std::vector<std::pair<std::vector<double>, gp_XYZ>> poses(1500);
-        for (auto& [values, centre] : poses) {
-            values = arm.Random(draw);
-            centre = arm.ToolCentre(values);
-        }
+        std::vector<arms::Pose> poses = arm.RandomPoses(1500, 3);
         for (const int i : {0, 2, 6, 8, 13, 18, 20, 24, 26}) {
             const auto mix = [&](std::size_t axis, int third) {
                 return box[axis] + (box[axis + 3] - box[axis]) * third / 2;
             };
-            const double x = mix(0, i % 3);
-            const double y = mix(1, i / 3 % 3);
+            const double r = std::hypot(mix(0, i % 3), mix(1, i / 3 % 3));
             const double z = mix(2, i / 9);
-            const auto distance = [&](const gp_XYZ& c) {
-                return std::hypot(std::hypot(c.X(), c.Y()) - std::hypot(x, y), c.Z() - z);
+            const auto distance = [&](const gp_XYZ& centre) {
+                return std::hypot(std::hypot(centre.X(), centre.Y()) - r, centre.Z() - z);
             };
-            std::partial_sort(
-                poses.begin(), poses.begin() + 4, poses.end(),
-                [&](const auto& a, const auto& b) { return distance(a.second) < distance(b.second); });
-            double nearest = INFINITY;
-            for (std::size_t start = 0; start < 4 && nearest > MissShare * length; ++start) {
-                nearest = std::min(nearest, arm.Descend(poses[start].first, distance, MissShare * length));
-            }
-            EXPECT_LE(nearest, MissShare * length) << x << ", " << y << ", " << z;
-            EXPECT_LE(std::hypot(std::hypot(x, y) - numbers[0], z - numbers[2]), record.ratio * length);
+            EXPECT_LE(arm.Search(poses, distance, MissShare * length), MissShare * length) << r << ", " << z;
+            EXPECT_LE(std::hypot(r - numbers[0], z - numbers[2]), record.ratio * length);
         }
     }
 

@@ -1,7 +1,6 @@
 #include "Arms.h"
 
 #include <gtest/gtest.h>
-#include <numeric>
 
 namespace {
 
@@ -13,9 +12,6 @@ constexpr double FarthestShare = 0.005;
 constexpr double OffAxisShare = 0.0015;
 
 constexpr int Poses = 100000;
-
-// A vertex is looked for downhill from this many of the nearest drawn poses.
-constexpr std::size_t Starts = 6;
 
 struct Point {
     double r, z;
@@ -56,70 +52,40 @@ protected:
         return nearest;
     }
 
-    // Distance (mm) of the nearest reachable point that a search finds.
-    double Unreached(const Point& vertex) const {
-        std::vector<std::size_t> order(drawn.size());
-        std::iota(order.begin(), order.end(), std::size_t{0});
-        std::partial_sort(order.begin(), order.begin() + Starts, order.end(), [&](auto a, auto b) {
-            return Distance(drawn[a].second, vertex) < Distance(drawn[b].second, vertex);
-        });
-        double nearest = INFINITY;
-        for (std::size_t i = 0; i < Starts && nearest > VertexShare * reach; ++i) {
-            const auto distance = [&](const gp_XYZ& centre) { return Distance(SectionOf(centre), vertex); };
-            nearest = std::min(nearest, arm.Descend(drawn[order[i]].first, distance, VertexShare * reach));
-        }
-        return nearest;
-    }
-
-    void DrawPoses(int count) {
-        Draw draw(31);
-        for (int i = 0; i < count; ++i) {
-            const std::vector<double> q = arm.Random(draw);
-            drawn.emplace_back(q, SectionOf(arm.ToolCentre(q)));
-        }
-    }
-
     const arms::Arm arm{GetParam()};
     const std::array<double, 4> numbers = WorkSpace::GetRobotMaxWorkSpace(arm.record);
     const double reach = numbers[3];
     std::vector<Point> profile;
-    std::vector<std::pair<std::vector<double>, Point>> drawn;
 };
 
 TEST_P(Reach, NothingReachableLiesOutsideTheProfile) {
-    Draw draw(7);
-    double worst = 0;
-    for (int i = 0; i < Poses; ++i) {
-        const std::vector<double> q = arm.Random(draw);
-        const double outside = Outside(SectionOf(arm.ToolCentre(q)));
-        worst = std::max(worst, outside);
-        ASSERT_LE(outside, OutsideShare * reach) << "joint values {" << testing::PrintToString(q) << "}";
+    for (const auto& [values, centre] : arm.RandomPoses(Poses, 7)) {
+        ASSERT_LE(Outside(SectionOf(centre)), OutsideShare * reach) << testing::PrintToString(values);
     }
-    RecordProperty("worst_outside_permille", std::to_string(1000 * worst / reach));
 }
 
 // Random poses seldom stretch: the boundary is sought from the inside too, by climbing in every direction.
 TEST_P(Reach, NoClimbLeavesTheProfile) {
-    DrawPoses(60);
     double worst = 0;
-    for (std::size_t i = 0; i < drawn.size(); ++i) {
-        const double angle =
-            static_cast<double>(i) * 2 * std::numbers::pi / static_cast<double>(drawn.size());
-        const auto along = [&](const gp_XYZ& centre) {
-            const Point p = SectionOf(centre);
+    double angle = 0;
+    for (const auto& [values, centre] : arm.RandomPoses(60, 31)) {
+        const auto along = [&](const gp_XYZ& tried) {
+            const Point p = SectionOf(tried);
             worst = std::max(worst, Outside(p));
             return -(p.r * std::cos(angle) + p.z * std::sin(angle));
         };
-        arm.Descend(drawn[i].first, along);
+        arm.Descend(values, along);
+        angle += std::numbers::pi / 30;
     }
     EXPECT_LE(worst, OutsideShare * reach);
-    RecordProperty("worst_climb_permille", std::to_string(1000 * worst / reach));
 }
 
 TEST_P(Reach, EveryVertexIsReached) {
-    DrawPoses(5000);
+    std::vector<arms::Pose> poses = arm.RandomPoses(5000, 31);
     for (const Point& vertex : profile) {
-        EXPECT_LE(Unreached(vertex), VertexShare * reach) << "vertex " << vertex.r << ", " << vertex.z;
+        const auto distance = [&](const gp_XYZ& centre) { return Distance(SectionOf(centre), vertex); };
+        EXPECT_LE(arm.Search(poses, distance, VertexShare * reach), VertexShare * reach)
+            << "vertex " << vertex.r << ", " << vertex.z;
     }
 }
 
@@ -129,11 +95,8 @@ TEST_P(Reach, TheReachIsThatOfTheFarthestPointASearchFinds) {
     const auto nearness = [&](const gp_XYZ& centre) { return -(centre - shoulder).Modulus(); };
     arms::Arm facingAhead = arm; // joint 1 would carry the shoulder along
     facingAhead.limits[0] = {0, 0};
-    Draw draw(5);
-    double farthest = 0;
-    for (int i = 0; i < 6; ++i) {
-        farthest = std::max(farthest, -facingAhead.Descend(facingAhead.Random(draw), nearness));
-    }
+    std::vector<arms::Pose> poses = facingAhead.RandomPoses(6, 5);
+    const double farthest = -facingAhead.Search(poses, nearness, -INFINITY);
     EXPECT_NEAR(numbers[3] - numbers[0], farthest, FarthestShare * reach);
 }
 
