@@ -15,9 +15,13 @@ constexpr double PoseTolerance = 1e-9; // mm: the same kinematics on the same va
 constexpr double Bulge = 1.25;
 constexpr double Gap = 5;
 
+std::vector<PlannedMotion> Planned(const Cell& cell) {
+    return PlanMotions(cell, [](std::size_t, std::size_t) {});
+}
+
 struct PlanTest : testing::Test {
     const Cell cell = Cell::Load(Example("cells/arc_welding.json"));
-    std::vector<PlannedMotion> plan = PlanMotions(cell, [](std::size_t, std::size_t) {});
+    std::vector<PlannedMotion> plan = Planned(cell);
 };
 
 } // namespace
@@ -82,7 +86,7 @@ TEST_F(PlanTest, StateFilesAreReadFromStatesAndTraces) {
 
 TEST(PlanRail, ArmRailAndPositionerMoveTogether) {
     const Cell rail = Cell::Load(Example("cells/rail_and_positioner.json"));
-    std::vector<PlannedMotion> motions = PlanMotions(rail, [](std::size_t, std::size_t) {});
+    std::vector<PlannedMotion> motions = Planned(rail);
     std::vector<GrpState>& approach = motions.front().states;
     ASSERT_EQ(approach.front().GetContextDof(), 6 + 1 + 2);
     const GrpState half = approach[approach.size() / 3];
@@ -96,22 +100,19 @@ TEST(PlanRail, ArmRailAndPositionerMoveTogether) {
     EXPECT_EQ(motions.back().removed, 1U) << "the weld names its last state twice";
 }
 
-TEST(PlanRail, TheWayBackIsNoRepetition) {
+TEST_F(PlanTest, TheWayBackIsNoRepetition) {
     const Folder folder;
     Json::Value json = ExampleCell("arc_welding.json");
     for (const char* name : {"above_start", "home"}) {
         json["motions"][0]["states"].append(name);
     }
-    const Cell there = Cell::Load(Example("cells/arc_welding.json"));
     const Cell back = Cell::Load(folder.WriteJson("cell.json", json));
-    const auto quiet = [](std::size_t, std::size_t) {};
-    const std::size_t states = PlanMotions(there, quiet).front().states.size();
-    EXPECT_EQ(PlanMotions(back, quiet).front().states.size(), 2 * states - 1);
+    EXPECT_EQ(Planned(back).front().states.size(), 2 * plan.front().states.size() - 1);
 }
 
 TEST(PlanTogether, SystemsArriveAtOnceAndAreReadBack) {
     const Cell two = Cell::Load(Example("cells/two_robots.json"));
-    std::vector<PlannedMotion> motions = PlanMotions(two, [](std::size_t, std::size_t) {});
+    std::vector<PlannedMotion> motions = Planned(two);
     PlannedMotion& both = motions.back();
     ASSERT_EQ(both.Steps(), std::max(motions[0].Steps(), motions[1].Steps()));
     for (const std::size_t i : {0U, 1U}) {
