@@ -99,7 +99,7 @@ const Fault ArmFaults[] = {
 INSTANTIATE_TEST_SUITE_P(Arm, BadArm, testing::ValuesIn(ArmFaults));
 
 const Fault ToolFaults[] = {
-    {".mechanisms[2].parameters.Type", "\"weldgun\"", "\"weldgun\", expected \"WeldGun\""},
+    {".mechanisms[2].parameters.Type", "\"weldgun\"", R"("weldgun", expected "WeldGun")"},
     {".mechanisms[2].parameters.tip_radius", "-1", "-1, expected a finite number above 0"},
     {".mechanisms[2].parameters.stickout", "3", "unknown key"},
     {".mechanisms[2].parameters", "[]", "an object"},

@@ -26,14 +26,6 @@ constexpr double UnitTolerance = 1e-9; // degrees, mm
 /// Arms and carriers, each built from its description.
 class Described : public testing::TestWithParam<const char*> {
 protected:
-    void MoveTo(const JsonNode& sample) const {
-        std::vector<double> values = sample.At(isArm ? "q_deg" : "values").Numbers();
-        for (std::size_t i = 0; i < values.size(); ++i) {
-            values[i] *= UnitOf(i);
-        }
-        entity->SetCurrentValue(values, 5);
-        ASSERT_TRUE(entity->ForwardTrsf(5, true, true));
-    }
     double UnitOf(std::size_t joint) const {
         return entity->GetLink(joint)->jointType == JointLinear ? 1.0 : RadiansPerDegree;
     }
@@ -70,7 +62,11 @@ gp_Pnt Centroid(const TopoDS_Shape& shape) {
 TEST_P(Described, FlangeStandsWhereAnIndependentSolverPutsIt) {
     for (const JsonNode& sample : node.At("samples").Items("samples")) {
         SCOPED_TRACE(sample.Path());
-        MoveTo(sample);
+        std::vector<double> values = sample.At(isArm ? "q_deg" : "values").Numbers();
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            values[i] *= UnitOf(i);
+        }
+        ASSERT_TRUE(entity->ForwardTrsfWithValue(values, true, true));
         EXPECT_THAT(entity->GetCurrentTrsfTool0(),
                     IsTrsf(FlangeOf(sample), PositionTolerance, RotationTolerance));
     }
@@ -85,11 +81,9 @@ TEST_P(Described, AxesAndLimitsAreTheDescriptions) {
         const gp_Ax1 axis = link.axis.Transformed(link.worldTrsf);
         EXPECT_TRUE(axis.Direction().IsEqual(Direction(joints[i].At("axis").Triple()), RotationTolerance));
         EXPECT_LE(axis.Location().Distance(Point(joints[i].At("origin_mm").Triple())), PositionTolerance);
-        const bool slides = link.jointType == JointLinear;
-        EXPECT_NEAR(limits[i].first / UnitOf(i), joints[i].At(slides ? "min_mm" : "min_deg").Number(),
-                    UnitTolerance);
-        EXPECT_NEAR(limits[i].second / UnitOf(i), joints[i].At(slides ? "max_mm" : "max_deg").Number(),
-                    UnitTolerance);
+        const std::string unit = link.jointType == JointLinear ? "mm" : "deg";
+        EXPECT_NEAR(limits[i].first / UnitOf(i), joints[i].At("min_" + unit).Number(), UnitTolerance);
+        EXPECT_NEAR(limits[i].second / UnitOf(i), joints[i].At("max_" + unit).Number(), UnitTolerance);
     }
     if (isArm) {
         const gp_Trsf lastRow = entity->GetEndLink(0)->worldTrsf;

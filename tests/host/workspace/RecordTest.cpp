@@ -24,33 +24,30 @@ struct Change {
     bool shapesPlainRobot, shapesBox;
 };
 
-class Cache : public testing::TestWithParam<Change> {};
-
-TEST_P(Cache, NoticesWhatShapesTheRegionAndNothingElse) {
-    const auto& [name, apply, shapesPlainRobot, shapesBox] = GetParam();
-    for (const auto& [type, shapes] : {std::pair{0, shapesPlainRobot}, {3, shapesBox}, {4, shapesBox}}) {
-        Robot before = Sample();
-        before.systemType = type;
-        Robot after = before;
-        EXPECT_TRUE(WorkSpace::IsEuqal(before, after));
-        apply(after);
-        EXPECT_EQ(WorkSpace::IsEuqal(before, after), !shapes) << name << ", type " << type;
+TEST(Cache, NoticesWhatShapesTheRegionAndNothingElse) {
+    const Change changes[] = {
+        {"tool", [](Robot& r) { r.toolOffset[2] += 1e-6; }, true, true},
+        {"table", [](Robot& r) { r.dh[2][0] += 1e-6; }, true, true},
+        {"row", [](Robot& r) { r.dh.pop_back(); }, true, true},
+        {"limit", [](Robot& r) { r.jointMax[0] -= 1e-6; }, true, true},
+        {"type", [](Robot& r) { r.systemType = 1; }, true, true},
+        {"base", [](Robot& r) { r.base[3] += 1; }, false, true},
+        {"upright", [](Robot& r) { r.upright = false; }, false, true},
+        {"turned tool", [](Robot& r) { r.toolRotation[0] = 0.5; }, false, false},
+        {"rounding", [](Robot& r) { r.base[7] += 1e-13; }, false, false},
+        {"no number", [](Robot& r) { r.toolOffset[0] = NoNumber; }, true, true},
+    };
+    Robot before = Sample();
+    for (const auto& [name, apply, shapesPlainRobot, shapesBox] : changes) {
+        for (const auto& [type, shapes] : {std::pair{0, shapesPlainRobot}, {3, shapesBox}, {4, shapesBox}}) {
+            before.systemType = type;
+            Robot after = before;
+            EXPECT_TRUE(WorkSpace::IsEuqal(before, after));
+            apply(after);
+            EXPECT_EQ(WorkSpace::IsEuqal(before, after), !shapes) << name << ", type " << type;
+        }
     }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Changes, Cache,
-    testing::Values(Change{"tool", [](Robot& r) { r.toolOffset[2] += 1e-6; }, true, true},
-                    Change{"table", [](Robot& r) { r.dh[2][0] += 1e-6; }, true, true},
-                    Change{"row", [](Robot& r) { r.dh.pop_back(); }, true, true},
-                    Change{"limit", [](Robot& r) { r.jointMax[0] -= 1e-6; }, true, true},
-                    Change{"type", [](Robot& r) { r.systemType = 1; }, true, true},
-                    Change{"base", [](Robot& r) { r.base[3] += 1; }, false, true},
-                    Change{"upright", [](Robot& r) { r.upright = false; }, false, true},
-                    Change{"turned_tool", [](Robot& r) { r.toolRotation[0] = 0.5; }, false, false},
-                    Change{"rounding", [](Robot& r) { r.base[7] += 1e-13; }, false, false},
-                    Change{"no_number", [](Robot& r) { r.toolOffset[0] = NoNumber; }, true, true}),
-    [](const auto& which) { return which.param.name; });
 
 TEST(BadRecord, IsRefusedByWhatIsWrongWithIt) {
     const std::vector<std::pair<void (*)(Robot&), const char*>> faults = {
