@@ -41,7 +41,8 @@ TEST(FrameOfJoint, TurnsAboutTheAxisWhicheverWayItPoints) {
 }
 
 TEST(FrameOfFlange, KeepsZAndCorrectsX) {
-    const Rigid frame = FrameOfFlange({1, 2, 3}, {-0.0001, 0, -0.999999995}, {0.999999995, 1e-7, -0.0001});
+    const Rigid frame =
+        FrameOfFlange({1, 2, 3}, {-0.0001, 0.001, -0.999999995}, {0.999999995, 1e-7, -0.0001});
     const Triple z = Unit({0.999999995, 1e-7, -0.0001});
     EXPECT_LE(Length(Minus(Turn(frame, {0, 0, 1}), z)), Rounding);
     EXPECT_NEAR(Dot(Turn(frame, {1, 0, 0}), z), 0, Rounding);
