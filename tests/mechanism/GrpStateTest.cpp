@@ -17,7 +17,9 @@ struct GrpStateTest : ::testing::Test {
 };
 
 TEST_F(GrpStateTest, HasAPoseARobot) {
-    LocEuler out(gp_Pnt(1, 1, 1), gp_Pnt());
+    LocEuler out;
+    state.SetLocEuler(0, {gp_Pnt(1, 1, 1), gp_Pnt()});
+    EXPECT_TRUE(state.GetLocEuler(0, out));
     for (const int robot : {-1, 1}) {
         EXPECT_FALSE(state.GetLocEuler(robot, out));
         EXPECT_EQ(Thrown([&] { state.SetLocEuler(robot, out); }), "invalid vector subscript");

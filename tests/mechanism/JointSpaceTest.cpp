@@ -120,7 +120,7 @@ TEST(JointInterpolation, StepsOfTheLargestAxisLeaveTheRestToTheEnd) {
         EXPECT_THAT(InterpolationPtsDescartes({0, 1}, {5, 0}, step),
                     ElementsAre(Joints{0, 1}, Joints{2, 0.6}, Joints{4, 1 + 2 * -1 / 2.5}, Joints{5, 0}));
     }
-    EXPECT_EQ(InterpolationPtsDescartes({0}, {4}, 2).size(), 3U);
+    EXPECT_EQ(InterpolationPtsDescartes({0, 0}, {1, 4}, 2).size(), 3U);
     EXPECT_THAT(InterpolationPtsDescartes({0}, {1}, -0.0009), IsEmpty());
     EXPECT_EQ(InterpolationPtsDescartes({0}, {0.002}, 0.001).size(), 3U);
     EXPECT_THAT(InterpolationPtsDescartes({0}, {1, 2}, 1), IsEmpty());

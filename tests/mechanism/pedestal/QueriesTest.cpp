@@ -42,6 +42,7 @@ TEST_F(Pedestal, WithoutSystemsAnswersForTheWhole) {
 
 TEST_F(Pedestal, KeepsASystemsValuesAsASliceOfTheWhole) {
     Stand(70, 80);
+    EXPECT_EQ(rail.GetSystem(top), 80U) << "the link behind the other's run";
     rail.SetCurrentValue({7, 8, 99}, 80);
     rail.SetCurrentValue({}, 80);
     EXPECT_THROW(rail.SetCurrentValue({1}, 80), std::invalid_argument);
@@ -112,6 +113,7 @@ TEST_F(Pedestal, PrefersTheFirstOfItsLongestAxesAndWeighsThemByABox) {
     EXPECT_THAT(rail.GetPathBoxOffsetScale(Bnd_OBB(), 80), ElementsAre(1, 1));
     // In the pedestal's frame: 20 along X, 10 along Y, 40 against Z.
     const Bnd_OBB box({}, gp_Dir(-1, 0, 0), gp_Dir(0, 1, 0), gp_Dir(0, 0, -1), 10, 20, 40);
+    EXPECT_THAT(rail.GetPathBoxOffsetScale(box, 70), ElementsAre(DoubleNear(0.5, Rounding)));
     EXPECT_THAT(rail.GetPathBoxOffsetScale(box, 80),
                 ElementsAre(DoubleNear(0.25, Rounding), DoubleNear(0.6 * 0.25 - 0.8, Rounding)));
 }

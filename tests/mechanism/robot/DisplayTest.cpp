@@ -23,8 +23,9 @@ TEST_F(RobotDisplay, TheUnsafeZoneStartsAtAMicrometreAndIsNeverSelected) {
     const auto zone = robot.GetUnsafeWorkspaceModel();
     ASSERT_FALSE(zone.IsNull());
     zone->SetUnSelected(false);
+    zone->SetSelectionMode(0, true);
     robot.SetUnSaftyWorkSpaceVisible(true);
-    EXPECT_TRUE(zone->IsUnSelected());
+    EXPECT_TRUE(zone->IsUnSelected() && zone->GetSelectionModes().empty());
 }
 
 TEST_F(RobotDisplay, ARobotThatGoesTakesItsWorkspaceOutOfTheView) {

@@ -53,6 +53,7 @@ TEST_F(Torch, IsNotBuiltFromOtherTypesOrImpossibleNumbers) {
     };
     for (const auto& [key, value] : noTorch) {
         EXPECT_FALSE(ToolEntity::CreateToolEntityByParameter(With(key, value)).first) << key;
+        EXPECT_FALSE(tool->UpdataToolParameterData(With(key, value))) << key;
     }
     EXPECT_TRUE(ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).first);
     EXPECT_THROW(ToolEntity::CreateToolEntityByParameter(With("tcp_z", -1.0)), std::invalid_argument);
