@@ -1,4 +1,7 @@
+#include <TopExp.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
 #include <host/tools/NozzleParam.h>
+#include <host/tools/ShapeHandle.h>
 #include <numbers>
 #include <support/Mechanism.h>
 
@@ -25,6 +28,10 @@ TEST_F(Torch, IsBuiltFromItsParameters) {
     const auto parts = tool->GetFixMdls();
     ASSERT_EQ(parts.size(), 3U);
     EXPECT_EQ(tool->GetEndToolMdl(), parts[0]);
+    EXPECT_LT(ShapeHandle::GetAreaOrVol(parts[0]->Shape()), 4 * 4 * std::numbers::pi * 8) << "the tip";
+    TopTools_IndexedMapOfShape front;
+    TopExp::MapShapes(parts[1]->Shape(), TopAbs_SOLID, front);
+    EXPECT_EQ(front.Extent(), 3) << "nozzle, neck and guard";
     EXPECT_EQ(parts[2]->collisionTolerance, 20.0);
     ASSERT_EQ(parts[1]->GetLayers().size(), 3U);
     EXPECT_EQ(parts[1]->GetLayers()[2].second.transparency, 1.0) << "the guard is not seen";
