@@ -278,6 +278,7 @@ TEST(HostileCounts, AreRefusedBeforeAnythingIsMade) {
     EXPECT_THAT(Thrown([] { InterpolationPtsByNum({0}, {1}, INT_MAX); }), HasSubstr(limit));
     EXPECT_EQ(InterpolationPtsByNum({0}, {1}, INT_MIN).size(), 1U);
     EXPECT_TRUE(EulerByQuaternion({}, {1, 0, 0}, INT_MIN).empty());
+    EXPECT_EQ(EulerByQuaternion({}, {1, 0, 0}, MostSamples).size(), 0U + MostSamples);
     EXPECT_EQ(SparsePathPair(PathTo(20), INT_MIN).size(), 2U);
     f.steps.assign(8, 1e-6 * 1.2);
     EXPECT_THAT(Thrown([&] { InterpolationPts({f.a, f.b}, f.steps); }), HasSubstr(limit));

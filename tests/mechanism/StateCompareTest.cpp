@@ -7,15 +7,15 @@ using ::testing::ElementsAre;
 constexpr std::uint64_t Cell = 31;
 
 struct StateCoupling : ::testing::Test {
-    /// The seventh value follows the sixth in the opposite sense.
+    /// The seventh value follows half the sixth in the opposite sense.
     void SetUp() override {
         for (int i = 0; i < 6; ++i) {
             coupling.index[i] = i;
         }
         coupling.skip[6] = -1;
-        coupling.ratio[6] = -1;
+        coupling.ratio[6] = -0.5;
         coupling.enabled = true;
-        state.SetValues({1, 2, 3, 4, 5, 6, -6, 9});
+        state.SetValues({1, 2, 3, 4, 5, 6, -3, 9});
     }
 
     Registrar cell{Cell, {.pedestal = 1, .joints = 7}};
@@ -26,7 +26,7 @@ struct StateCoupling : ::testing::Test {
 TEST_F(StateCoupling, FollowersAreLeftOutAndPutBack) {
     EXPECT_THAT(state.GetValuesCoupling(), ElementsAre(1, 2, 3, 4, 5, 6));
     state.SetValuesCoupling({10, 20, 30, 40, 50, 60, 70});
-    EXPECT_THAT(state.GetValues(), ElementsAre(10, 20, 30, 40, 50, 60, -60, 70));
+    EXPECT_THAT(state.GetValues(), ElementsAre(10, 20, 30, 40, 50, 60, -30, 70));
     coupling.index[0] = 100000;
     EXPECT_TRUE(state.GetValuesCoupling().empty());
     EXPECT_THROW(state.SetValuesCoupling({1, 2}), std::out_of_range);
@@ -38,7 +38,7 @@ TEST_F(StateCoupling, TheRobotAloneIsBoundedByItsOwnCount) {
     state.SetValuesCoupling(Robot, {});
     state.SetValuesCoupling(Robot, {7, 8, 9});
     state.SetValuesCoupling(Pedestal, {5});
-    EXPECT_THAT(state.GetValues(), ElementsAre(7, 8, 9, 4, 5, 6, -6, 5));
+    EXPECT_THAT(state.GetValues(), ElementsAre(7, 8, 9, 4, 5, 6, -3, 5));
 }
 
 TEST_F(StateCoupling, AskingMakesADisabledRecordWhereNoneIs) {

@@ -164,6 +164,7 @@ TEST(SplinePath, ShortPathsAndShortLegsStayAsTheyAre) {
     Path two = {{gp_Pnt(), X}, {gp_Pnt(10, 0, 0), Y}};
     InterpHandle::SplineInterpolation(two, 5);
     ASSERT_EQ(two.size(), 3U);
+    EXPECT_TRUE(two[0].first.IsEqual(gp_Pnt(), 0));
     EXPECT_LE(two[1].second.Angle(gp_Dir(1, 1, 0)), SameDirection);
     EXPECT_TRUE(two[2].second.IsEqual(Y, 0));
     Path near = {{gp_Pnt(), X}, {gp_Pnt(0.05, 0, 0), Y}};
@@ -180,7 +181,9 @@ TEST(SplinePath, FailuresLeaveThePathAsItWas) {
     coincident[2].first = coincident[1].first; // the first leg has no tangent to enter along
     Path lost = good;
     lost[1].first.SetY(std::nan(""));
-    for (const Path& bad : {coincident, lost}) {
+    Path nowhere = good;
+    nowhere[0].first.SetX(std::numeric_limits<double>::infinity());
+    for (const Path& bad : {coincident, lost, nowhere}) {
         Path path = bad;
         EXPECT_THROW(InterpHandle::SplineInterpolation(path, 4), Standard_Failure);
         EXPECT_EQ(path.size(), 3U);

@@ -88,6 +88,7 @@ TEST_F(RobotTools, TheTriadStandsAtTheToolAndMovesWithTheEndLink) {
     EXPECT_FALSE(first->IsDisplayed());
     EXPECT_TRUE(robot.GetToolFrame()->IsDisplayed());
     EXPECT_EQ(robot.GetToolFrame()->GetDisplayMode(), 0);
+    EXPECT_TRUE(robot.GetToolFrame()->GetSelectionModes().empty());
     robot.ForwardTrsfWithValue({0.5, 0.1, -0.2, 0.3, 0.9, -1.0}, true, true);
     Bnd_Box box; // of the ball at the triad's origin, its first part
     BRepBndLib::AddOptimal(TopoDS_Iterator(robot.GetToolFrame()->Shape()).Value(), box);
