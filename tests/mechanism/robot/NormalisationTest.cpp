@@ -84,6 +84,13 @@ TEST_P(Normalisation, RepeatedLoadingSettlesToTheBit) {
     EXPECT_EQ(robot->ToJson(""), first);
 }
 
+TEST(ParallelArm, HasATableThatStartsHalfATurnAboutZ) {
+    const RobotEntity robot(sample::Build(sample::ParallelArm(), 4).get());
+    gp_Trsf half;
+    half.SetRotation(gp::OZ(), std::numbers::pi);
+    EXPECT_THAT(robot.GetRobotBaseDHTrsf(), IsTrsf(half));
+}
+
 INSTANTIATE_TEST_SUITE_P(Arms, Normalisation,
                          testing::Values(sample::Case{"SixAxis", sample::SixAxisArm},
                                          sample::Case{"Parallel", sample::ParallelArm},

@@ -29,6 +29,9 @@ TEST_F(RobotTools, TheListGrowsForReadersUpToTenAndForWritersBeyond) {
     far["ToolIndex"] = 11;
     robot.SetToolData(far);
     EXPECT_EQ(robot.GetTools().size(), 12U);
+    far["ToolIndex"] = 0;
+    robot.SetToolData(far);
+    EXPECT_EQ(robot.GetTools()[0].TranslationPart().Z(), 320);
     robot.SetTools({});
     EXPECT_THROW(robot.GetToolFromVector(11), std::out_of_range);
 }

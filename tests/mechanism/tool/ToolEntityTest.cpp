@@ -32,9 +32,13 @@ TEST_F(Torch, IsBuiltFromItsParameters) {
     TopTools_IndexedMapOfShape front;
     TopExp::MapShapes(parts[1]->Shape(), TopAbs_SOLID, front);
     EXPECT_EQ(front.Extent(), 3) << "nozzle, neck and guard";
+    for (const auto& [solid, layer] : parts[1]->GetLayers()) {
+        EXPECT_TRUE(front.Contains(solid));
+    }
     EXPECT_EQ(parts[2]->collisionTolerance, 20.0);
     EXPECT_EQ(parts[2]->GetLayers()[0].second.transparency, 0.0);
     ASSERT_EQ(parts[1]->GetLayers().size(), 3U);
+    EXPECT_EQ(parts[1]->GetLayers()[0].second.transparency, 0.0);
     EXPECT_EQ(parts[1]->GetLayers()[2].second.transparency, 1.0) << "the guard is not seen";
     EXPECT_NEAR(parts[0]->GetLayers()[0].second.red, 0.5215686274509804, 1e-15);
     EXPECT_NEAR(parts[0]->GetLayers()[0].second.green, 0.35294117647058826, 1e-15);
