@@ -19,7 +19,10 @@ TEST_F(RobotDisplay, EveryAxisGetsItsCollisionTolerance) {
 TEST_F(RobotDisplay, TheUnsafeZoneStartsAtAMicrometreAndIsNeverSelected) {
     robot.SetMaxWorkSpaceModel({0, 0, 0, 0.00099});
     EXPECT_TRUE(robot.GetUnsafeWorkspaceModel().IsNull());
-    robot.SetMaxWorkSpaceModel({0, 0, 0, 0.001});
+    LogCapture log;
+    LogUtils::Logger()->set_level(spdlog::level::debug);
+    robot.SetMaxWorkSpaceModel({0, 1, 2, 0.001});
+    EXPECT_EQ(log.Records().at(0).text, "0,1,2,0.001");
     const auto zone = robot.GetUnsafeWorkspaceModel();
     ASSERT_FALSE(zone.IsNull());
     zone->SetUnSelected(false);

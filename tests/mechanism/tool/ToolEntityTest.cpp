@@ -42,6 +42,7 @@ TEST_F(Torch, IsBuiltFromItsParameters) {
     EXPECT_EQ(parts[1]->GetLayers()[2].second.transparency, 1.0) << "the guard is not seen";
     EXPECT_NEAR(parts[0]->GetLayers()[0].second.red, 0.5215686274509804, 1e-15);
     EXPECT_NEAR(parts[0]->GetLayers()[0].second.green, 0.35294117647058826, 1e-15);
+    EXPECT_EQ(parts[0]->GetLayers()[0].second.blue, 0.0);
     EXPECT_EQ(parts[0]->GetLayers()[0].second.code, 8);
     EXPECT_TRUE(parts[0]->GetLayers()[0].first.IsSame(parts[0]->Shape()));
     EXPECT_TRUE(parts[2]->IsDisplayed()) << "parts come into view with their root";
