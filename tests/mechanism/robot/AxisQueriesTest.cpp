@@ -49,6 +49,8 @@ TEST_F(AxisQueries, LimitsFollowTheCouplingRecordOnlyAsItSays) {
     EXPECT_EQ(robot.GetLimit(667, 0).size(), 6U);
     ExpectFailure([&] { robot.GetLimit(Hash, 173 * Degree); }, "RobotEntity", "RobotEntity::GetLimit",
                   "限位错误");
+    robot.GetAxis(1)->limit = {-1, 1};
+    EXPECT_EQ(robot.GetLimit(Hash, 1).front(), std::pair(0.0, 0.0)) << "a range of nothing is one";
     std::fill(std::begin(coupled.index), std::end(coupled.index), 0);
     EXPECT_EQ(robot.GetLimit(666, 0).size(), std::size(coupled.index)) << "ends without a terminator too";
 }
