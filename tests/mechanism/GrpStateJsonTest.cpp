@@ -73,6 +73,12 @@ TEST_F(GrpStateJsonTest, AnUnknownSystemFailsAfterTheValues) {
     EXPECT_EQ(state.GetToolIndex(), 0);
     EXPECT_EQ(state.GetContextDof(), 7) << "still the old layout";
 
+    const Registrar pair(6, {.robots = 2});
+    GrpState two(6), twoBack(6);
+    two.SetLocEuler(1, {gp_Pnt(1, 2, 3), gp_Pnt()});
+    twoBack.FromJson(two.ToJson());
+    EXPECT_TRUE(twoBack == two);
+
     const Registrar empty(5, {.robots = 0});
     EXPECT_TRUE(GrpState(5).ToJson()["J_value"].isNull() && GrpState(5).ToJson()["tcp_value"].isNull());
 }

@@ -47,8 +47,11 @@ TEST_F(StateInterpolation, PartsAreTheWholeStepsOfTheDecidingAxis) {
 }
 
 TEST_F(StateInterpolation, InteriorStatesCarryValuesOnlyAndKeysOccurOnce) {
+    b.SetValue(Pedestal, 0, 6);
     const auto states = After(3);
+    EXPECT_EQ(GrpState(states[1]).GetValues(), Joints({0.5, 0, 0, 0, 0, 0, 1}));
     EXPECT_EQ(states[1].GetSystem(), Cell);
+    b.SetValue(Pedestal, 0, 0);
     EXPECT_EQ(states[1].GetToolIndex(), 0);
     EXPECT_TRUE(states[1].GetLocEuler(0) == LocEuler());
     EXPECT_EQ(states.front().GetLocEuler(0).location.Z(), 3);

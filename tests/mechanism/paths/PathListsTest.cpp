@@ -26,6 +26,7 @@ TEST(PathLists, CrowdedPosesAreDroppedInFavourOfTheNext) {
     EXPECT_THAT(XsOf(InterpHandle::ArrayToPathPair(OnX({0, 0.5, 2, 3}))), ElementsAre(0.5, 2, 3));
     EXPECT_THAT(XsOf(InterpHandle::ArrayToPathPair(OnX({0, 1, 1.9999, 2}))), ElementsAre(0, 2));
     EXPECT_EQ(InterpHandle::ArrayToPathPair(OnX({4}))[0].second.Z(), -1) << "directions come out as units";
+    EXPECT_TRUE(InterpHandle::ArrayToPathPair({{1, 2, 3, 1, 2, 4}})[0].second.IsEqual(gp_Dir(1, 2, 4), 0));
     EXPECT_THROW(InterpHandle::ArrayToPathPair({}), std::out_of_range);
     EXPECT_THROW(InterpHandle::ArrayToPathPair({{0, 0, 0, 0, 0, 0}}), Standard_ConstructionError);
 }

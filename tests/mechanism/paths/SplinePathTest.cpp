@@ -22,7 +22,7 @@ constexpr double SameDirection = 1e-9;
 constexpr double ProjectedDirection = 1e-6;
 
 // The tool direction of each kind of leg: along the path, across it, or in between.
-enum class Tool { Along, Across, Oblique };
+enum class Tool { Along, Against, Across, Oblique };
 
 struct BendCase {
     const char* name = "";
@@ -52,8 +52,9 @@ protected:
     }
 
     static gp_Dir ToolOn(const gp_Dir& along, const gp_Dir& normal, Tool tool) {
-        if (tool == Tool::Along) {
-            return along.Rotated(gp_Ax1(gp_Pnt(), normal), 0.1);
+        if (tool == Tool::Along || tool == Tool::Against) {
+            const gp_Dir near = along.Rotated(gp_Ax1(gp_Pnt(), normal), 0.1);
+            return tool == Tool::Along ? near : near.Reversed();
         }
         return tool == Tool::Across
                    ? normal.Rotated(gp_Ax1(gp_Pnt(), along), 0.2)
@@ -150,7 +151,7 @@ INSTANTIATE_TEST_SUITE_P(Bends, Spline,
                          testing::Values(BendCase{"XyLeftAlong", Z, 0.5, Tool::Along},
                                          BendCase{"XyRightOblique", Z, -0.5, Tool::Oblique},
                                          BendCase{"YzLeftAcross", X, 0.8, Tool::Across},
-                                         BendCase{"YzRightAlong", X, -0.8, Tool::Along},
+                                         BendCase{"YzRightAgainst", X, -0.8, Tool::Against},
                                          BendCase{"ZxLeftOblique", Y, 0.3, Tool::Oblique},
                                          BendCase{"ZxRightAcross", Y, -0.3, Tool::Across},
                                          BendCase{"SpaceLeftAlong", Space, 0.6, Tool::Along},

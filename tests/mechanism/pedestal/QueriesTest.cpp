@@ -45,6 +45,7 @@ TEST_F(Pedestal, KeepsASystemsValuesAsASliceOfTheWhole) {
     EXPECT_EQ(rail.GetSystem(top), 80U) << "the link behind the other's run";
     rail.SetCurrentValue({7, 8, 99}, 80);
     rail.SetCurrentValue({}, 80);
+    rail.SetCurrentValue({7, 8}, 80);
     EXPECT_THROW(rail.SetCurrentValue({1}, 80), std::invalid_argument);
     EXPECT_THAT(rail.GetCurrentValue(0), ElementsAre(0, 7, 8));
     rail.SetCurrentValue({4, 5, 6}, 0);
@@ -70,6 +71,7 @@ TEST_F(Pedestal, HasTheLimitsOfTheRun) {
     EXPECT_FALSE(rail.IsInLimit({101}, 80, 0)) << "decided before the values run out";
     EXPECT_EQ(Thrown([&] { rail.IsInLimit({50}, 80, 0); }), "invalid vector subscript");
     EXPECT_TRUE(rail.IsInLimit({}, 555, 0)) << "nothing to look at";
+    EXPECT_FALSE(rail.IsInLimit({2, 50, 50}, 0, 0)) << "the pedestal as a whole";
 }
 
 TEST_F(Pedestal, FailsWithItsTextsAndLines) {

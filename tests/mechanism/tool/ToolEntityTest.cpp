@@ -70,6 +70,9 @@ TEST_F(Torch, IsNotBuiltFromOtherTypesOrImpossibleNumbers) {
         EXPECT_FALSE(tool->UpdataToolParameterData(With(key, value))) << key;
     }
     EXPECT_TRUE(ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).first);
+    for (const auto& kind : {Json::arrayValue, Json::objectValue}) {
+        EXPECT_THROW(ToolEntity::CreateToolEntityByParameter(With("Type", kind)), std::invalid_argument);
+    }
     EXPECT_THROW(ToolEntity::CreateToolEntityByParameter(With("tcp_z", -1.0)), std::invalid_argument);
 }
 
