@@ -191,7 +191,8 @@ TEST(SplinePath, FailuresLeaveThePathAsItWas) {
     }
     for (const double base : {0.0, -1.0, std::nan(""), std::numeric_limits<double>::infinity()}) {
         Path path = good;
-        EXPECT_THROW(InterpHandle::SplineInterpolation(path, base), std::invalid_argument);
+        EXPECT_THAT(Thrown([&] { InterpHandle::SplineInterpolation(path, base); }),
+                    testing::HasSubstr("expected a finite spacing above 0 mm"));
         EXPECT_EQ(path.size(), 3U);
     }
 }
