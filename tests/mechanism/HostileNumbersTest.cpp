@@ -301,6 +301,8 @@ TEST(HostileCounts, AreRefusedBeforeAnythingIsMade) {
     EXPECT_EQ(f.robot.GetTools().size(), 1U);
     EXPECT_THAT(Thrown([&] { f.robot.SetToolData(Tool("ToolIndex", 65536)); }),
                 HasSubstr("ToolIndex: 65536"));
+    f.robot.SetToolData(Tool("ToolIndex", 65535));
+    EXPECT_EQ(f.robot.GetTools().size(), 65536U);
 
     GrpConfig config;
     EXPECT_THAT(Thrown([&] { config.InitDOF(0, INT_MAX, 2, 0); }), HasSubstr("robotDof: 2147483647"));

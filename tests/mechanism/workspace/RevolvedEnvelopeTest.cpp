@@ -61,6 +61,21 @@ TEST(RevolvedEnvelope, TheRecordIsFilledFromTheRobot) {
     EXPECT_EQ(record.systemType, 0);
 }
 
+TEST(RevolvedEnvelope, TheRecordTellsHowFarTheCarrierGoes) {
+    struct Limited : GenericEntityConfig {
+        std::vector<std::pair<double, double>> GetLimit(size_t, double) override { return {{1, 2}, {3, 4}}; }
+    } carrier;
+    Cell cell;
+    carrier.SetRootMdl(new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid()));
+    carrier.AddFlange(std::make_shared<Flange>());
+    carrier.AssembleOtherModel(&cell.robot, sample::Place(0, 0));
+    cell.workspace.UpdateWorkspaceShape(0);
+    const WorkSpace::Robot& record = cell.workspace.GetRobotData();
+    EXPECT_EQ(record.externalLimits[0][1], 2);
+    EXPECT_EQ(record.externalLimits[1][0], 3);
+    carrier.DisassembleModel(&cell.robot);
+}
+
 TEST(RevolvedEnvelope, IsBuiltOnceHandedOverAgainAndBuiltAnewForAnotherTool) {
     Cell cell;
     cell.robot.ShowBestWorkspace(true);
