@@ -376,6 +376,14 @@ TEST(UnequalStates, TakeWhatBothHaveAndEqualNone) {
     EXPECT_THROW(b.GetValue(Pedestal, Gantry_X1), std::out_of_range);
     EXPECT_FALSE(a == b || a.IsEqual(b, Infinity));
     EXPECT_THROW(InterpolationScalePts(b, a, 1), std::invalid_argument);
+    const Registrar nothing(System + 2, {.pedestal = -9});
+    Json::Value json = a.ToJson();
+    json["system_index"] = static_cast<Json::UInt64>(System + 2);
+    EXPECT_TRUE(b.FromJson(json));
+    b.SetValues({1, 2, 3, 4, 5, 6, 7, 8});
+    EXPECT_TRUE(b.GetValues().empty()) << "a layout of less than nothing";
+    EXPECT_THROW(InterpolationScalePts(b, b, 1), std::invalid_argument);
+    b = GrpState(System + 1);
     EXPECT_THROW(ContextState(Json::Value()).GetValues(1), std::out_of_range);
     GrpConfig::GetCoupledValue(System).enabled = true;
     GrpConfig::GetCoupledValue(System).index[1] = -5;

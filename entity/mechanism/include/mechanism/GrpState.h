@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <host/tools/LocEuler.h>
@@ -179,7 +180,7 @@ private:
     static const GrpConfig NoLayout;
 
     /// Values that the buffer was made for, as far as the layout knows them.
-    int CountRoom() const { return config->contextDof < room ? config->contextDof : room; }
+    int CountRoom() const { return std::clamp(config->contextDof, 0, room); }
     /// Values that there are: none without a buffer.
     int CountValues() const { return values != nullptr ? CountRoom() : 0; }
     /// Makes this default state one of the system: zero poses, values allocated but not set.

@@ -17,7 +17,7 @@ namespace {
 constexpr const char* ByStep = "InterpolationPts";
 
 void RequirePair(const GrpState& a, const GrpState& b, const char* function) {
-    if (!StateAccess::HasValues(a, 0) || !StateAccess::HasValues(a, a.GetContextDof()) ||
+    if (!StateAccess::HasValues(a, 0) || StateAccess::CountValues(a) != a.GetContextDof() ||
         !StateAccess::HasValues(b, a.GetContextDof())) {
         throw std::invalid_argument(std::string(function) +
                                     ": states of different systems or without values, expected two of one");
