@@ -44,12 +44,9 @@ Uuid ReadId(const Json::Value& json) {
     }
 }
 
-void RequireType(const Json::Value& json, int type) {
+void RequireObject(const Json::Value& json) {
     if (!json.isObject()) {
         Refuse("document", json, "an object");
-    }
-    if (json.isMember("type") && ReadInt(json, "type") != type) {
-        Refuse("type", json["type"], std::to_string(type));
     }
 }
 

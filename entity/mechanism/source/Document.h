@@ -19,7 +19,8 @@ double ReadNumber(const Json::Value& json, const char* key);
 std::string ReadText(const Json::Value& json, const char* key);
 /// The key "ID".
 Uuid ReadId(const Json::Value& json);
-/// @throws std::invalid_argument when the document names another kind of mechanism, or is no object.
-void RequireType(const Json::Value& json, int type);
+/// The kind that a document names under "type" is for its readers to know; loading does not look at it.
+/// @throws std::invalid_argument when the document is no object.
+void RequireObject(const Json::Value& json);
 
 } // namespace mechanism_detail

@@ -68,7 +68,7 @@ public:
     void Forward() {}
 
 private:
-    void UpdateDH();
+    MECHANISM_NO_EXPORT void UpdateDH();
 
     std::set<Workpiece*> workpieces;
     gp_Trsf placementTrsf;

@@ -10,7 +10,7 @@
 /// The states of several robot systems at one instant, by system hash.
 class MECHANISM_EXPORT ContextState {
 public:
-    /// A zero state of every system that is registered now. @throws as GrpState for a layout that is none.
+    /// A zero state of every system that is registered now.
     ContextState();
     /// An empty context that then reads the document; what FromJson answers is dropped. @throws as FromJson.
     ContextState(const Json::Value& json);
@@ -72,7 +72,7 @@ struct MECHANISM_EXPORT TracePair {
     const TracePair& operator=(const TracePair& other);
     ~TracePair() = default;
 
-    /// Appends the states; those already held stay. All or, where memory ends, none.
+    /// Appends the states to those already held. @throws std::bad_alloc, with none appended.
     void setTrace(const std::vector<GrpState>& states);
     /// Says what was recorded; the states stay.
     void setType(TraceType type_) { type = type_; }

@@ -48,11 +48,13 @@ struct MECHANISM_EXPORT GrpConfig {
 
     /// Stores the counts and derives contextDof from robots and pedestal; benches are added by
     /// SetBenchesDofs.
-    /// @throws std::invalid_argument, with nothing changed, for a count beyond MostValues either way.
+    /// @throws std::invalid_argument, with nothing changed, for a count or a sum that is not in 0 ..
+    ///         MostValues.
     void InitDOF(int pedestalDof_, int robotDof_, int robotNum_, int benchNum_);
     /// Sets the axes of each bench and adds them to contextDof, after InitDOF and once: a second call counts
     /// the benches twice.
-    /// @throws std::invalid_argument, with nothing changed, for a sum that is no 32-bit number.
+    /// @throws std::invalid_argument, with nothing changed, for bench axes or a sum that are not in 0 ..
+    ///         MostValues.
     void SetBenchesDofs(const std::vector<double>& dofs);
 
     /// The range of an entity's values. A bench past benchNum leaves both outputs as they are.
@@ -64,7 +66,7 @@ struct MECHANISM_EXPORT GrpConfig {
     /// Joints of one robot plus the pedestal's axes, however many robots there are.
     int GetRobotAndPedestalDof() const { return robotDof + pedestalDof; }
 
-    /// The registered layouts by system hash.
+    /// The registered layouts by system hash. A null entry counts as not registered everywhere.
     static const std::map<std::uint64_t, std::shared_ptr<GrpConfig>>& GetGrpConfigList();
 
     /// @{

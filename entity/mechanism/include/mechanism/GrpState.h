@@ -36,8 +36,7 @@ public:
 
     GrpState() = default;
     /// A state with zero values and zero poses.
-    /// @throws std::string as GrpConfig::GetGrpConfig does for a system that is not registered;
-    ///         std::invalid_argument naming the count where its layout is none (0 to GrpConfig::MostValues).
+    /// @throws std::string as GrpConfig::GetGrpConfig does for a system that is not registered.
     GrpState(std::uint64_t system_);
     /// An independent copy, poses and text included.
     GrpState(const GrpState& other);
@@ -117,7 +116,8 @@ public:
     std::vector<double> GetValues(EntityName entity);
     /// @param v the entity's values; a shorter vector sets the values it has, an empty one nothing.
     void SetValues(EntityName entity, const std::vector<double>& v);
-    /// Sets the first n values of an entity; n past its count is fatal.
+    /// Sets the first n values of an entity; n past its count is fatal, except for a bench that the
+    /// system does not have, where nothing happens.
     void SetValues(EntityName entity, const double* p, std::size_t n);
     /// The value at the entity's start plus the axis' place in it, which may be another entity's.
     /// @throws std::out_of_range "invalid vector subscript" when that is no place of the state.
@@ -179,23 +179,23 @@ private:
     /// Of a state that is bound to no system: nothing in it.
     static const GrpConfig NoLayout;
 
-    /// Values that the buffer was made for, as far as the layout knows them.
+    /// Number of values: the layout's, at most those that the buffer was made for.
     int CountRoom() const { return std::clamp(config->contextDof, 0, room); }
     /// Values that there are: none without a buffer.
     int CountValues() const { return values != nullptr ? CountRoom() : 0; }
     /// Makes this default state one of the system: zero poses, values allocated but not set.
-    void Bind(std::uint64_t system_, const GrpConfig* config_);
+    MECHANISM_NO_EXPORT void Bind(std::uint64_t system_, const GrpConfig* config_);
     /// Everything but the values when shareValues is set: then both states use one buffer, and the caller
     /// must see to it that only one of them releases it.
-    void CopyFrom(const GrpState& other, bool shareValues);
-    void CopyFields(const GrpState& other);
-    void TakeFrom(GrpState& other);
+    MECHANISM_NO_EXPORT void CopyFrom(const GrpState& other, bool shareValues);
+    MECHANISM_NO_EXPORT void CopyFields(const GrpState& other);
+    MECHANISM_NO_EXPORT void TakeFrom(GrpState& other);
     /// Allocates nothing.
-    void Swap(GrpState& other) noexcept;
-    bool IsWithin(const GrpState& other, double pedestalTolerance) const;
+    MECHANISM_NO_EXPORT void Swap(GrpState& other) noexcept;
+    MECHANISM_NO_EXPORT bool IsWithin(const GrpState& other, double pedestalTolerance) const;
     /// Each changes either all that it reads or nothing.
-    void ReadValues(const Json::Value& json);
-    void ReadFields(const Json::Value& json);
+    MECHANISM_NO_EXPORT void ReadValues(const Json::Value& json);
+    MECHANISM_NO_EXPORT void ReadFields(const Json::Value& json);
 
     std::vector<LocEuler> tcps;
     double* values = nullptr;

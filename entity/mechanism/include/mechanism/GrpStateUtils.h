@@ -12,7 +12,7 @@ namespace GrpStateUtils {
 ///
 /// A state is compared by its values alone (mm, rad) with the last and the last but one that are kept. One
 /// state gives two copies of it, no state gives none.
-/// @param tolerance largest difference of values that are the same; NaN is the same as nothing.
+/// @param tolerance largest difference of values that are the same; a NaN matches no value.
 MECHANISM_EXPORT std::vector<GrpState> RemoveDuplicatedStates(const std::vector<GrpState>& states,
                                                               double tolerance);
 /// The same for several systems at once; compares as ContextState::IsEqual does, whatever the tolerance.

@@ -15,13 +15,12 @@
 /// (mm). Stateless and reentrant; nothing is logged.
 ///
 /// What holds for all of them: numbers that are not finite give numbers that are not finite, and no samples
-/// where they would decide how many; a step of zero asks for nothing. std::invalid_argument is thrown, with
-/// the caller's data as they were, where more than MostSamples samples are asked for, where paired states are
-/// not of one system or have no values, and where vectors of steps or joints are too short.
+/// where they would decide how many; a step of zero asks for nothing. With the caller's data as they were,
+/// std::invalid_argument is thrown where an int cannot count the samples, where a paired state has no values
+/// or the second has fewer than the first, and where vectors of steps or joints are too short, and
+/// std::bad_alloc where memory cannot hold the result. States of two systems with room for each other's
+/// values are not told apart: the caller passes states of one system.
 namespace InterpHandle {
-
-/// More than any planner or view can use; a count beyond it is taken for a mistake.
-inline constexpr int MostSamples = 1'000'000;
 
 /// States from a to b in n equal parts, n being the number of whole steps on the axis that needs most, so a
 /// part is between one and two steps long. Interior states carry the system and the values alone; the ends
@@ -110,12 +109,14 @@ using PathPose = std::pair<gp_Pnt, gp_Dir>;
 /// x, y, z of the point (mm), then of the direction.
 using ArrayPose = std::array<double, 6>;
 
-/// Replaces every leg longer than `base` (mm) by samples of a cubic, `base` apart along it, and turns the
-/// tool with the curve. Up to one pose gives an empty path; two are blended on the straight line. The last
-/// sample of a long leg is left out, on the last leg too: the path then ends before its final pose.
+/// Replaces every leg longer than `base` (mm; squares are compared, so its sign does not count) by samples of
+/// a cubic, `base` apart along it. The tool of each sample is the leg's first one, turned about the bending
+/// axis by the angle from the sample's tangent to the leg's first tangent: against the bend, by as much as
+/// the curve has bent since. Up to one pose gives an empty path; two are blended on the straight line. The
+/// last sample of a long leg is left out, on the last leg too: the path then ends before its final pose.
 /// @throws Standard_Failure of the kernel for coincident neighbours on a long leg's tangents, a tool axis
 ///         that cannot be found, coordinates that are not finite; std::invalid_argument for a base that is
-///         not a finite number above 0 where it is needed. The path stays as it was.
+///         not a finite number above 0 where a leg is longer. The path stays as it was.
 MECHANISM_EXPORT void SplineInterpolation(std::vector<std::pair<gp_Pnt, gp_Dir>>& path, double base);
 /// The same on arrays, crowded poses dropped first, with a spacing of at least 1. An empty result leaves the
 /// arrays as they were. @throws as ArrayToPathPair and SplineInterpolation.
@@ -131,8 +132,8 @@ MECHANISM_EXPORT std::vector<std::pair<gp_Pnt, gp_Dir>>
 SparsePathPair(const std::vector<std::pair<gp_Pnt, gp_Dir>>& path, int k);
 /// Takes out every pose whose point is farther than `tol` (mm) from the shape where it stands, and every path
 /// that is empty then; groups stay. Distances are to the shape's triangles (ViewShapeCollision).
-/// @throws std::invalid_argument for a null shape or one without faces, and for a tolerance that is no
-/// number.
+/// A tolerance that is no number takes out nothing.
+/// @throws std::invalid_argument for a null shape or one without faces.
 MECHANISM_EXPORT void CheckPathsOnFace(std::vector<std::vector<std::vector<std::array<double, 6>>>>& groups,
                                        const opencascade::handle<ViewShape>& face, double tol);
 

@@ -113,11 +113,12 @@ public:
 
 private:
     void UpdateCollisionMdlState() override;
-    void OrderLinks();
-    void OrderLink(std::shared_ptr<LinkRod> link, const std::vector<std::shared_ptr<LinkRod>>& given,
-                   const std::map<size_t, unsigned short>& order);
-    ArrData RunTo(const LinkRod* link) const;
-    ArrData RunOf(size_t system) const;
+    MECHANISM_NO_EXPORT void OrderLinks();
+    MECHANISM_NO_EXPORT void OrderLink(std::shared_ptr<LinkRod> link,
+                                       const std::vector<std::shared_ptr<LinkRod>>& given,
+                                       const std::map<size_t, unsigned short>& order);
+    MECHANISM_NO_EXPORT ArrData RunTo(const LinkRod* link) const;
+    MECHANISM_NO_EXPORT ArrData RunOf(size_t system) const;
 
     LinkRod* rootLink = nullptr;
     std::map<std::uint64_t, std::vector<double>> currentValues;

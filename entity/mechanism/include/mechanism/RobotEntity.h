@@ -26,6 +26,8 @@ class MECHANISM_EXPORT RobotEntity : public GenericEntityConfig {
 public:
     /// One row: a (along the previous X), alpha (about it), d (along the new Z), theta (about it).
     using DhRow = std::array<double, 4>;
+    /// Tools that can be read; the list itself may be longer.
+    static constexpr int ToolLimit = 11;
 
     RobotEntity();
     /// Takes over a built mechanism and is complete: Initial has run.
@@ -43,8 +45,8 @@ public:
     void Hide(size_t system) override;
     /// Writes the package to `path` (an empty path writes none), then answers the robot's document.
     Json::Value ToJson(const std::string& path) override;
-    /// Restores the robot from its document. Nothing happens without a root model.
-    /// @throws std::invalid_argument naming the key for a document of another kind or a wrong type; the robot
+    /// Restores the robot from its document; "type" is not looked at. Nothing happens without a root model.
+    /// @throws std::invalid_argument naming the key for a wrong type; the robot
     ///         stays as it was. std::string "...RobotEntity::LoadFromJson存在异常的空数据" for a
     ///         table with more rows than the chain has links; the links up to there have their new rows then.
     void LoadFromJson(const Json::Value& json) override;
@@ -61,7 +63,8 @@ public:
     void UpdateLinkModelNames() override;
     /// Called when something has been mounted: a tool on flange 0 takes the current slot of the tool list
     /// while that is empty (identity within 1e-7), else the next one, which becomes current; the tool joins
-    /// this robot's system alone.
+    /// this robot's system alone. A tool that gets its frame only after it was mounted (ToolEntity::Initial)
+    /// calls this; after a later change of the frame the host does.
     void UpdateAssembleData() override;
     /// out["RobotBrand"] := brand code.
     void ExportParaToJson(Json::Value& out) override;
@@ -172,7 +175,7 @@ public:
 
     // --- collision state ----------------------------------------------------------------------------------
     /// Sets the collision gap of the robot and its mounted tool: the configured one, 20 mm, 2 mm, or 30 mm
-    /// for any other state.
+    /// for any other state. The gaps are kept for clearance checks; nothing reads them yet.
     void SetCurrentCollisionState(CheckCollisionState state);
     /// The state that was set last.
     CheckCollisionState GetCurrentCollisionState() const { return collisionState; }
@@ -201,12 +204,16 @@ protected:
     void UpdateCollisionMdlState() override;
 
 private:
-    void UpdateInfo();
-    void UpdateToolByDH();
-    void Normalized();
-    void SetToolInVector(const gp_Trsf& tool, int index);
-    RobotWorkspace& RequireWorkspace() const;
-    void ReplaceUnsafeModel(const TopoDS_Shape& spheroid);
+    MECHANISM_NO_EXPORT void UpdateInfo();
+    MECHANISM_NO_EXPORT void UpdateToolByDH();
+    MECHANISM_NO_EXPORT void Normalized();
+    /// Tries a document's table and links on a copy of the chain, so that what is refused leaves the robot as
+    /// it was.
+    MECHANISM_NO_EXPORT void TryOnCopy(const Json::Value& json, const std::vector<DhRow>& table) const;
+    MECHANISM_NO_EXPORT void ForgetWorkbench(const GenericEntity* bench);
+    MECHANISM_NO_EXPORT void SetToolInVector(const gp_Trsf& tool, int index);
+    MECHANISM_NO_EXPORT RobotWorkspace& RequireWorkspace() const;
+    MECHANISM_NO_EXPORT void ReplaceUnsafeModel(const TopoDS_Shape& spheroid);
 
     std::shared_ptr<RobotWorkspace> workspace;
     CheckCollisionState collisionState = CollisionNormal;

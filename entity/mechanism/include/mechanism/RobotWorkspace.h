@@ -2,6 +2,7 @@
 
 #include <TopoDS_Shape.hxx>
 #include <host/view/BaseViewShape.h>
+#include <host/workpiece/EntityPointer.h>
 #include <host/workspace/WorkSpace.h>
 #include <mechanism/Export.h>
 #include <utility>
@@ -15,13 +16,18 @@ class gp_Ax1;
 /// with additional axes, or with fewer values than joints, gets a box, trimmed against what carries it. The
 /// solid is kept and built anew only when what shapes it changes. Copies share the view object. Lengths in
 /// mm, angles in rad; used from the view's thread alone.
+///
+/// The current tool is given relative to the flange, and the region is computed with it in the frame of the
+/// table's last row. So the flange must be at that frame's origin, its Z the last joint's positive axis;
+/// where the last joint cannot turn all the way round, its X must be the frame's too. Any other flange gives
+/// the region of another tool.
 class MECHANISM_EXPORT RobotWorkspace {
 public:
     RobotWorkspace();
 
     /// The robot whose region this is; not owned.
-    void SetRobot(RobotEntity* newRobot) { robot = newRobot; }
-    /// The robot whose region this is; null before SetRobot.
+    void SetRobot(RobotEntity* newRobot);
+    /// The robot whose region this is; null before SetRobot, and once the robot has ended.
     const RobotEntity* GetRobot() const { return robot; }
     /// 2 mirrors the box to the robot's other side; an update for additional axes sets it itself.
     void SetManagerNum(int count) { managerNum = count; }
@@ -50,16 +56,17 @@ public:
     static std::array<double, 4> GetRobotMaxWorkSpace(RobotEntity* robot);
 
 private:
-    void CalWorkDate(WorkSpace::Robot& record) const;
-    void Build();
-    TopoDS_Shape BuildRevolved(const WorkSpace::Robot& record);
-    TopoDS_Shape BuildBox(const WorkSpace::Robot& record, bool mirrorable);
-    static TopoDS_Shape CreateRevol(const TopoDS_Shape& profile, const gp_Ax1& axis, double angle);
-    void CutShape(TopoDS_Shape& shape) const;
-    void ShowWorkspace(bool show);
+    MECHANISM_NO_EXPORT void CalWorkDate(WorkSpace::Robot& record) const;
+    MECHANISM_NO_EXPORT void Build();
+    MECHANISM_NO_EXPORT TopoDS_Shape BuildRevolved(const WorkSpace::Robot& record);
+    MECHANISM_NO_EXPORT TopoDS_Shape BuildBox(const WorkSpace::Robot& record, bool mirrorable);
+    MECHANISM_NO_EXPORT static TopoDS_Shape CreateRevol(const TopoDS_Shape& profile, const gp_Ax1& axis,
+                                                        double angle);
+    MECHANISM_NO_EXPORT void CutShape(TopoDS_Shape& shape) const;
+    MECHANISM_NO_EXPORT void ShowWorkspace(bool show);
 
     WorkSpace::Robot robotData;
-    RobotEntity* robot = nullptr;
+    EntityPointer<RobotEntity> robot;
     TopoDS_Shape workspaceShape;
     opencascade::handle<BaseViewShape> displayShape;
     TopoDS_Shape trimmedBox;

@@ -27,6 +27,8 @@ public:
     /// @throws std::invalid_argument as NozzleParam::LoadFrom does.
     static std::pair<bool, std::shared_ptr<ToolEntity>> CreateToolEntityByParameter(const Json::Value& param);
     /// Rebuilds the tool in place; the part models keep their identities and the root model its placement.
+    /// The tool frame follows with the next Initial, and a robot that carries the tool takes it over with its
+    /// UpdateAssembleData.
     /// @return true without any change for another "Type" than "WeldGun"; false without any change when the
     ///         tool has not exactly three fixed models or the numbers give no torch.
     /// @throws std::invalid_argument as NozzleParam::LoadFrom does, without any change.
@@ -55,7 +57,7 @@ public:
     opencascade::handle<ShapeEntity> GetPaintedMdl() const { return paintedMdl; }
 
     /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets a
-    /// cone.
+    /// cone. A tool that was mounted before it had a frame tells its carrier.
     /// @throws std::invalid_argument naming a "ToolWorkType" that is no whole number; nothing has changed.
     ///         Standard_Failure of the kernel where the configured sizes make no cone; type and frame are
     ///         new.
@@ -63,7 +65,7 @@ public:
     /// Writes the package to `path` (an empty path writes none), then answers the common keys and its own.
     Json::Value ToJson(const std::string& path) override;
     /// Nothing happens without a root model.
-    /// @throws std::invalid_argument naming the key for a document of another kind or a wrong type; the tool
+    /// @throws std::invalid_argument naming the key for a wrong type; the tool
     ///         stays as it was.
     void LoadFromJson(const Json::Value& json) override;
     /// Names every model after the tool, then runs Initial. @throws as Initial.
@@ -73,9 +75,10 @@ public:
 
 private:
     void UpdateCollisionMdlState() override;
-    bool CheckPaintData() const;
-    void RemovePaintedModel();
-    void PutOnParts(const std::vector<opencascade::handle<ShapeEntity>>& parts, const Json::Value& param);
+    MECHANISM_NO_EXPORT bool CheckPaintData() const;
+    MECHANISM_NO_EXPORT void PlaceRoot(const gp_Trsf& trsf);
+    MECHANISM_NO_EXPORT void PutOnParts(const std::vector<opencascade::handle<ShapeEntity>>& parts,
+                                        const Json::Value& param);
 
     gp_Trsf toolTrsf;
     opencascade::handle<ViewShape> endToolMdl;

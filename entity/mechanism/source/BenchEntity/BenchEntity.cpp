@@ -84,7 +84,7 @@ void BenchEntity::LoadFromJson(const Json::Value& json) {
     if (rootMdl.IsNull()) {
         return;
     }
-    RequireType(json, MechanismBench);
+    RequireObject(json);
     const Uuid id = ReadId(json);
     SetHashIndex(ReadHash(json, "HashID"));
     rootMdl->SetId(id);

@@ -11,6 +11,12 @@ int BenchEntity::AddWorkpiece(Workpiece* w) {
     if (!workpieces.insert(w).second) {
         return -1;
     }
+    w->TellAtEnd(*this, [this, w] { workpieces.erase(w); });
+    TellAtEnd(*w, [this, w] {
+        if (w->carrier == this) {
+            w->carrier = nullptr;
+        }
+    });
     Json::Value place(Json::objectValue);
     place["link_hash"] = Json::UInt64(GetPlacementLinkHash());
     int index = GetFlangeSize();
@@ -23,6 +29,9 @@ int BenchEntity::AddWorkpiece(Workpiece* w) {
         }
     }
     place["install_index"] = index;
+    if (const Flange* free = GetFlangeByIndex(index)) {
+        place["link_hash"] = Json::UInt64(free->linkHash);
+    }
     try {
         AssembleOtherModel(w, place);
     } catch (...) {

@@ -30,7 +30,9 @@ auto& FindOrFirst(States& states, std::uint64_t system) {
 
 ContextState::ContextState() {
     for (const auto& [system, config] : GrpConfig::GetGrpConfigList()) {
-        states.try_emplace(states.end(), system, system);
+        if (config != nullptr) {
+            states.try_emplace(states.end(), system, system);
+        }
     }
 }
 

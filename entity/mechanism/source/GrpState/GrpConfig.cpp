@@ -15,14 +15,24 @@ namespace {
 constexpr std::int32_t EndOfIndices = 100000;
 constexpr int FirstBench = Bench;
 
+/// An entry without a layout is none.
 const std::shared_ptr<GrpConfig>& Find(std::uint64_t system, int line, const char* function) {
     const auto& list = GrpConfig::GetGrpConfigList();
     const auto found = list.find(system);
-    if (found == list.end()) {
+    if (found == list.end() || found->second == nullptr) {
         mechanism_detail::Fail(mechanism_detail::family::GrpState, line, function,
                                "当前系统不存在该型号机器人");
     }
     return found->second;
+}
+
+/// @throws std::invalid_argument naming the count where no system has that many.
+std::int32_t RequireCount(double count, const char* name) {
+    if (!(count >= 0 && count <= GrpConfig::MostValues)) {
+        throw std::invalid_argument(
+            mechanism_detail::format("{}: {}, expected 0 to {}", name, count, GrpConfig::MostValues));
+    }
+    return static_cast<std::int32_t>(count);
 }
 
 } // namespace
@@ -36,9 +46,9 @@ void GrpConfig::InitDOF(int pedestalDof_, int robotDof_, int robotNum_, int benc
     for (const auto& [name, count] :
          {std::pair("pedestalDof", pedestalDof_), std::pair("robotDof", robotDof_),
           std::pair("robotNum", robotNum_), std::pair("benchNum", benchNum_)}) {
-        mechanism_detail::RequireCount(count, -MostValues, MostValues, name);
+        RequireCount(count, name);
     }
-    contextDof = Whole(static_cast<double>(robotDof_) * robotNum_ + pedestalDof_, "contextDof");
+    contextDof = RequireCount(static_cast<double>(robotDof_) * robotNum_ + pedestalDof_, "contextDof");
     pedestalDof = pedestalDof_;
     robotDof = robotDof_;
     robotNum = robotNum_;
@@ -48,7 +58,8 @@ void GrpConfig::InitDOF(int pedestalDof_, int robotDof_, int robotNum_, int benc
 void GrpConfig::SetBenchesDofs(const std::vector<double>& dofs) {
     std::int32_t total = contextDof;
     for (const double dof : dofs) {
-        total = Whole(total + dof, "contextDof");
+        RequireCount(dof, "bench axes");
+        total = RequireCount(total + dof, "contextDof");
     }
     benchesDofs = dofs;
     benchNum = static_cast<std::int32_t>(dofs.size());

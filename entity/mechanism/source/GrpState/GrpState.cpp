@@ -46,14 +46,11 @@ GrpState& GrpState::operator=(GrpState&& other) {
 GrpState::~GrpState() { delete[] values; }
 
 void GrpState::Bind(std::uint64_t system_, const GrpConfig* config_) {
-    for (const auto& [name, count] :
-         {std::pair("contextDof", config_->contextDof), std::pair("robotNum", config_->robotNum),
-          std::pair("robotDof", config_->robotDof), std::pair("pedestalDof", config_->pedestalDof)}) {
-        mechanism_detail::RequireCount(count, 0, GrpConfig::MostValues, name);
-    }
-    tcps.resize(static_cast<std::size_t>(config_->robotNum));
-    values = new double[static_cast<std::size_t>(config_->contextDof)];
-    room = config_->contextDof;
+    // A count that was set to less than nothing, past InitDOF, is none.
+    const int count = std::max(config_->contextDof, 0);
+    tcps.resize(static_cast<std::size_t>(std::max(config_->robotNum, 0)));
+    values = new double[static_cast<std::size_t>(count)];
+    room = count;
     config = config_;
     system = system_;
 }

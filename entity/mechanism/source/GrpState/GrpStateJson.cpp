@@ -36,7 +36,11 @@ bool GrpState::FromJson(const Json::Value& json) {
     const std::uint64_t named = json["system_index"].asUInt64();
     ReadValues(json);
     system = named;
-    config = mechanism_detail::At(GrpConfig::GetGrpConfigList(), named).get();
+    const auto& entry = mechanism_detail::At(GrpConfig::GetGrpConfigList(), named);
+    if (entry == nullptr) {
+        mechanism_detail::RefuseKey();
+    }
+    config = entry.get();
     ReadFields(json);
     return true;
 }

@@ -29,6 +29,11 @@ Range RangeOf(const GrpConfig& config, EntityName entity, int room) {
     return {static_cast<std::size_t>(start), static_cast<std::size_t>(count)};
 }
 
+/// A bench past those of the layout, which has no range for it.
+bool IsUnknownBench(const GrpConfig& config, EntityName entity) {
+    return entity >= config.robotNum && entity >= FirstBench && entity - FirstBench >= config.benchNum;
+}
+
 const double* SourceOf(const std::vector<double>& v) { return v.empty() ? nullptr : v.data(); }
 
 /// A vector that is too short gives the values that it has; none at all is for the copy to judge.
@@ -93,6 +98,9 @@ void GrpState::SetValues(EntityName entity, const std::vector<double>& v) {
 }
 
 void GrpState::SetValues(EntityName entity, const double* p, std::size_t n) {
+    if (IsUnknownBench(*config, entity)) {
+        return;
+    }
     const auto [start, count] = RangeOf(*config, entity, CountRoom());
     CopyBounded(Begin(values, start), count, p, n);
 }

@@ -12,16 +12,9 @@ namespace mechanism_detail {
 inline std::int32_t Whole(double count, const char* name) {
     using Limits = std::numeric_limits<std::int32_t>;
     if (!(count > Limits::min() - 1.0 && count < Limits::max() + 1.0)) {
-        throw std::invalid_argument(format("{}: {:.15g}, expected a 32-bit number", name, count));
+        throw std::invalid_argument(format("{}: {}, expected a 32-bit number", name, count));
     }
     return static_cast<std::int32_t>(count);
-}
-
-/// @throws std::invalid_argument naming the count where no system has that many.
-inline void RequireCount(std::int32_t count, std::int32_t least, std::int32_t most, const char* name) {
-    if (count < least || count > most) {
-        throw std::invalid_argument(format("{}: {}, expected {} to {}", name, count, least, most));
-    }
 }
 
 } // namespace mechanism_detail

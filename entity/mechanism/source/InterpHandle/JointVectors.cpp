@@ -3,6 +3,7 @@
 #include "Count.h"
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <iterator>
 
 using namespace mechanism_detail;
@@ -15,6 +16,9 @@ constexpr double SmallestStep = 0.001;
 constexpr std::size_t ArmJoints = 6;
 /// External axes move in millimetres where the arm moves in radians.
 constexpr double ExternalAxisWeight = 1.0 / 1000;
+
+/// Memory of one vector: its values and what holds them.
+std::size_t BytesOf(const Joints& joints) { return sizeof(Joints) + joints.size() * sizeof(double); }
 
 /// The vector k parts of so many from a to b.
 Joints Between(const Joints& a, const Joints& b, int k, double parts) {
@@ -45,9 +49,9 @@ std::vector<double> PartsOf(const std::vector<Joints>& polyline, double step) {
                                         std::to_string(polyline[i].size()) + " as the one before it");
         }
         parts.push_back(Quotient(WeightedChange(polyline[i], polyline[i + 1]), step));
-        total += std::max(parts.back(), 0.0);
+        total += 1 + Count(parts.back(), "EquallyDisInterpolate");
     }
-    RequireCount(total, "EquallyDisInterpolate");
+    RequireMemory(total, BytesOf(polyline.front()));
     return parts;
 }
 
@@ -59,9 +63,11 @@ std::vector<std::vector<double>> InterpHandle::InterpolationPtsByNum(const std::
     if (a.empty() || a.size() != b.size()) {
         return vectors;
     }
-    vectors.reserve(static_cast<std::size_t>(Count(n, "InterpolationPtsByNum")) + 2);
-    for (int k = 0; k <= n; ++k) {
-        vectors.push_back(Between(a, b, k, n));
+    const double count = std::max(n, 0) + 2.0;
+    RequireMemory(count, BytesOf(a));
+    vectors.reserve(static_cast<std::size_t>(count));
+    for (std::int64_t k = 0; k <= n; ++k) {
+        vectors.push_back(Between(a, b, static_cast<int>(k), n));
     }
     vectors.push_back(b);
     return vectors;
@@ -78,7 +84,7 @@ std::vector<std::vector<double>> InterpHandle::InterpolationPtsDescartes(const s
     for (std::size_t i = 0; i < a.size(); ++i) {
         parts = std::max(parts, std::abs((b[i] - a[i]) / step));
     }
-    RequireCount(parts, "InterpolationPtsDescartes");
+    RequireMemory(Count(parts, "InterpolationPtsDescartes"), BytesOf(a));
     for (int k = 0; parts > k; ++k) {
         vectors.push_back(Between(a, b, k, parts));
     }

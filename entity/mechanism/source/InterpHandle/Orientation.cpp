@@ -41,7 +41,6 @@ std::vector<gp_Pnt> InterpHandle::EulerByQuaternion(const gp_Pnt& a, const gp_Pn
     if (n < 2) {
         return n == 1 ? std::vector<gp_Pnt>{a} : std::vector<gp_Pnt>();
     }
-    mechanism_detail::RequireCount(n, "EulerByQuaternion");
     const AngleBlend blend(a, b);
     std::vector<gp_Pnt> angles;
     angles.reserve(static_cast<std::size_t>(n));

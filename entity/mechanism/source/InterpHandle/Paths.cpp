@@ -76,9 +76,6 @@ InterpHandle::SparsePathPair(const std::vector<std::pair<gp_Pnt, gp_Dir>>& path,
 
 void InterpHandle::CheckPathsOnFace(std::vector<std::vector<std::vector<std::array<double, 6>>>>& groups,
                                     const opencascade::handle<ViewShape>& face, double tol) {
-    if (std::isnan(tol)) {
-        throw std::invalid_argument("CheckPathsOnFace: tolerance nan, expected a distance in mm");
-    }
     const opencascade::handle<ShapeEntity> probe = new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid());
     probe->CreateBVHMdl(BRepLib_MakeVertex(gp_Pnt()).Shape(), false);
     gp_Trsf place;

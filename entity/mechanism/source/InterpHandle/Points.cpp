@@ -36,7 +36,6 @@ std::vector<gp_Pnt> InterpHandle::InterpolationPtsByNum(const gp_Pnt& a, const g
     if (n < 1) {
         return {a};
     }
-    mechanism_detail::RequireCount(n, "InterpolationPtsByNum");
     const double distance = a.Distance(b);
     if (distance < CoincidentPoints) {
         return std::vector<gp_Pnt>(static_cast<std::size_t>(n), a);

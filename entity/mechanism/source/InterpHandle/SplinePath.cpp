@@ -70,6 +70,8 @@ opencascade::handle<Geom_BSplineCurve> Fit(const Leg& leg) {
     return fit.IsDone() ? fit.Curve() : opencascade::handle<Geom_BSplineCurve>();
 }
 
+// The angle runs from the sample's tangent back to the start's, so the tool turns against the bend. Programs
+// rely on that order of the arguments.
 gp_Dir Turned(const gp_Dir& tool, const gp_Pnt& point, const gp_Vec& tangent, const gp_Dir& start,
               const gp_Dir& axis) {
     const double angle = gp_Dir(tangent).AngleWithRef(start, axis);
@@ -115,11 +117,16 @@ Path BlendTwo(const Path& path, double base) {
     return out;
 }
 
+// By squares, so that a negative spacing counts as its absolute value and an endless one divides nothing.
+bool IsShort(const Path& path, std::size_t leg, double base) {
+    return path[leg].first.SquareDistance(path[leg + 1].first) <= base * base;
+}
+
 Path Densified(const Path& path, double base) {
     Path out;
     out.reserve(path.size());
     for (std::size_t i = 0; i + 1 < path.size(); ++i) {
-        if (path[i].first.SquareDistance(path[i + 1].first) <= base * base) {
+        if (IsShort(path, i, base)) {
             out.push_back(path[i]);
             if (i + 2 == path.size()) {
                 out.push_back(path[i + 1]);
@@ -131,22 +138,34 @@ Path Densified(const Path& path, double base) {
     return out;
 }
 
-void RequireFinite(const Path& path) {
-    for (std::size_t i = 0; i < path.size(); ++i) {
-        const gp_XYZ& p = path[i].first.XYZ();
-        if (!std::isfinite(p.X() + p.Y() + p.Z())) {
+bool IsFinite(const gp_Pnt& point) { return std::isfinite(point.X() + point.Y() + point.Z()); }
+
+void RequireFinite(const Path& path, std::size_t from, std::size_t to) {
+    for (std::size_t i = from; i <= to; ++i) {
+        if (!IsFinite(path[i].first)) {
             throw Standard_ConstructionError(("pose " + std::to_string(i) + " has no finite point").c_str());
         }
     }
 }
 
-/// By the chords: a cubic is not much longer.
-void RequireSamples(const Path& path, double base) {
-    double length = 0;
+// Only legs that are divided ask for points and a spacing that can be computed with: the kernel would divide
+// them into endless parts. A cubic is not much longer than its chord.
+void RequireDivisible(const Path& path, double base) {
+    double samples = 0;
     for (std::size_t i = 0; i + 1 < path.size(); ++i) {
-        length += path[i].first.Distance(path[i + 1].first);
+        if (IsShort(path, i, base)) {
+            continue;
+        }
+        if (!std::isfinite(base) || base <= 0) {
+            throw std::invalid_argument(mechanism_detail::format(
+                "SplineInterpolation: base {}, expected a finite spacing above 0 mm", base));
+        }
+        const std::size_t first = i + 2 == path.size() ? i - 1 : i;
+        RequireFinite(path, first, first + 2);
+        samples +=
+            mechanism_detail::Count(path[i].first.Distance(path[i + 1].first) / base, "SplineInterpolation");
     }
-    mechanism_detail::RequireCount(length / base, "SplineInterpolation");
+    mechanism_detail::RequireMemory(samples, sizeof(PathPose));
 }
 
 } // namespace
@@ -156,16 +175,11 @@ void InterpHandle::SplineInterpolation(std::vector<std::pair<gp_Pnt, gp_Dir>>& p
         path.clear();
         return;
     }
-    RequireFinite(path);
     if (path.size() == 2) {
+        RequireFinite(path, 0, 1);
         path = BlendTwo(path, base);
         return;
     }
-    // The kernel would divide a curve into endless parts.
-    if (!std::isfinite(base) || base <= 0) {
-        throw std::invalid_argument(mechanism_detail::format(
-            "SplineInterpolation: base {}, expected a finite spacing above 0 mm", base));
-    }
-    RequireSamples(path, base);
+    RequireDivisible(path, base);
     path = Densified(path, base);
 }

@@ -19,8 +19,9 @@ constexpr const char* ByStep = "InterpolationPts";
 void RequirePair(const GrpState& a, const GrpState& b, const char* function) {
     if (!StateAccess::HasValues(a, 0) || StateAccess::CountValues(a) != a.GetContextDof() ||
         !StateAccess::HasValues(b, a.GetContextDof())) {
-        throw std::invalid_argument(std::string(function) +
-                                    ": states of different systems or without values, expected two of one");
+        throw std::invalid_argument(
+            std::string(function) +
+            ": a state without values or with fewer than the first, expected two of one system");
     }
 }
 
@@ -38,6 +39,12 @@ int CountParts(const GrpState& a, const GrpState& b, const std::vector<double>& 
             std::max(parts, Count(Quotient(std::abs(change), steps[static_cast<std::size_t>(i)]), ByStep));
     }
     return parts;
+}
+
+/// Memory of one state: its fields, its values and its poses.
+std::size_t BytesOf(const GrpState& state) {
+    return sizeof(GrpState) + static_cast<std::size_t>(state.GetContextDof()) * sizeof(double) +
+           static_cast<std::size_t>(state.GetRobotNum()) * sizeof(LocEuler);
 }
 
 /// Appends the states strictly between a and b.
@@ -73,6 +80,7 @@ void BlendValues(GrpState& state, const GrpState& to, double t) {
 std::vector<GrpState> InterpHandle::InterpolationPts(const GrpState& a, const GrpState& b,
                                                      const std::vector<double>& steps) {
     const int parts = CountParts(a, b, steps);
+    RequireMemory(parts, BytesOf(a));
     std::vector<GrpState> states;
     states.reserve(static_cast<std::size_t>(std::max(parts, 1)) + 1);
     states.push_back(a);
@@ -94,7 +102,7 @@ std::vector<GrpState> InterpHandle::InterpolationPts(const std::vector<GrpState>
         parts.push_back(CountParts(states[i], states[i + 1], steps));
         total += static_cast<std::size_t>(std::max(parts.back(), 1));
     }
-    RequireCount(static_cast<double>(total), ByStep);
+    RequireMemory(static_cast<double>(total), BytesOf(states.front()));
     // One growth: states are costly to move.
     chain.reserve(total);
     for (std::size_t i = 0; i + 1 < states.size(); ++i) {
@@ -112,6 +120,7 @@ std::vector<GrpState> InterpHandle::InterpolationPtsByPosGap(const GrpState& a, 
     const LocEuler& to = b.GetLocEuler(0);
     const double wholeDistance = std::trunc(from.location.Distance(to.location));
     const int between = Count(Quotient(wholeDistance, gap), "InterpolationPtsByPosGap");
+    RequireMemory(between, BytesOf(a));
     const gp_TrsfNLerp blend(gpHandle::EulerToTrsf(from), gpHandle::EulerToTrsf(to));
 
     std::vector<GrpState> states;

@@ -21,7 +21,7 @@ void PedestalEntity::LoadFromJson(const Json::Value& json) {
     if (rootMdl.IsNull()) {
         return;
     }
-    RequireType(json, MechanismPedestal);
+    RequireObject(json);
     const Uuid id = ReadId(json);
     SetHashIndex(ReadHash(json, "HashID"));
     rootMdl->SetId(id);

@@ -9,7 +9,7 @@ using namespace mechanism_detail;
 
 namespace {
 
-// Catchers know these failures by their records, whose lines stay what they have always been.
+// Hosts recognise these failures by the line in their log record, so the line numbers are fixed.
 constexpr int UnknownRunLine = 28;
 constexpr int UnknownValuesLine = 166;
 constexpr int InvertedLimitLine = 227;

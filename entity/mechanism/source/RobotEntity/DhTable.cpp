@@ -113,6 +113,8 @@ void RobotEntity::Normalized() {
     if (GetLinkSize() < GetRobotDOF()) {
         return;
     }
+    // Each record carries the link's own value, which is not the robot's current one until the robot moves.
+    const std::vector<double> values = currentValues;
     for (std::size_t i = 0; i < links.size(); ++i) {
         LinkRod* link = GetLink(i);
         if (link == nullptr) {
@@ -125,6 +127,7 @@ void RobotEntity::Normalized() {
         json["center_trsf"] = DataHandle::TrsfToJsonSix(DhToTrsf(At(armDH, i)));
         UpdateLinkRodPara(json, false);
     }
+    currentValues = values;
 }
 
 gp_Trsf RobotEntity::GetRobotBaseDHTrsf() const {

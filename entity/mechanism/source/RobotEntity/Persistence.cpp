@@ -1,9 +1,11 @@
+#include "Checked.h"
 #include "DhTable.h"
 #include "Document.h"
 #include "Failure.h"
 #include "Format.h"
 #include "ModelNames.h"
 
+#include <algorithm>
 #include <host/tools/DataHandle.h>
 #include <mechanism/RobotEntity.h>
 #include <numbers>
@@ -46,11 +48,9 @@ Json::Value TableToJson(const std::vector<RobotEntity::DhRow>& table) {
     return json;
 }
 
-// Rows of the document, or nothing where an element is no row and the table must come from the links.
+// Rows of the document, or nothing where an element is no row and the table must come from the links. What is
+// no list has no elements.
 std::optional<std::vector<RobotEntity::DhRow>> ReadTable(const Json::Value& json) {
-    if (!json.isNull() && !json.isArray()) {
-        Refuse("DH", json, "an array of rows");
-    }
     std::vector<RobotEntity::DhRow> table;
     for (const Json::Value& numbers : json) {
         if (!numbers.isArray()) {
@@ -122,28 +122,47 @@ struct RobotDocument {
 };
 
 RobotDocument ReadDocument(const Json::Value& json) {
-    RequireType(json, MechanismRobot);
+    RequireObject(json);
     RobotDocument document;
     document.id = ReadId(json);
     document.hash = ReadHash(json, "HashID");
     if (!json["ToolLib"].isNull()) {
         document.tools = ReadTools(json["ToolLib"]);
         document.currentTool = ReadToolIndex(json);
+        if (document.tools->empty() && document.currentTool >= RobotEntity::ToolLimit) {
+            RefuseSubscript(); // tool 0 would answer for it
+        }
     }
     document.table = ReadTable(json["DH"]);
     document.brand = ReadInt(json, "RobotBrand");
     return document;
 }
 
-void CheckLinkRecords(const Json::Value& json, const std::vector<RobotEntity::DhRow>& table,
-                      const LinkRod* link) {
-    for (std::size_t i = 0; i < table.size() && link != nullptr; ++i, link = link->GetSubLink(0)) {
+void RequireSound(const std::vector<RobotEntity::DhRow>& table) {
+    for (const auto& row : table) {
+        if (!std::all_of(row.begin(), row.end(), DataHandle::IsSound)) {
+            throw std::invalid_argument(
+                "DH: rows that add up to lengths above 1e9, expected sums within 1e9");
+        }
+    }
+}
+
+// Rewrites the links of a chain to a table, row by row.
+// @return false where the chain has fewer links than the table rows.
+bool RewriteLinks(GenericEntityConfig& arm, const Json::Value& json,
+                  const std::vector<RobotEntity::DhRow>& table) {
+    LinkRod* link = arm.GetRootLink(0);
+    for (std::size_t i = 0; i < table.size(); ++i, link = link->GetSubLink(0)) {
+        if (link == nullptr) {
+            return false;
+        }
         try {
-            GenericEntityConfig::CheckLinkRecord(CompletedRecord(json, i + 1, *link, table[i]));
+            arm.UpdateLinkRodPara(CompletedRecord(json, i + 1, *link, table[i]), false);
         } catch (const std::invalid_argument& error) {
             throw std::invalid_argument(LinkKey(i + 1) + "." + error.what());
         }
     }
+    return true;
 }
 
 } // namespace
@@ -170,12 +189,26 @@ Json::Value RobotEntity::ToJson(const std::string& path) {
     return json;
 }
 
+void RobotEntity::TryOnCopy(const Json::Value& json, const std::vector<DhRow>& table) const {
+    GenericEntityConfig copy;
+    copy.SetArmStructureCode(GetArmStructureCode());
+    for (const auto& link : links) {
+        Json::Value record = LinkToJson(link.get());
+        record["joint_type"] = static_cast<int>(JointZ);
+        record["joint_value"] = 0;
+        copy.UpdateLinkRodPara(record, false);
+    }
+    if (RewriteLinks(copy, json, table)) {
+        RequireSound(GetArmDH1989(&copy));
+    }
+}
+
 void RobotEntity::LoadFromJson(const Json::Value& json) {
     if (GetRootMdl().IsNull()) {
         return;
     }
     RobotDocument document = ReadDocument(json);
-    CheckLinkRecords(json, document.table ? *document.table : GetArmDH1989(this), GetRootLink(0));
+    TryOnCopy(json, document.table ? *document.table : GetArmDH1989(this));
     GetRootMdl()->SetId(document.id);
     SetHashIndex(document.hash);
     if (document.tools) {
@@ -184,13 +217,8 @@ void RobotEntity::LoadFromJson(const Json::Value& json) {
     }
     Initial();
     armDH = document.table ? std::move(*document.table) : GetArmDH1989(this);
-    LinkRod* link = rootLink;
-    for (std::size_t i = 0; i < armDH.size(); ++i) {
-        if (link == nullptr) {
-            Fail(family::RobotEntity, __LINE__, "RobotEntity::LoadFromJson", "存在异常的空数据");
-        }
-        UpdateLinkRodPara(CompletedRecord(json, i + 1, *link, armDH[i]), false);
-        link = link->GetSubLink(0);
+    if (!RewriteLinks(*this, json, armDH)) {
+        Fail(family::RobotEntity, __LINE__, "RobotEntity::LoadFromJson", "存在异常的空数据");
     }
     UpdateInfo();
     robotBrand = document.brand;

@@ -19,9 +19,6 @@ using namespace mechanism_detail;
 
 namespace {
 
-constexpr int ToolLimit = 11;
-/// States and controllers know tools by 16-bit indices; a larger one would only fill memory.
-constexpr int LastWritableTool = 65535;
 constexpr int ToolFrameSize = 50;
 constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
 /// Squared norm below which four numbers are taken for no rotation at all.
@@ -82,10 +79,6 @@ const gp_Trsf& RobotEntity::GetToolFromVector(int index) const {
 
 void RobotEntity::SetToolInVector(const gp_Trsf& tool, int index) {
     const std::size_t position = ToolPlace(index);
-    if (index > LastWritableTool) {
-        throw std::invalid_argument("ToolIndex: " + std::to_string(index) + ", expected at most " +
-                                    std::to_string(LastWritableTool));
-    }
     if (position >= tools.size()) {
         tools.resize(position + 1);
     }
@@ -186,5 +179,8 @@ void RobotEntity::UpdateToolFrame() {
     if (!endModel.IsNull()) {
         toolFrameMdl->SetLocalTransformation(endModel->LocalTransformation());
         endModel->AddChildWithCurrentTransformation(toolFrameMdl);
+    } else if (!rootMdl.IsNull()) {
+        // Not along with the joints, but in and out of view with the robot.
+        rootMdl->AddChildWithCurrentTransformation(toolFrameMdl);
     }
 }

@@ -22,6 +22,7 @@ void RobotEntity::AddWorkbench(GenericEntity* bench) {
     if (std::find(workbenches.begin(), workbenches.end(), bench) != workbenches.end()) {
         return;
     }
+    bench->TellAtEnd(*this, [this, bench] { ForgetWorkbench(bench); });
     workbenches.push_back(bench);
     if (currentWorkbench == -1) {
         currentWorkbench = 0;
@@ -31,6 +32,10 @@ void RobotEntity::AddWorkbench(GenericEntity* bench) {
 void RobotEntity::DeleteWorkbench(GenericEntity* bench) {
     RequireBench(bench);
     bench->DeleteSystem(GetHashIndex());
+    ForgetWorkbench(bench);
+}
+
+void RobotEntity::ForgetWorkbench(const GenericEntity* bench) {
     int position = 0;
     const auto found = std::find(workbenches.begin(), workbenches.end(), bench);
     if (found != workbenches.end()) {

@@ -12,11 +12,12 @@
 #include <TopoDS_Compound.hxx>
 #include <TopoDS_Vertex.hxx>
 #include <TopoDS_Wire.hxx>
+#include <algorithm>
 #include <gp.hxx>
 #include <gp_Ax1.hxx>
 #include <iostream>
-#include <mechanism/RobotEntity.h>
 #include <mechanism/RobotWorkspace.h>
+#include <numbers>
 
 using namespace mechanism_detail;
 
@@ -24,6 +25,7 @@ namespace {
 
 /// Squared length (mm^2) that a step of the profile must exceed to become an edge.
 constexpr double ShortStep = 1.0;
+constexpr double Turn = 2 * std::numbers::pi;
 
 TopoDS_Wire ProfileWire(const std::vector<std::vector<double>>& profile) {
     std::vector<gp_Pnt> points;
@@ -64,23 +66,21 @@ TopoDS_Shape RobotWorkspace::CreateRevol(const TopoDS_Shape& profile, const gp_A
 }
 
 TopoDS_Shape RobotWorkspace::BuildRevolved(const WorkSpace::Robot& record) {
-    TopoDS_Compound compound;
     if (WorkSpace::IsEuqal(robotData, record)) {
-        compound = TopoDS::Compound(workspaceShape);
-    } else {
-        // What the wire encloses is revolved, so that the halves are solids rather than their skins.
-        const TopoDS_Shape profile =
-            BRepBuilderAPI_MakeFace(ProfileWire(WorkSpace::GetRobotWorkSpace(record)), Standard_True).Face();
-        BRep_Builder builder;
-        builder.MakeCompound(compound);
-        for (const double angle : {record.jointMax[0], record.jointMin[0]}) {
-            if (const TopoDS_Shape half = CreateRevol(profile, gp::OZ(), angle); !half.IsNull()) {
-                builder.Add(compound, half);
-            }
-        }
+        return TopoDS::Compound(workspaceShape);
     }
-    if (robot != nullptr) {
-        displayShape->SetLocalTransformation(robot->GetRootMdlTrsf());
+    // What the wire encloses is revolved, so that the halves are solids rather than their skins.
+    const TopoDS_Shape profile =
+        BRepBuilderAPI_MakeFace(ProfileWire(WorkSpace::GetRobotWorkSpace(record)), Standard_True).Face();
+    TopoDS_Compound compound;
+    BRep_Builder builder;
+    builder.MakeCompound(compound);
+    for (const double limit : {record.jointMax[0], record.jointMin[0]}) {
+        // The sweep takes whole turns off an angle: of more than a turn only the rest would be left.
+        const double angle = std::clamp(limit, -Turn, Turn);
+        if (const TopoDS_Shape half = CreateRevol(profile, gp::OZ(), angle); !half.IsNull()) {
+            builder.Add(compound, half);
+        }
     }
     return compound;
 }

@@ -41,6 +41,8 @@ RobotWorkspace::RobotWorkspace() : displayShape(new BaseViewShape(TopoDS_Shape()
     displayShape->SetDispalyMode(1);
 }
 
+void RobotWorkspace::SetRobot(RobotEntity* newRobot) { robot = newRobot; }
+
 void RobotWorkspace::UpdateWorkspaceShape(double /*ratio*/) {
     try {
         Build();
@@ -77,6 +79,9 @@ void RobotWorkspace::Build() {
     if (built.IsNull()) {
         return;
     }
+    // The envelope of a plain robot is in its root's frame, boxes are in the world.
+    const bool isRevolved = robot != nullptr && record.systemType == PedestalTypeNone;
+    displayShape->SetLocalTransformation(isRevolved ? robot->GetRootMdlTrsf() : gp_Trsf());
     displayShape->SetShape(built);
     robotData = std::move(record);
     workspaceShape = built;

@@ -12,7 +12,7 @@ namespace {
 constexpr double Far = 100000.0;
 /// Room that is left beside what carries the robot, mm.
 constexpr double Clearance = 100.0;
-/// A trim that leaves no more than this part of the box is not meant.
+/// A first cut that leaves no more than this fraction of the box is discarded.
 constexpr double LeastPart = 0.5;
 
 Bnd_Box CarrierBounds(GenericEntity& carrier) {
@@ -46,7 +46,7 @@ void RobotWorkspace::CutShape(TopoDS_Shape& shape) const {
     const TopoDS_Shape floor =
         BRepPrimAPI_MakeBox(gp_Pnt(Far, Far, low.Z()), gp_Pnt(-Far, -Far, -Far)).Solid();
     BRepAlgoAPI_Cut above(shape, floor);
-    // The first cut's word counts for both: where it failed, the box is left as it was.
+    // The second cut is taken only where the first one was done; otherwise the box is left as it was.
     if (done) {
         shape = above.Shape();
     }

@@ -51,7 +51,7 @@ void ToolEntity::SetPaintedTool() {
     }
     if (!config.paintShown) {
         paintIsShown = false;
-        RemovePaintedModel();
+        RemoveSubMdl(paintedMdl);
         return;
     }
     if (paintIsShown && CheckPaintData()) {
@@ -84,17 +84,6 @@ bool ToolEntity::CheckPaintData() const {
            gpHandle::sameTrsf(paintedMdl->Shape().Location().Transformation(), toolTrsf, FrameTolerance);
 }
 
-// Off the root as well, or the next display of the root would bring the cone back.
-void ToolEntity::RemovePaintedModel() {
-    if (paintedMdl.IsNull()) {
-        return;
-    }
-    paintedMdl->RemoveFromView();
-    if (!rootMdl.IsNull()) {
-        rootMdl->RemoveChild(paintedMdl);
-    }
-}
-
 void ToolEntity::UpdatePaintedModel(const gp_Trsf& trsf) {
     if (workType != WorkTypePainting || !paintIsShown) {
         return;
@@ -108,10 +97,10 @@ void ToolEntity::UpdatePaintedModel(const gp_Trsf& trsf) {
     const TopoDS_Shape cone = MakeCone(trsf);
     if (paintedMdl.IsNull()) {
         paintedMdl = new ShapeEntity(cone, Uuid::CreateUuid());
-        paintedMdl->SetTransformation(GetRootMdlTrsf(), true);
     } else {
         paintedMdl->SetShape(cone);
     }
+    paintedMdl->SetTransformation(GetRootMdlTrsf(), true);
     AddSubMdlList({paintedMdl}, true);
     paintedMdl->takesPartInCollision = false;
     paintedMdl->countsForExtents = false;

@@ -5,6 +5,7 @@
 #include "TorchParts.h"
 
 #include <host/tools/gpHandle.h>
+#include <utility>
 
 using namespace mechanism_detail;
 
@@ -63,19 +64,31 @@ bool ToolEntity::UpdataToolParameterData(const Json::Value& param) {
         AddFlange(std::make_shared<Flange>());
     }
     GetFlangeByIndex(0)->ChangeTrsf(gpHandle::LocEulerToTrsf(torch->tcp));
-    const auto root = opencascade::handle<ShapeEntity>::DownCast(rootMdl);
-    const gp_Trsf placement = root->LocalTransformation();
-    root->SetTransformation(gp_Trsf(), true);
-    root->RemoveFromView();
-    root->RemoveAllChild();
+    const gp_Trsf placement = rootMdl.IsNull() ? gp_Trsf() : rootMdl->LocalTransformation();
+    if (!rootMdl.IsNull()) {
+        PlaceRoot(gp_Trsf());
+        rootMdl->RemoveFromView();
+        rootMdl->RemoveAllChild();
+    }
     const auto parts = MakeTorchParts(torch->shapes);
     for (std::size_t i = 0; i < parts.size(); ++i) {
         parts[i]->SetId(identities[i]);
     }
     PutOnParts(parts, param);
-    root->Display(1, 0);
-    root->SetTransformation(placement, true);
+    if (!rootMdl.IsNull()) {
+        rootMdl->Display(1, 0);
+        PlaceRoot(placement);
+    }
     return true;
+}
+
+void ToolEntity::PlaceRoot(const gp_Trsf& trsf) {
+    if (const auto root = opencascade::handle<ShapeEntity>::DownCast(rootMdl)) {
+        root->SetTransformation(trsf, true);
+    } else {
+        rootMdl->SetLocalTransformation(trsf);
+        rootMdl->RedisplayShape(false, false);
+    }
 }
 
 void ToolEntity::PutOnParts(const std::vector<opencascade::handle<ShapeEntity>>& parts,
@@ -90,11 +103,17 @@ void ToolEntity::PutOnParts(const std::vector<opencascade::handle<ShapeEntity>>&
 // --- state -------------------------------------------------------------------------------------------------
 
 void ToolEntity::Initial() {
-    if (!parameters["ToolWorkType"].isNull()) {
-        workType = static_cast<ToolWorkType>(ReadInt(parameters, "ToolWorkType"));
+    // Asked for as of a constant: the object would otherwise get a null entry.
+    if (const Json::Value& given = std::as_const(parameters); !given["ToolWorkType"].isNull()) {
+        workType = static_cast<ToolWorkType>(ReadInt(given, "ToolWorkType"));
     }
+    const bool wasUnset = toolTrsf.Form() == gp_Identity;
     if (!flanges.empty()) {
         toolTrsf = flanges.front()->GetTrsf();
+    }
+    // A carrier that took the tool on before had no tool frame to take over.
+    if (wasUnset && toolTrsf.Form() != gp_Identity && mountingEntity != nullptr) {
+        mountingEntity->UpdateAssembleData();
     }
     if (workType == WorkTypePainting) {
         SetPaintedTool();
@@ -135,7 +154,7 @@ void ToolEntity::LoadFromJson(const Json::Value& json) {
     if (rootMdl.IsNull()) {
         return;
     }
-    RequireType(json, MechanismTool);
+    RequireObject(json);
     const Uuid id = ReadId(json);
     const std::uint64_t hash = ReadHash(json, "HashID");
     const int type = ReadInt(json, "WorkType");
