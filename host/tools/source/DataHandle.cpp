@@ -1,16 +1,21 @@
 #include <host/tools/DataHandle.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <host/tools/Rigid.h>
 #include <host/tools/gpHandle.h>
+#include <iterator>
 #include <json/json.h>
 #include <stdexcept>
 
 namespace {
 
-/// Looser than a product of rotations drifts, tighter than a scale or a mirror that matters.
-constexpr double OrthonormalTolerance = 1e-6;
+/// What rounding to six decimals can do to a product of two rows: six errors of 5e-7, weighted by at most
+/// 3^(1/2) a row.
+constexpr double OrthonormalTolerance = 2e-6;
+/// Rows this good come from doubles that were written in full and stay as they are to the bit.
+constexpr double RoundingTolerance = 1e-12;
 /// A thousand kilometres, or what degrees nobody turns.
 constexpr double LargestNumber = 1e9;
 
@@ -34,11 +39,15 @@ std::array<double, N> ReadNumbers(const Json::Value& json) {
 double Dot(const double* a, const double* b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
 
 /// Each row must be a unit vector at right angles to the rows before it, and the three right-handed.
-void RequireRotation(const double* r) {
+/// @return how far the worst product of two rows is from that.
+double RequireRotation(const double* r) {
+    double worst = 0;
     for (int row = 0; row < 3; ++row) {
         for (int other = 0; other <= row; ++other) {
             const double expected = row == other ? 1 : 0;
-            if (std::abs(Dot(r + 3 * row, r + 3 * other) - expected) > OrthonormalTolerance) {
+            const double error = std::abs(Dot(r + 3 * row, r + 3 * other) - expected);
+            worst = std::max(worst, error);
+            if (error > OrthonormalTolerance) {
                 throw std::invalid_argument("a transform: elements " + std::to_string(4 * row) + " to " +
                                             std::to_string(4 * row + 2) +
                                             " are not a unit row at right angles to the others");
@@ -49,6 +58,24 @@ void RequireRotation(const double* r) {
                                       r[0] * r[4] - r[1] * r[3]};
     if (Dot(third.data(), r + 6) < 0) {
         throw std::invalid_argument("a transform: elements 8 to 10 make the rotation left-handed");
+    }
+    return worst;
+}
+
+/// Takes an almost orthonormal matrix to the nearest rotation: R (3 - R' R) / 2 squares the error each time.
+void MakeOrthonormal(double* r) {
+    constexpr int Steps = 2; // 1e-6, 1e-12, 1e-24
+    for (int step = 0; step < Steps; ++step) {
+        double next[9] = {};
+        for (int row = 0; row < 3; ++row) {
+            for (int other = 0; other < 3; ++other) {
+                const double weight = (row == other ? 1.5 : 0) - 0.5 * Dot(r + 3 * row, r + 3 * other);
+                for (int col = 0; col < 3; ++col) {
+                    next[3 * row + col] += weight * r[3 * other + col];
+                }
+            }
+        }
+        std::copy(std::begin(next), std::end(next), r);
     }
 }
 
@@ -68,8 +95,10 @@ Json::Value DataHandle::TrsfToJsonArr(const gp_Trsf& trsf) {
 
 gp_Trsf DataHandle::JsonArrToTrsf(const Json::Value& json) {
     const auto n = ReadNumbers<12>(json);
-    const Rigid rigid{{n[0], n[1], n[2], n[4], n[5], n[6], n[8], n[9], n[10]}, {n[3], n[7], n[11]}};
-    RequireRotation(rigid.r);
+    Rigid rigid{{n[0], n[1], n[2], n[4], n[5], n[6], n[8], n[9], n[10]}, {n[3], n[7], n[11]}};
+    if (RequireRotation(rigid.r) > RoundingTolerance) {
+        MakeOrthonormal(rigid.r);
+    }
     return rigid.ToTrsf();
 }
 

@@ -1,6 +1,7 @@
 #include <host/view/BaseViewShape.h>
 
 #include <AIS_InteractiveContext.hxx>
+#include <algorithm>
 #include <gp_Trsf.hxx>
 #include <host/view/ViewContext.h>
 
@@ -48,14 +49,11 @@ void BaseViewShape::Display(int mode, int selectionMode) {
 void BaseViewShape::MarkDisplayed() const {
     displayed = true;
     known = true;
-    for (const auto& child : Children()) {
-        if (const auto shape = opencascade::handle<BaseViewShape>::DownCast(child)) {
-            shape->MarkDisplayed();
-        }
-    }
+    ForEachChild([](const BaseViewShape& child) { child.MarkDisplayed(); });
 }
 
 void BaseViewShape::Hide() const {
+    ForEachChild([](const BaseViewShape& child) { child.Hide(); });
     displayed = false;
     if (HasInteractiveContext()) {
         InteractiveContext()->Erase(Mutable(this), Standard_False);
@@ -66,11 +64,11 @@ void BaseViewShape::Hide() const {
 }
 
 void BaseViewShape::RemoveFromView() const {
+    ForEachChild([](const BaseViewShape& child) { child.RemoveFromView(); });
+    Hide();
     if (HasInteractiveContext()) {
-        Hide();
         InteractiveContext()->Remove(Mutable(this), Standard_False);
     }
-    displayed = false;
     known = false;
 }
 
@@ -130,16 +128,38 @@ void BaseViewShape::ForwardSelection() const {
     }
 }
 
+void BaseViewShape::SetShape(const TopoDS_Shape& shape) {
+    std::erase_if(layers, [&](const auto& entry) {
+        return !entry.first.IsEqual(Shape()) || CustomAspectsMap().IsBound(entry.first);
+    });
+    for (auto& [whole, layer] : layers) {
+        whole = shape;
+    }
+    ClearCustomAspects();
+    AIS_Shape::SetShape(shape);
+    OnGeometryChanged();
+}
+
 void BaseViewShape::SetShapeLayer(const TopoDS_Shape& part, const ColorLayer& layer) {
     SetCustomColor(part, ColourOf(layer));
     SetCustomTransparency(part, layer.transparency);
-    layers.emplace_back(part, layer);
+    KeepLayer(part, layer);
 }
 
 void BaseViewShape::SetShapeColorLayer(const ColorLayer& layer) {
     SetColor(ColourOf(layer));
     SetTransparency(layer.transparency);
-    layers.emplace_back(Shape(), layer);
+    KeepLayer(Shape(), layer);
+}
+
+void BaseViewShape::KeepLayer(const TopoDS_Shape& part, const ColorLayer& layer) {
+    const auto kept = std::find_if(layers.begin(), layers.end(),
+                                   [&](const auto& entry) { return entry.first.IsEqual(part); });
+    if (kept == layers.end()) {
+        layers.emplace_back(part, layer);
+    } else {
+        kept->second = layer;
+    }
 }
 
 void BaseViewShape::RemoveAllChild() {
@@ -163,7 +183,8 @@ void BaseViewShape::MoveGeometry(const gp_Trsf& motion) {
         part = part.IsNull() ? part : moved(part);
     }
     if (!Shape().IsNull()) {
-        SetShape(moved(Shape()));
+        AIS_Shape::SetShape(moved(Shape()));
         SetToUpdate();
+        OnGeometryChanged();
     }
 }

@@ -28,24 +28,28 @@ void ViewShape::SetPrimitiveProperty(const std::string& primitiveName, const Uui
     primitive = {primitiveName, primitiveId};
 }
 
-void ViewShape::CreateBVHMdl(bool keep) { CreateBVHMdl(Shape(), keep); }
+void ViewShape::CreateBVHMdl(bool keep) { CreateBVHMdl(TopoDS_Shape(), keep); }
 
 void ViewShape::CreateBVHMdl(const TopoDS_Shape& shape, bool keep) {
     const std::scoped_lock lock(trianglesLock);
-    if (!keep || !triangles) {
-        triangles = std::make_shared<TriangleModel>(shape, QueryDeflection);
+    if (!keep || (!triangles && triangleSource.IsNull())) {
+        triangleSource = shape;
+        triangles.reset();
+    }
+}
+
+void ViewShape::OnGeometryChanged() {
+    const std::scoped_lock lock(trianglesLock);
+    if (triangleSource.IsNull()) {
+        triangles.reset();
     }
 }
 
 std::shared_ptr<const TriangleModel> ViewShape::GetBVHMdl() const {
     const std::scoped_lock lock(trianglesLock);
-    return triangles;
-}
-
-std::shared_ptr<const TriangleModel> ViewShape::EnsureBVHMdl() const {
-    const std::scoped_lock lock(trianglesLock);
     if (!triangles) {
-        triangles = std::make_shared<TriangleModel>(Shape(), QueryDeflection);
+        triangles = std::make_shared<TriangleModel>(triangleSource.IsNull() ? Shape() : triangleSource,
+                                                    QueryDeflection);
     }
     return triangles;
 }

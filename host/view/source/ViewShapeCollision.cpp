@@ -66,7 +66,7 @@ const TriangleModel& ModelOf(const opencascade::handle<ViewShape>& shape) {
     if (shape.IsNull()) {
         throw std::invalid_argument("ViewShapeCollision: null shape");
     }
-    const TriangleModel& model = *shape->EnsureBVHMdl();
+    const TriangleModel& model = *shape->GetBVHMdl();
     if (model.Size() == 0) {
         throw std::invalid_argument("ViewShapeCollision: \"" + shape->GetName() +
                                     "\" has neither faces nor points, expected a shape to measure to");

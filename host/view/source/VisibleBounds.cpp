@@ -1,16 +1,15 @@
 #include <host/view/VisibleBounds.h>
 
 #include <BRepBndLib.hxx>
+#include <BRepBuilderAPI_Transform.hxx>
 
 namespace {
 
 void AddBounds(const AIS_Shape& model, bool withChildren, Bnd_Box& bounds) {
     if (!model.Shape().IsNull()) {
-        Bnd_Box own;
-        BRepBndLib::AddOptimal(model.Shape(), own, Standard_False, Standard_False);
-        if (!own.IsVoid()) {
-            bounds.Add(own.Transformed(model.Transformation()));
-        }
+        // The shape itself is put where the model stands: a box that is turned grows.
+        const TopoDS_Shape placed = BRepBuilderAPI_Transform(model.Shape(), model.Transformation()).Shape();
+        BRepBndLib::AddOptimal(placed, bounds, Standard_False, Standard_False);
     }
     for (PrsMgr_ListOfPresentableObjects::Iterator it(model.Children()); withChildren && it.More();
          it.Next()) {

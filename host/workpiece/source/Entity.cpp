@@ -1,8 +1,21 @@
 #include <host/workpiece/Entity.h>
 
 #include <host/tools/CADParamConfig.h>
+#include <utility>
 
-Entity::~Entity() = default;
+Entity::~Entity() {
+    life.reset();
+    for (const auto& [entity, holder] : holders) {
+        if (!holder.life.expired()) {
+            holder.forget();
+        }
+    }
+}
+
+void Entity::TellAtEnd(const Entity& holder, std::function<void()> forget) {
+    std::erase_if(holders, [](const auto& entry) { return entry.second.life.expired(); });
+    holders[&holder] = {holder.GetLife(), std::move(forget)};
+}
 
 void Entity::Delete() {
     for (const auto& [key, model] : fixMdls) {

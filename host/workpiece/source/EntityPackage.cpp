@@ -2,27 +2,65 @@
 #include <filesystem>
 #include <fstream>
 #include <host/workpiece/GenericEntityConfig.h>
+#include <map>
+#include <utility>
 
 // The package: a folder with a manifest and one BRep file a model.
 
 namespace {
 
-Json::Value WriteModel(const opencascade::handle<ViewShape>& model, const std::filesystem::path& folder) {
-    Json::Value entry(Json::objectValue);
-    entry["id"] = model->GetId().ToString();
-    entry["name"] = model->GetName();
-    if (!model->Shape().IsNull()) {
-        const std::string file = model->GetId().ToString() + ".brep";
-        std::ofstream out(folder / file, std::ios::binary);
-        BRepTools::Write(model->Shape(), out);
+/// Writes models into a folder, each into a file of its own: named by its identifier, and numbered where
+/// several share one.
+class ModelWriter {
+public:
+    explicit ModelWriter(std::filesystem::path packageFolder) : folder(std::move(packageFolder)) {}
+
+    /// @return the model's entry in the manifest.
+    Json::Value Write(const ViewShape& model) {
+        const std::string id = model.GetId().ToString();
+        Json::Value entry(Json::objectValue);
+        entry["id"] = id;
+        entry["name"] = model.GetName();
+        if (!model.Shape().IsNull()) {
+            const int number = ++used[id];
+            const std::string file = id + (number > 1 ? "-" + std::to_string(number) : "") + ".brep";
+            WriteShape(model.Shape(), folder / file);
+            entry["file"] = file;
+        }
+        return entry;
+    }
+
+private:
+    static void WriteShape(const TopoDS_Shape& shape, const std::filesystem::path& file) {
+        std::ofstream out(file, std::ios::binary);
+        BRepTools::Write(shape, out);
         out.flush();
         if (!out) {
-            throw std::filesystem::filesystem_error("cannot write model", folder / file,
+            throw std::filesystem::filesystem_error("cannot write model", file,
                                                     std::make_error_code(std::errc::io_error));
         }
-        entry["file"] = file;
     }
-    return entry;
+
+    std::filesystem::path folder;
+    std::map<std::string, int> used;
+};
+
+Json::Value WriteModels(GenericEntityConfig& entity, ModelWriter& writer) {
+    Json::Value models(Json::arrayValue);
+    for (const auto& [key, model] : entity.GetFixMdlMap()) {
+        models.append(writer.Write(*model));
+    }
+    for (int i = 0; i < entity.GetLinkSize(); ++i) {
+        const LinkRod& link = *entity.GetLink(static_cast<std::size_t>(i));
+        for (const auto& model : link.models) {
+            if (!model.IsNull()) {
+                Json::Value entry = writer.Write(*model);
+                entry["link_hash"] = Json::UInt64(link.linkHash);
+                models.append(entry);
+            }
+        }
+    }
+    return models;
 }
 
 void WriteManifest(const Json::Value& manifest, const std::filesystem::path& file) {
@@ -48,17 +86,10 @@ bool GenericEntityConfig::ExportEntityPkg(GenericEntityConfig* entity, const std
         const std::filesystem::path folder(path);
         std::filesystem::create_directories(folder);
         Json::Value manifest = entity->GenericEntityConfig::DataToJson(path);
-        for (const auto& [key, model] : entity->GetFixMdlMap()) {
-            manifest["models"].append(WriteModel(model, folder));
-        }
-        for (int i = 0; i < entity->GetLinkSize(); ++i) {
-            for (const auto& model : entity->GetLink(static_cast<std::size_t>(i))->models) {
-                if (!model.IsNull()) {
-                    Json::Value entry = WriteModel(model, folder);
-                    entry["link_hash"] = Json::UInt64(entity->GetLink(static_cast<std::size_t>(i))->linkHash);
-                    manifest["models"].append(entry);
-                }
-            }
+        ModelWriter writer(folder);
+        manifest["models"] = WriteModels(*entity, writer);
+        if (!entity->GetRootMdl().IsNull()) {
+            manifest["root"] = writer.Write(*entity->GetRootMdl());
         }
         WriteManifest(manifest, folder / "manifest.json");
         return true;

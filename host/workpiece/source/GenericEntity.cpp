@@ -13,15 +13,17 @@ GenericEntity::~GenericEntity() {
     }
 }
 
+void GenericEntity::Delete() {
+    Entity::Delete();
+    ForEachLinkModel([](const ViewShape& model) { model.RemoveFromView(); });
+}
+
 void GenericEntity::Hide(size_t system) {
-    Entity::Hide(system);
-    for (const auto& link : links) {
-        for (const auto& model : link->models) {
-            if (!model.IsNull()) {
-                model->Hide();
-            }
-        }
+    if (system != 0 && !systems.empty() && !systems.contains(system)) {
+        return;
     }
+    Entity::Hide(system);
+    ForEachLinkModel([](const ViewShape& model) { model.Hide(); });
 }
 
 // --- placement and motion ----------------------------------------------------------------------------------

@@ -4,8 +4,10 @@
 #include <TopExp_Explorer.hxx>
 #include <host/tools/DataHandle.h>
 #include <host/tools/gpHandle.h>
+#include <memory>
 #include <numbers>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
@@ -129,6 +131,8 @@ Json::Value GenericEntityConfig::DataToJson(const std::string& path) {
     Json::Value json = Entity::ToJson(path);
     json["type"] = static_cast<int>(mechanismType);
     json["parameters"] = parameters;
+    json["arm_structure"] = armStructureCode;
+    json["coupled"] = IsCouplingRobot();
     for (const auto& link : links) {
         Json::Value record = LinkToJson(link.get());
         const double unit = link->jointType == JointLinear ? 1.0 : DegreesPerRadian;
@@ -156,13 +160,22 @@ Json::Value GenericEntityConfig::DataToJson(const std::string& path) {
 void GenericEntityConfig::LoadFromJson(const Json::Value& json) {
     const Uuid id = Uuid::FromString(json["ID"].asString());
     const std::uint64_t hash = json["HashID"].asUInt64();
+    const int structure = json["arm_structure"].asInt();
+    const bool coupled = json["coupled"].asBool();
     for (const Json::Value& record : json["links"]) {
         UpdateLinkRodPara(record, true);
     }
-    flanges.resize(json["flanges"].empty() ? flanges.size() : 0);
-    for (const Json::Value& record : json["flanges"]) {
-        LinkRod* link = GetLinkByHash(record["link_hash"].asUInt64());
-        AddFlange(std::make_shared<Flange>(link, DataHandle::JsonArrToTrsf(record["trsf"])));
+    if (!json["flanges"].empty()) {
+        ReplaceFlanges(json["flanges"]);
+    }
+    if (json.isMember("arm_structure")) {
+        SetArmStructureCode(structure);
+    }
+    if (json.isMember("coupled")) {
+        SetCouplingRobot(coupled);
+    }
+    if (json.isMember("parameters")) {
+        parameters = json["parameters"];
     }
     if (!rootMdl.IsNull()) {
         rootMdl->SetId(id);
@@ -170,6 +183,24 @@ void GenericEntityConfig::LoadFromJson(const Json::Value& json) {
     SetHashIndex(hash);
     SetName(json["name"].asString());
     Initial();
+}
+
+void GenericEntityConfig::ReplaceFlanges(const Json::Value& json) {
+    std::vector<std::shared_ptr<Flange>> read;
+    for (const Json::Value& record : json) {
+        LinkRod* link = GetLinkByHash(record["link_hash"].asUInt64());
+        read.push_back(std::make_shared<Flange>(link, DataHandle::JsonArrToTrsf(record["trsf"])));
+    }
+    // What is mounted keeps its place by number; where there is no such place any more it stands alone.
+    for (std::size_t i = 0; i < flanges.size(); ++i) {
+        GenericEntity* const mounted = flanges[i]->attached;
+        if (i < read.size()) {
+            read[i]->attached = mounted;
+        } else if (mounted != nullptr) {
+            DismountFrom(*mounted);
+        }
+    }
+    flanges = std::move(read);
 }
 
 void GenericEntityConfig::ExportParaToJson(Json::Value& out) {

@@ -16,6 +16,9 @@ namespace {
 // below this, frames are the same and stay as they are to the bit.
 constexpr double SameFrame = 1e-10;
 
+/// Directions (rad) that came through text of six decimals are still the same.
+constexpr double SameAxis = 1e-5;
+
 constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
 
 std::uint64_t ReadHash(const Json::Value& json, const char* key) {
@@ -59,7 +62,7 @@ gp_Trsf ReadCenter(const Json::Value& json) {
     }
 }
 
-std::optional<gp_Ax1> ReadAxis(const Json::Value& json) {
+std::optional<gp_Ax1> ReadAxis(const Json::Value& json, JointType type) {
     const Json::Value& value = json["joint_axis"];
     if (value.isNull()) {
         return std::nullopt;
@@ -76,7 +79,14 @@ std::optional<gp_Ax1> ReadAxis(const Json::Value& json) {
     if (direction.Modulus() < gp::Resolution()) {
         Refuse("joint_axis", value, "a direction that is not zero");
     }
-    return gp_Ax1(gp_Pnt(n[0], n[1], n[2]), gp_Dir(direction));
+    const gp_Ax1 axis(gp_Pnt(n[0], n[1], n[2]), gp_Dir(direction));
+    if (type != JointRotary && type != JointLinear &&
+        axis.Direction().Angle(LinkRod::GetAxis(type)) > SameAxis) {
+        Refuse("joint_axis", value,
+               "the direction of the axis that joint_type " + std::to_string(type) +
+                   " names, or joint_type 7 (rotary) or 8 (linear)");
+    }
+    return axis;
 }
 
 std::optional<AxisRange> ReadLimit(const Json::Value& json, JointType type) {
@@ -137,7 +147,7 @@ LinkRecord ReadRecord(const Json::Value& json) {
     record.type = ReadJointType(json);
     record.value = ReadNumber(json, "joint_value");
     record.center = ReadCenter(json);
-    record.axis = ReadAxis(json);
+    record.axis = ReadAxis(json, record.type);
     record.limit = ReadLimit(json, record.type);
     record.modelIds = ReadModelIds(json);
     return record;

@@ -1,3 +1,4 @@
+#include <host/tools/DataHandle.h>
 #include <host/workpiece/GenericEntityConfig.h>
 #include <stdexcept>
 #include <utility>
@@ -55,11 +56,12 @@ void GenericEntity::TakeOverMounting(GenericEntity& other) {
 
 namespace {
 
+using DataHandle::Refuse;
+
 std::uint64_t RequireLinkHash(const Json::Value& place, const GenericEntity& carrier) {
     const Json::Value& hash = place["link_hash"];
     if (!hash.isUInt64() || (hash.asUInt64() != 0 && carrier.GetLinkByHash(hash.asUInt64()) == nullptr)) {
-        throw std::invalid_argument("link_hash: " + hash.toStyledString() +
-                                    " expected 0 or the hash of a link of " + carrier.GetName());
+        Refuse("link_hash", hash, "0 or the hash of a link of " + carrier.GetName());
     }
     return hash.asUInt64();
 }
@@ -68,14 +70,19 @@ int RequireFreePlace(const Json::Value& place, const GenericEntity& carrier) {
     const Json::Value& index = place["install_index"];
     const int count = carrier.GetFlangeSize();
     if (!index.isInt() || index.asInt() < 0 || index.asInt() > count) {
-        throw std::invalid_argument("install_index: " + index.toStyledString() + " expected 0 to " +
-                                    std::to_string(count) + " (flanges of " + carrier.GetName() + ")");
+        Refuse("install_index", index,
+               "0 to " + std::to_string(count) + " (flanges of " + carrier.GetName() + ")");
     }
     const Flange* flange = carrier.GetFlangeByIndex(index.asInt());
     if (flange != nullptr && flange->attached != nullptr) {
-        throw std::invalid_argument("install_index: place " + std::to_string(index.asInt()) + " of " +
-                                    carrier.GetName() + " already carries \"" + flange->attached->GetName() +
-                                    "\"");
+        Refuse("install_index", index,
+               "a free place of " + carrier.GetName() + "; this one carries \"" +
+                   flange->attached->GetName() + "\"");
+    }
+    const std::uint64_t named = place["link_hash"].asUInt64();
+    if (flange != nullptr && named != 0 && named != flange->linkHash) {
+        Refuse("link_hash", place["link_hash"],
+               std::to_string(flange->linkHash) + ", the link of flange " + index.asString());
     }
     return index.asInt();
 }
@@ -83,7 +90,9 @@ int RequireFreePlace(const Json::Value& place, const GenericEntity& carrier) {
 void RefuseToCarryItself(const GenericEntity* carrier, const GenericEntity* other) {
     for (const GenericEntity* below = carrier; below != nullptr; below = below->GetMountingEntity()) {
         if (below == other) {
-            throw std::invalid_argument("\"" + other->GetName() + "\" cannot be mounted on what it carries");
+            throw std::invalid_argument("entity: \"" + other->GetName() +
+                                        "\", expected one that does not carry \"" + carrier->GetName() +
+                                        "\"");
         }
     }
 }
@@ -92,13 +101,15 @@ void RefuseToCarryItself(const GenericEntity* carrier, const GenericEntity* othe
 
 void GenericEntityConfig::AssembleOtherModel(GenericEntityConfig* other, const Json::Value& place) {
     if (other == nullptr) {
-        throw std::invalid_argument(GetName() + ": nothing to mount (null entity)");
+        throw std::invalid_argument("entity: null, expected one to mount on " + GetName());
     }
     RefuseToCarryItself(this, other);
     const std::uint64_t hash = RequireLinkHash(place, *this);
     const int index = RequireFreePlace(place, *this);
     if (index == GetFlangeSize()) {
-        AddFlange(std::make_shared<Flange>(GetLinkByHash(hash), endCenterTrsf));
+        LinkRod* const link = GetLinkByHash(hash);
+        // The end-centre frame is relative to the end link; any other link, and the base, offer their own.
+        AddFlange(std::make_shared<Flange>(link, link == GetEndLink(0) ? endCenterTrsf : gp_Trsf()));
     }
     GenericEntity& mounted = *other;
     other->Dismount();

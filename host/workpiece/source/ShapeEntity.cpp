@@ -8,7 +8,8 @@ IMPLEMENT_STANDARD_RTTIEXT(ShapeEntity, ViewShape)
 ShapeEntity::ShapeEntity(const TopoDS_Shape& shape, Uuid identity) : ViewShape(shape, std::move(identity)) {}
 
 void ShapeEntity::SetTransformation(const gp_Trsf& trsf, bool refresh) {
-    SetLocalTransformation(trsf);
+    const PrsMgr_PresentableObject* const parent = Parent();
+    SetLocalTransformation(parent != nullptr ? parent->Transformation().Inverted() * trsf : trsf);
     if (refresh) {
         RedisplayShape(false, false);
     }

@@ -67,6 +67,16 @@ void GenericEntityConfig::AddSubMdlList(const std::set<opencascade::handle<Shape
     }
 }
 
+void GenericEntityConfig::RemoveSubMdl(const opencascade::handle<ShapeEntity>& model) {
+    if (std::erase(extraMdls, model) == 0) {
+        return;
+    }
+    model->RemoveFromView();
+    if (!rootMdl.IsNull() && Hangs(rootMdl, model)) {
+        rootMdl->RemoveChild(model);
+    }
+}
+
 void Entity::UpdateWatertightMeshModel(const TopoDS_Shape& shape, bool withParts, bool mesh) {
     if (shape.IsNull() || !IsClosed(shape)) {
         throw std::invalid_argument(name + ": the watertight model must be a closed shape");

@@ -130,6 +130,11 @@ Point3 Arm::Shoulder() const { return (Row(0, 0) * Row(1, 0)).p; }
 
 Pose Arm::Elbow(double upper, double fore) const { return Row(0, 0) * Row(1, upper) * Row(2, fore); }
 
+double Arm::AxisPlane() const {
+    const Pose elbow = Elbow(0, 0);
+    return -elbow.p.y / elbow.r[5];
+}
+
 Point3 Arm::ToolInElbow(const std::array<double, 3>& values) const {
     const auto& [fourth, fifth, last] = values;
     const Pose hand = Coupled() ? Row(5, -fifth) * Row(6, last) : Row(5, last);

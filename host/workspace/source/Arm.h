@@ -44,6 +44,8 @@ public:
     Point3 Shoulder() const;
     /// Frame of the third row, which carries the wrist, joint 1 at zero. Its Z is the robot's +Y or -Y.
     Pose Elbow(double upper, double fore) const;
+    /// The z, in the frame of the third row, of the plane through joint 1's axis.
+    double AxisPlane() const;
     /// Tool centre in the frame of the third row.
     Point3 ToolInElbow(const std::array<double, 3>& values) const;
     /// Greatest distance of the tool centre from the shoulder over all joint values, to 1e-4 of itself.

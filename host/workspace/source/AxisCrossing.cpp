@@ -1,56 +1,89 @@
 #include "Outline.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace WorkSpace {
 
-// Where the circle that joint 2 draws meets the axis, above or below the shoulder; false past its range.
-bool ArmSweep::CrossesAxis(const Place& turnedWrist, bool above, double& height) const {
-    const Place arm = upperArm + turnedWrist;
-    const double across = -shoulder.real();
-    const double rise = std::norm(arm) - across * across;
-    if (rise < 0) {
+// The line that is nearest to joint 1's axis in a plane beside it is x = 0. The region folds over there.
+
+bool ArmSweep::MeetsAxis(const Arc& arc, bool above, double& height) {
+    const double across = -arc.centre.real();
+    const double rise = std::norm(arc.arm) - across * across;
+    if (!arc.exists || rise < 0) {
         return false;
     }
     const double up = std::sqrt(rise) * (above ? 1 : -1);
-    height = shoulder.imag() + up;
-    // Within half the range of its middle, told by the cosine.
-    const Place fromMiddle = Times(Place(across, up), std::conj(Times(arm, upperMiddle)));
-    return fromMiddle.real() >= upperHalfCosine * std::norm(arm);
+    height = arc.centre.imag() + up;
+    return arc.joint->Leads(arc.arm, {across, up});
 }
 
-void ArmSweep::MarkAxisCrossing(Raster& raster) const {
-    constexpr int Halvings = 8;
-    const int pieces = static_cast<int>(std::abs(wrist) * foreRange.Width() / step) + 1;
-    const Place turn = Turned(foreRange.Width() / pieces);
-    for (const bool above : {false, true}) {
-        Place at = Times(wrist, Turned(foreRange.low));
-        double height = 0;
-        bool crossed = CrossesAxis(at, above, height);
-        double lastHeight = height;
-        for (int i = 0; i < pieces; ++i) {
-            at = Times(at, turn);
-            const bool crosses = CrossesAxis(at, above, height);
-            double end = crosses ? height : lastHeight;
-            if (crosses != crossed) {
-                const double before = foreRange.low + foreRange.Width() * i / pieces;
-                const double after = foreRange.low + foreRange.Width() * (i + 1) / pieces;
-                double in = crosses ? after : before;
-                double out = crosses ? before : after;
-                for (int halving = 0; halving < Halvings; ++halving) {
-                    const double middle = (in + out) / 2;
-                    double found = 0;
-                    const bool within = CrossesAxis(Times(wrist, Turned(middle)), above, found);
-                    (within ? in : out) = middle;
-                    end = within ? found : end;
-                }
-            }
-            if (crosses || crossed) {
-                MarkPiece({lateral, crossed ? lastHeight : end}, {lateral, crosses ? height : end}, raster);
-            }
-            lastHeight = height;
-            crossed = crosses;
+// Whether the arm gets there with the elbow on either side.
+bool ArmSweep::Reaches(const Place& p) const {
+    const Place out = p - shoulder;
+    const double product = std::abs(upperArm) * std::abs(wrist);
+    const double cosine = (std::norm(out) - std::norm(upperArm) - std::norm(wrist)) / (2 * product);
+    if (!(std::abs(cosine) <= 1)) {
+        return false;
+    }
+    const Place inLine = upperArm * (std::abs(wrist) / std::abs(upperArm));
+    const double sine = std::sqrt(1 - cosine * cosine);
+    const Place bent[] = {Times(inLine, {cosine, sine}), Times(inLine, {cosine, -sine})};
+    return std::any_of(std::begin(bent), std::end(bent), [&](const Place& forearm) {
+        return fore.Leads(wrist, forearm) && upper.Leads(upperArm + forearm, out);
+    });
+}
+
+// What the arm reaches of that line ends where an arc meets it.
+void ArmSweep::MarkAxisCrossing(const Arcs& arcs, Raster& raster) const {
+    std::array<double, 2 * std::tuple_size_v<Arcs>> heights;
+    std::size_t count = 0;
+    for (const Arc& arc : arcs) {
+        for (const bool above : {false, true}) {
+            count += MeetsAxis(arc, above, heights[count]) ? 1U : 0U;
         }
+    }
+    std::sort(heights.begin(), heights.begin() + static_cast<std::ptrdiff_t>(count));
+    for (std::size_t i = 1; i < count; ++i) {
+        if (Reaches({0, (heights[i - 1] + heights[i]) / 2})) {
+            MarkPiece(SpotAt({0, heights[i - 1]}), SpotAt({0, heights[i]}), raster);
+        }
+    }
+}
+
+ArmSweep::Corners ArmSweep::CornersOf(const Arc& arc) const {
+    Corners corners;
+    for (Spot& corner : corners) {
+        corner.depth = std::numeric_limits<double>::infinity(); // no piece of a line begins here
+    }
+    if (arc.exists) {
+        corners[0] = SpotAt(arc.centre + Times(arc.arm, arc.joint->low));
+        corners[1] = SpotAt(arc.centre + Times(arc.arm, arc.joint->high));
+    }
+    for (const bool above : {false, true}) {
+        if (double height = 0; MeetsAxis(arc, above, height)) {
+            corners[above ? 2 : 3] = SpotAt({0, height});
+        }
+    }
+    return corners;
+}
+
+// The arcs bound regions of one wrist each. A corner that joints 2 and 3 can take no farther is moved by the
+// wrist alone, and what it draws lies between those regions.
+void ArmSweep::MarkWristLines(const WristNet& net, const Raster* known, Raster& raster) {
+    inside = known;
+    std::vector<Corners> corners(net.places.size());
+    for (std::size_t arc = 0; arc < std::tuple_size_v<Arcs>; ++arc) {
+        for (std::size_t i = 0; i < corners.size(); ++i) {
+            TakeWrist(net.places[i]);
+            corners[i] = CornersOf(ArcsOfWrist()[arc]);
+        }
+        net.ForNeighbours([&](std::size_t i, std::size_t j) {
+            for (std::size_t corner = 0; corner < corners[i].size(); ++corner) {
+                MarkPiece(corners[i][corner], corners[j][corner], raster);
+            }
+        });
     }
 }
 

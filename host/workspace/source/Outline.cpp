@@ -6,101 +6,109 @@
 
 namespace WorkSpace {
 
-namespace {
-
-constexpr double Turn = 2 * std::numbers::pi;
-
-// Never less than the distance.
-double Apart(const SectionPoint& a, const SectionPoint& b) {
-    return std::abs(b.r - a.r) + std::abs(b.z - a.z);
-}
-
-} // namespace
-
-ArmSweep::ArmSweep(const Arm& arm, double longestPiece)
-    : upperRange(arm.upperArm), foreRange(arm.forearm), step(longestPiece) {
+ArmSweep::ArmSweep(const Arm& arm, double longestPiece) : step(longestPiece), axisPlane(arm.AxisPlane()) {
     const Pose elbow = arm.Elbow(0, 0);
     const Point3 origin = arm.Shoulder();
     sense = elbow.r[5] < 0 ? -1 : 1;
-    lateralOrigin = elbow.p.y;
+    upper = JointOf(arm.upperArm);
+    fore = JointOf(arm.forearm);
     shoulder = {origin.x, origin.z};
     upperArm = Place(elbow.p.x, elbow.p.z) - shoulder;
     foreFrame = {elbow.r[0], elbow.r[6]};
-    upperMiddle = Turned((upperRange.low + upperRange.high) / 2);
-    upperHalfCosine = std::cos(upperRange.Width() / 2);
+}
+
+ArmSweep::Joint ArmSweep::JointOf(const Range& range) const {
+    return {range, Turned(range.low), Turned((range.low + range.high) / 2), Turned(range.high),
+            std::cos(range.Width() / 2)};
+}
+
+bool ArmSweep::Joint::Leads(const Place& from, const Place& to) const {
+    constexpr double Rounding = 1e-9;
+    return Times(to, std::conj(Times(from, middle))).real() >= (halfCosine - Rounding) * std::norm(from);
 }
 
 void ArmSweep::TakeWrist(const Point3& tool) {
     wrist = foreFrame * Place(tool.x, -sense * tool.y);
-    lateral = std::abs(lateralOrigin + sense * tool.z);
+    lateral = tool.z - axisPlane;
 }
 
-SectionPoint ArmSweep::Section(const Place& p) const {
-    return {std::sqrt(p.real() * p.real() + lateral * lateral), p.imag()};
+ArmSweep::Spot ArmSweep::SpotAt(const Place& p) const {
+    const SectionPoint section = Section(p);
+    return {p.real(), lateral, section, DepthOf(section)};
 }
 
-void ArmSweep::MarkPiece(const SectionPoint& a, const SectionPoint& b, Raster& raster) const {
-    // From either end the line stays inside as far as that end lies deep.
-    if (DepthOf(a) + DepthOf(b) <= Apart(a, b)) {
-        raster.MarkLine(a, b);
+// A piece that passes the axis comes near to it and goes away again, as two lines do.
+void ArmSweep::MarkPiece(const Spot& a, const Spot& b, Raster& raster) const {
+    const double dx = b.x - a.x;
+    const double dy = b.lateral - a.lateral;
+    const double dz = b.section.z - a.section.z;
+    // From either end the piece stays inside as far as that end lies deep; this is never less than its
+    // length.
+    if (a.depth + b.depth > std::abs(dx) + std::abs(dy) + std::abs(dz)) {
+        return;
+    }
+    const double t = -(a.x * dx + a.lateral * dy) / (dx * dx + dy * dy);
+    if (t > 0 && t < 1) {
+        const double x = a.x + t * dx;
+        const double y = a.lateral + t * dy;
+        const SectionPoint nearest = {std::sqrt(x * x + y * y), a.section.z + t * dz};
+        raster.MarkLine(a.section, nearest);
+        raster.MarkLine(nearest, b.section);
+    } else {
+        raster.MarkLine(a.section, b.section);
     }
 }
 
-// The arc that the end of `arm` draws about a centre. Where it runs deep inside, it is followed in strides as
-// long as it is deep: folding over shortens distances or keeps them.
-void ArmSweep::MarkArc(const Place& centre, const Place& arm, const Range& range, Raster& raster) const {
+// Where an arc runs deep inside, it is followed in strides as long as it is deep: folding over shortens
+// distances or keeps them.
+void ArmSweep::MarkArc(const Arc& arc, Raster& raster) const {
     constexpr std::size_t Doublings = 5;
-    int left = static_cast<int>(std::abs(arm) * range.Width() / step) + 1;
+    const Range& range = arc.joint->range;
+    int left = static_cast<int>(std::abs(arc.arm) * range.Width() / step) + 1;
     std::array<Place, Doublings> turns = {Turned(range.Width() / left)};
     for (std::size_t i = 1; i < Doublings; ++i) {
         turns[i] = Times(turns[i - 1], turns[i - 1]);
     }
-    Place at = Times(arm, Turned(range.low));
-    SectionPoint before = Section(centre + at);
-    double depth = DepthOf(before);
+    Place at = Times(arc.arm, arc.joint->low);
+    Spot before = SpotAt(arc.centre + at);
     while (left > 0) {
         std::size_t doubled = 0;
-        while (doubled + 1 < Doublings && (2 << doubled) <= left && step * (2 << doubled) <= depth) {
+        while (doubled + 1 < Doublings && (2 << doubled) <= left && step * (2 << doubled) <= before.depth) {
             ++doubled;
         }
         left -= 1 << doubled;
         at = Times(at, turns[doubled]);
-        const SectionPoint next = Section(centre + at);
-        const double nextDepth = DepthOf(next);
-        if (depth + nextDepth <= Apart(before, next)) {
-            raster.MarkLine(before, next);
-        }
+        const Spot next = SpotAt(arc.centre + at);
+        MarkPiece(before, next, raster);
         before = next;
-        depth = nextDepth;
     }
 }
 
-// Values of joint 3, within its range, at which the wrist is in line with the upper arm.
-std::vector<double> ArmSweep::ElbowFolds() const {
-    std::vector<double> folds;
-    const double inLine = sense * (std::arg(wrist) - std::arg(upperArm));
-    for (const double candidate : {inLine, inLine + Turn / 2}) {
-        const double fold = candidate + Turn * std::ceil((foreRange.low - candidate) / Turn);
-        if (fold <= foreRange.high) {
-            folds.push_back(fold);
-        }
-    }
-    return folds;
+// With the elbow at a limit, stretched and folded; and with the shoulder at a limit.
+ArmSweep::Arcs ArmSweep::ArcsOfWrist() const {
+    const Place inLine = upperArm * (std::abs(wrist) / std::abs(upperArm));
+    const auto aboutElbow = [&](const Place& turn) -> Arc {
+        return {shoulder + Times(turn, upperArm), Times(turn, wrist), &fore, true};
+    };
+    return {{{shoulder, upperArm + Times(fore.low, wrist), &upper, true},
+             {shoulder, upperArm + Times(fore.high, wrist), &upper, true},
+             {shoulder, upperArm + inLine, &upper, fore.Leads(wrist, inLine)},
+             {shoulder, upperArm - inLine, &upper, fore.Leads(wrist, -inLine)},
+             aboutElbow(upper.low),
+             aboutElbow(upper.high)}};
 }
 
 void ArmSweep::MarkOutline(const Point3& tool, const Raster* known, Raster& raster) {
     inside = known;
     TakeWrist(tool);
-    std::vector<double> fores = ElbowFolds();
-    fores.insert(fores.end(), {foreRange.low, foreRange.high});
-    for (const double fore : fores) {
-        MarkArc(shoulder, Forearm(fore), upperRange, raster);
+    const Arcs arcs = ArcsOfWrist();
+    for (const Arc& arc : arcs) {
+        if (arc.exists) {
+            MarkArc(arc, raster);
+        }
     }
-    for (const double upper : {upperRange.low, upperRange.high}) {
-        MarkArc(shoulder + Turned(upper) * upperArm, Turned(upper) * wrist, foreRange, raster);
-    }
-    if (lateral >= raster.CellWidth()) {
-        MarkAxisCrossing(raster);
+    if (std::abs(lateral) >= raster.CellWidth()) {
+        MarkAxisCrossing(arcs, raster);
     }
 }
 
@@ -109,13 +117,14 @@ void ArmSweep::MarkRegion(const Point3& tool, Raster& raster) {
     const auto count = [&](const Range& range, double lever) {
         return static_cast<int>(range.Width() * lever / step) + 2;
     };
-    const auto uppers = upperRange.Spread(count(upperRange, std::abs(upperArm) + std::abs(wrist)));
-    const auto fores = foreRange.Spread(count(foreRange, std::abs(wrist)));
-    const auto row = [&](double upper) {
+    const auto uppers = upper.range.Spread(count(upper.range, std::abs(upperArm) + std::abs(wrist)));
+    const auto fores = fore.range.Spread(count(fore.range, std::abs(wrist)));
+    const auto row = [&](double upperAngle) {
         std::vector<Place> points;
         points.reserve(fores.size());
-        for (const double fore : fores) {
-            points.push_back(shoulder + Turned(upper) * Forearm(fore));
+        for (const double foreAngle : fores) {
+            points.push_back(shoulder +
+                             Times(Turned(upperAngle), upperArm + Times(Turned(foreAngle), wrist)));
         }
         return points;
     };

@@ -3,6 +3,8 @@
 #include "Arm.h"
 #include "Raster.h"
 
+#include <algorithm>
+#include <cmath>
 #include <complex>
 
 namespace WorkSpace {
@@ -15,13 +17,35 @@ struct WristNet {
 
     /// Some of the places, from all over.
     std::vector<Point3> Some(std::size_t most) const;
-    /// Places that leave none of the net farther away than `apart` (mm); what the wrist's limits bound is
-    /// thinned by itself, since the region ends there.
-    std::vector<Point3> Thinned(double apart) const;
+    /// Calls visit with every place, and with those between neighbours in the plane through joint 1's axis.
+    template <class Visit>
+    void ForEach(const Visit& visit) const {
+        std::for_each(places.begin(), places.end(), visit);
+        ForNeighbours([&](std::size_t i, std::size_t j) {
+            const Point3& a = places[i];
+            const Point3& b = places[j];
+            if ((a.z < axisPlane) != (b.z < axisPlane)) {
+                const double t = (axisPlane - a.z) / (b.z - a.z);
+                visit(Point3{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), axisPlane});
+            }
+        });
+    }
+    /// Calls visit(i, j) with the indices of any two places that are neighbours along a joint.
+    template <class Visit>
+    void ForNeighbours(const Visit& visit) const {
+        const std::array<std::size_t, 3> strides = {counts[1] * counts[2], counts[2], 1};
+        for (std::size_t i = 0; i < places.size(); ++i) {
+            for (std::size_t joint = 0; joint < strides.size(); ++joint) {
+                if (i / strides[joint] % counts[joint] + 1 < counts[joint]) {
+                    visit(i, i + strides[joint]);
+                }
+            }
+        }
+    }
 
     std::array<std::size_t, 3> counts{};
-    std::array<bool, 3> bounded{}; ///< joints that cannot turn all the way round
-    std::vector<Point3> places;    ///< the last joint runs fastest
+    std::vector<Point3> places; ///< the last joint runs fastest
+    double axisPlane;           ///< z of the plane through joint 1's axis
 };
 
 // Spelt out: the library's product of complex numbers looks for infinities.
@@ -46,7 +70,7 @@ public:
     /// Marks all lines that can bound the region. @param tool tool centre in the frame of the third row.
     /// Pieces that lie inside `known` are left out.
     void MarkOutline(const Point3& tool, const Raster* known, Raster& raster);
-    /// Marks the lines that the wrist draws while joints 2 and 3 both stand at a limit.
+    /// Marks the lines that the corners of the region draw while the wrist moves.
     void MarkWristLines(const WristNet& net, const Raster* known, Raster& raster);
     /// Marks the region itself.
     void MarkRegion(const Point3& tool, Raster& raster);
@@ -54,28 +78,58 @@ public:
 private:
     using Place = std::complex<double>;
 
+    /// One of the two joints. Complex numbers spare it the angles.
+    struct Joint {
+        Range range;
+        Place low, middle, high; ///< the turns to there in the range
+        double halfCosine;
+
+        /// Whether the joint can turn one place into the other, as far out from it.
+        bool Leads(const Place& from, const Place& to) const;
+    };
+    /// What the tool centre draws while one joint turns and the other stands.
+    struct Arc {
+        Place centre;
+        Place arm; ///< from the centre, while the joint is at zero
+        const Joint* joint;
+        bool exists;
+    };
+    /// A place in space, where it is in the section, and how deep inside what is known.
+    struct Spot {
+        double x, lateral;
+        SectionPoint section;
+        double depth;
+    };
+    using Arcs = std::array<Arc, 6>;
+    /// The corners that one arc contributes: its ends, and where it meets the plane's line nearest to the
+    /// axis.
+    using Corners = std::array<Spot, 4>;
+
     void TakeWrist(const Point3& tool);
     Place Turned(double angle) const { return std::polar(1.0, -sense * angle); }
-    Place Forearm(double fore) const { return upperArm + Turned(fore) * wrist; }
+    Joint JointOf(const Range& range) const;
+    Arcs ArcsOfWrist() const;
     double DepthOf(const SectionPoint& point) const { return inside != nullptr ? inside->Depth(point) : 0; }
-    SectionPoint Section(const Place& p) const;
-    std::vector<double> ElbowFolds() const;
+    SectionPoint Section(const Place& p) const {
+        return {std::sqrt(p.real() * p.real() + lateral * lateral), p.imag()};
+    }
+    Spot SpotAt(const Place& p) const;
     void MarkFolded(const Place& a, const Place& b, const Place& c, Raster& raster) const;
-    void MarkArc(const Place& centre, const Place& arm, const Range& range, Raster& raster) const;
-    void MarkAxisCrossing(Raster& raster) const;
-    bool CrossesAxis(const Place& turnedWrist, bool above, double& height) const;
-    void MarkPiece(const SectionPoint& a, const SectionPoint& b, Raster& raster) const;
+    void MarkArc(const Arc& arc, Raster& raster) const;
+    void MarkAxisCrossing(const Arcs& arcs, Raster& raster) const;
+    static bool MeetsAxis(const Arc& arc, bool above, double& height);
+    bool Reaches(const Place& p) const;
+    Corners CornersOf(const Arc& arc) const;
+    void MarkPiece(const Spot& a, const Spot& b, Raster& raster) const;
 
-    Range upperRange, foreRange;
     double step;
     double sense;
-    double lateralOrigin;
+    double axisPlane;
+    Joint upper, fore;
     Place shoulder, upperArm, foreFrame;
-    Place upperMiddle; ///< the turn to the middle of joint 2's range
-    double upperHalfCosine;
     // Of the wrist at hand.
     Place wrist;
-    double lateral = 0;
+    double lateral = 0; ///< how far (mm) beside joint 1's axis it moves, to either side
     const Raster* inside = nullptr;
 };
 

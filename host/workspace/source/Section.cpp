@@ -19,9 +19,7 @@ constexpr double SimplifyShare = 0.0015;
 constexpr int BridgedCells = 1;
 /// A first look takes this many wrists; what it finds inside saves most of the lines of the others.
 constexpr std::size_t FirstLook = 100;
-constexpr double FirstCellShare = 2 * CellShare;
-/// Wrists nearer to each other than this draw the same lines, but for what the wrist's spread may cut off.
-constexpr double ThinShare = 0.03;
+constexpr double RoughCellShare = 2 * CellShare;
 
 constexpr double SmallestReach = 1.0; // mm
 
@@ -39,19 +37,16 @@ std::vector<std::vector<double>> GetRobotWorkSpace(const Robot& robot) {
         return Raster(share * reach, std::hypot(reach, length), shoulder.z - length, shoulder.z + length);
     };
     Raster raster = cells(CellShare);
-    Raster first = cells(FirstCellShare);
     ArmSweep sweep(arm, StepShare * reach);
     const WristNet wrist(arm, WristShare * reach);
+    Raster rough = cells(RoughCellShare);
     for (const Point3& tool : wrist.Some(FirstLook)) {
-        sweep.MarkOutline(tool, nullptr, first);
-        sweep.MarkOutline(tool, nullptr, raster);
+        sweep.MarkOutline(tool, nullptr, rough);
     }
-    first.Fill(0);
-    first.MeasureDepth();
-    for (const Point3& tool : wrist.Thinned(ThinShare * reach)) {
-        sweep.MarkOutline(tool, &first, raster);
-    }
-    sweep.MarkWristLines(wrist, &first, raster);
+    rough.Fill(0);
+    rough.MeasureDepth();
+    wrist.ForEach([&](const Point3& tool) { sweep.MarkOutline(tool, &rough, raster); });
+    sweep.MarkWristLines(wrist, &rough, raster);
     raster.Fill(BridgedCells);
     Polygon boundary = TraceBoundary(raster);
     // Half a cell from the axis is on it: a sliver there would become a needle of a cone when it is revolved.

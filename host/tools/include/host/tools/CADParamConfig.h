@@ -8,7 +8,7 @@ class CADParamConfig {
 public:
     static CADParamConfig* GetInstance();
 
-    /// Distance (mm) below which collision checking reports contact in the normal state.
+    /// Collision gap (mm) that robots and their tools get in the normal state.
     double defaultCollisionGap = 5.0;
     /// Joint values (rad) that a robot takes as its initial ones.
     std::array<double, 6> defaultRobotValues{};

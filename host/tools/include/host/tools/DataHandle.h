@@ -15,8 +15,9 @@ bool IsSound(double number);
 /// The upper three rows of the matrix, row by row: 12 numbers, rotation entries and translation (mm).
 /// Exact: reading back gives every number to the bit.
 Json::Value TrsfToJsonArr(const gp_Trsf& trsf);
+/// A rotation that was rounded, to six decimals or more, becomes the nearest one that is orthonormal.
 /// @throws std::invalid_argument naming the element when the value is not an array of 12 finite numbers
-///         whose rotation part is orthonormal and right-handed (1e-6).
+///         whose rotation part is orthonormal and right-handed (2e-6).
 gp_Trsf JsonArrToTrsf(const Json::Value& json);
 
 /// x, y, z in mm, then the gp_Intrinsic_XYZ angles in rad.

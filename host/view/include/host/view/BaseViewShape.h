@@ -29,7 +29,8 @@ public:
     /// Shows the shape and all that hangs below it. @param mode 0 wireframe, 1 shaded. @param selectionMode
     /// the one mode to activate, or -1 to leave selection as it is.
     void Display(int mode, int selectionMode);
-    /// Takes the shape out of sight; the view keeps it for a later RedisplayShape or Display.
+    /// Takes the shape, and all that hangs below it, out of sight; the view keeps it for a later
+    /// RedisplayShape or Display.
     void Hide() const;
     /// Takes the shape, and all that hangs below it, out of the context altogether.
     void RemoveFromView() const;
@@ -51,12 +52,15 @@ public:
     void SetUnSelected(bool unselected);
     bool IsUnSelected() const { return unselectable; }
 
+    /// Replaces the shape. Colour and transparency of the whole stay, those of parts go with them.
+    void SetShape(const TopoDS_Shape& shape);
+
     /// Gives a part of the shape its own colour and transparency.
     void SetShapeLayer(const TopoDS_Shape& part, const ColorLayer& layer);
     /// Gives the whole shape a colour and transparency.
     void SetShapeColorLayer(const ColorLayer& layer);
-    /// What SetShapeLayer (part) and SetShapeColorLayer (the shape itself) were told, in order; the last one
-    /// for a part counts.
+    /// What SetShapeLayer (part) and SetShapeColorLayer (the shape itself) were told, one for each part, in
+    /// the order in which the parts got their first.
     const std::vector<std::pair<TopoDS_Shape, ColorLayer>>& GetLayers() const { return layers; }
 
     /// Takes off everything that hangs below this shape.
@@ -66,6 +70,17 @@ public:
     void MoveGeometry(const gp_Trsf& motion);
 
 private:
+    template <class Action>
+    void ForEachChild(Action action) const {
+        for (const auto& child : Children()) {
+            if (const auto shape = opencascade::handle<BaseViewShape>::DownCast(child)) {
+                action(*shape);
+            }
+        }
+    }
+    /// The shape was replaced, or moved within its own frame.
+    virtual void OnGeometryChanged() {}
+    void KeepLayer(const TopoDS_Shape& part, const ColorLayer& layer);
     void MarkDisplayed() const;
     void ForwardSelection() const;
 

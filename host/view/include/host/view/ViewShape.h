@@ -39,15 +39,14 @@ public:
     /// Rises with every shape that is made: the order of creation.
     std::uint64_t GetSerial() const { return serial; }
 
-    /// Builds the tree of triangles that distance queries search, in the shape's own frame: moving the shape
-    /// costs no rebuild. @param keep keep a tree that is there; otherwise it is built anew.
+    /// Distance queries search a tree of triangles in the shape's own frame: moving the shape costs no
+    /// rebuild. It is built when the first one asks; this gives up the present tree. @param keep leave
+    /// everything as it is where there is a tree, or another shape for one.
     void CreateBVHMdl(bool keep);
-    /// The same with the triangles of another shape in place of the displayed one.
+    /// The same with the triangles of another shape in place of the displayed one, from now on.
     void CreateBVHMdl(const TopoDS_Shape& shape, bool keep);
-    /// Null until there is one.
+    /// The tree there is, or one built now; several threads may ask at once.
     std::shared_ptr<const TriangleModel> GetBVHMdl() const;
-    /// The one there is, or one made now; several threads may ask at once.
-    std::shared_ptr<const TriangleModel> EnsureBVHMdl() const;
 
     /// Parameters for BRepMesh_IncrementalMesh.
     /// @param drawer its relative deflection is taken over where it sets one; may be null.
@@ -56,11 +55,12 @@ public:
     static IMeshTools_Parameters GetMeshPara(const opencascade::handle<Prs3d_Drawer>& drawer, double angle,
                                              double deflection);
 
-    /// Distance (mm) below which this part counts as touched, on top of the entity's collision gap.
+    /// Distance (mm) below which this part is to count as touched, on top of the entity's collision gap. Kept
+    /// for clearance checks: no distance query reads it yet.
     double collisionTolerance = 0;
-    /// The same while a program is simulated.
+    /// The same while a program is simulated; not read yet either.
     double simulationTolerance = 0;
-    /// Whether collision checking looks at this part at all.
+    /// Whether the entity's collision models (Entity::GetCollisionFixMdls and such) include this part.
     bool takesPartInCollision = true;
     /// Whether "fit all" and scene extents count this part.
     bool countsForExtents = true;
@@ -71,6 +71,9 @@ private:
     PrimitiveProperty primitive;
     std::uint64_t hashKey = 0;
     std::uint64_t serial;
+    void OnGeometryChanged() override;
+
     mutable std::mutex trianglesLock;
+    TopoDS_Shape triangleSource; ///< null for the displayed shape
     mutable std::shared_ptr<const TriangleModel> triangles;
 };

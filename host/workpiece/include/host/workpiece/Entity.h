@@ -1,10 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <host/workpiece/MechanismTypes.h>
 #include <host/workpiece/ShapeEntity.h>
 #include <json/value.h>
 #include <map>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -19,9 +21,10 @@ public:
     Entity(const Entity&) = delete;
     Entity& operator=(const Entity&) = delete;
 
-    /// Takes the entity out of the view for good.
+    /// Takes the entity, all its models with it, out of the view for good.
     virtual void Delete();
-    /// Takes the root and fixed models out of sight. @param system the robot system that asks; 0 is any.
+    /// Takes all models out of sight. @param system the robot system that asks: an entity that belongs to
+    /// other systems alone stays in sight; 0 is any.
     virtual void Hide(size_t system);
     /// Common keys of every entity: "ID" (root model's identifier, empty without one), "HashID", "name".
     /// @param path reserved for entities that write a package; not used here.
@@ -66,6 +69,13 @@ protected:
     virtual void UpdateState() = 0;
 
 public:
+    /// Expires when the entity ends: for those who point at it without owning it.
+    std::weak_ptr<const void> GetLife() const { return life; }
+    /// Has `forget` called when this entity ends, unless the holder ended before. An entity that keeps plain
+    /// pointers to this one drops them there; only the address may still be used then. A later call of the
+    /// same holder replaces the earlier one.
+    void TellAtEnd(const Entity& holder, std::function<void()> forget);
+
     std::uint64_t GetHashIndex() const { return hashIndex; }
     void SetHashIndex(std::uint64_t hash) { hashIndex = hash; }
     std::string GetName() const { return name; }
@@ -81,7 +91,8 @@ public:
     /// Whether the host is loading the entity's mesh just now; parts must not be exchanged meanwhile.
     bool IsLoadMeshModel() const { return loadingMesh; }
     void SetLoadMeshModel(bool loading) { loadingMesh = loading; }
-    /// Replaces the closed shape that simulation takes for the entity's surface.
+    /// Replaces the closed shape that stands for the entity's surface. Kept for clearance checks; nothing
+    /// reads it yet.
     /// @param withParts put the fixed models' solids with it. @param mesh triangulate what has no triangles
     /// yet.
     /// @throws std::invalid_argument, with the old one kept, for a shape that is not closed.
@@ -89,7 +100,7 @@ public:
     /// Null until there is one.
     const TopoDS_Shape& GetWatertightMeshModel() const { return watertightMesh; }
 
-    /// Distance (mm) below which collision checking reports contact.
+    /// Distance (mm) below which a clearance check is to report contact. Kept for it; nothing reads it yet.
     void SetCheckCollisionGap(double gap) { checkCollisionGap = gap; }
     double GetCheckCollisionGap() const { return checkCollisionGap; }
     /// Placement of the entity in the world.
@@ -104,6 +115,13 @@ protected:
     gp_Trsf rootTrsf;
 
 private:
+    struct Holder {
+        std::weak_ptr<const void> life;
+        std::function<void()> forget;
+    };
+
+    std::shared_ptr<const void> life = std::make_shared<char>();
+    std::map<const Entity*, Holder> holders;
     double checkCollisionGap = 0;
     bool loadingMesh = false;
     TopoDS_Shape watertightMesh;

@@ -12,6 +12,7 @@ class GenericEntity : public Entity {
 public:
     ~GenericEntity() override;
 
+    void Delete() override;
     void Hide(size_t system) override;
     void SetRootMdlTrsf(const gp_Trsf& trsf) override;
     void UpdateRootTrsf(const gp_Trsf& trsf, bool follow) override;
@@ -91,6 +92,7 @@ protected:
     void TakeOverFrom(GenericEntity& other);
     /// Ends the mounting on both sides; the placement in the world stays.
     void Dismount();
+    static void DismountFrom(GenericEntity& mounted) { mounted.Dismount(); }
     void UpdateModels() const;
 
     std::vector<std::shared_ptr<LinkRod>> links;
@@ -105,6 +107,16 @@ protected:
     Rigid chainBase;
 
 private:
+    template <class Action>
+    void ForEachLinkModel(Action action) const {
+        for (const auto& link : links) {
+            for (const auto& model : link->models) {
+                if (!model.IsNull()) {
+                    action(*model);
+                }
+            }
+        }
+    }
     void PlaceLinks(const double* values);
     void MoveMounted();
     void TakeOverMounting(GenericEntity& other);

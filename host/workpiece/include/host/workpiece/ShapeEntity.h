@@ -9,7 +9,7 @@ class ShapeEntity : public ViewShape {
 public:
     ShapeEntity(const TopoDS_Shape& shape, Uuid id);
 
-    /// Places the shape (and what hangs below it) relative to its parent shape, or in the world.
+    /// Places the shape (and what hangs below it) in the world, wherever the shape hangs itself.
     /// @param refresh redisplay at once where the shape is displayed.
     void SetTransformation(const gp_Trsf& trsf, bool refresh);
 };
