@@ -1,5 +1,9 @@
 #include <cell/ArmFile.h>
+#include <cell/JointValues.h>
+#include <cell/Text.h>
 #include <cmath>
+#include <gp_Quaternion.hxx>
+#include <gp_Vec.hxx>
 
 namespace cell {
 
@@ -7,6 +11,8 @@ namespace {
 
 /// Files round their directions to nine digits; anything beyond this is a mistake, not rounding.
 constexpr double UnitTolerance = 1e-6;
+
+constexpr int ShownDecimals = 9;
 
 constexpr std::size_t FewestJoints = 2;
 constexpr std::size_t JointsOfArm = 6;
@@ -29,6 +35,34 @@ void RequireJointCount(const JsonNode& list, std::size_t count, bool coupled) {
     if (count != (coupled ? JointsOfCoupledArm : JointsOfArm)) {
         list.Refuse(shown, coupled ? "7 for an arm with a coupled wrist" : "6 for an arm");
     }
+}
+
+gp_Vec Column(const Rigid& frame, int column) {
+    return {frame.r[column], frame.r[3 + column], frame.r[6 + column]};
+}
+
+std::string Shown(const gp_Vec& v) {
+    std::string text;
+    for (int i = 1; i <= 3; ++i) {
+        text += (i == 1 ? "[" : ",") + Rounded(v.Coord(i), ShownDecimals);
+    }
+    return text + "]";
+}
+
+/// Tools hang along the flange's Z, and the reach is computed as if they did along the last axis.
+void RequireOutwardFlange(const JsonNode& node, const Rigid& flange, const Triple& axis) {
+    const gp_Vec z = Column(flange, 2);
+    const gp_Vec outward(axis[0], axis[1], axis[2]);
+    if ((z - outward).Magnitude() <= UnitTolerance) {
+        return;
+    }
+    const gp_Quaternion turn(z, outward, Column(flange, 1)); // about X where they are opposite
+    gp_Vec about;
+    double angle = 0;
+    turn.GetVectorAndAngle(about, angle);
+    node.At("z_axis").Refuse(Shown(outward) + ", the last joint's axis: turn the flange by " +
+                             Rounded(angle / RadiansPerDegree, 3) + " degrees about " + Shown(about) +
+                             ", which makes x_axis " + Shown(turn.Multiply(Column(flange, 0))));
 }
 
 } // namespace
@@ -65,6 +99,7 @@ ArmDescription ReadArm(const JsonNode& node) {
     for (const JsonNode& joint : joints) {
         arm.joints.push_back(ReadJoint(joint));
     }
+    RequireOutwardFlange(node.At("flange"), arm.flange, arm.joints.back().axis);
     return arm;
 }
 

@@ -1,6 +1,6 @@
-#include <algorithm>
 #include <cell/ArmBuilder.h>
 #include <cell/Cell.h>
+#include <cell/Notice.h>
 
 namespace cell {
 
@@ -17,15 +17,28 @@ Cell Cell::Load(const std::filesystem::path& file) {
 void Cell::ReadArmAlone() {
     const ArmDescription arm = ReadArm(node);
     name = arm.name;
-    mechanisms.push_back({"robot", BuildArm(arm, arm.name, HashOfName(arm.name)), node});
-    systems.push_back({Robots().front()});
-    Registrar::Register(systems.back());
+    Add({"robot", BuildArm(arm, arm.name, HashOfName(arm.name)), node});
+    Add(System{Robots().front()});
+}
+
+void Cell::Add(Mechanism mechanism) {
+    mechanismOf.emplace(mechanism.entity->GetName(), mechanisms.size());
+    mechanismOfHash.emplace(mechanism.entity->GetHashIndex(), mechanisms.size());
+    mechanisms.push_back(std::move(mechanism));
+}
+
+void Cell::Add(System system) {
+    systemOfHash.emplace(system.Hash(), systems.size());
+    Registrar::Register(system);
+    systems.push_back(std::move(system));
 }
 
 void Cell::ReadCell() {
     node.OnlyKeys({"name", "mechanisms", "mounts", "systems", "key_states", "motions"});
     name = node.At("name").Text();
-    for (const JsonNode& item : node.At("mechanisms").Items("mechanisms")) {
+    const auto items = node.At("mechanisms").Items("mechanisms");
+    for (const JsonNode& item : items) {
+        NoticeItem("mechanisms", mechanisms.size(), items.size());
         ReadMechanism(item);
     }
     for (const JsonNode& item : node.OptionalItems("mounts", "mounts")) {
@@ -36,13 +49,16 @@ void Cell::ReadCell() {
         ReadSystem(item);
     }
     if (const auto states = node.Find("key_states")) {
-        for (const auto& [stateName, item] : states->Members()) {
+        const auto members = states->Members();
+        for (const auto& [stateName, item] : members) {
+            NoticeItem("key_states", keyStates.size(), members.size());
             ReadKeyState(stateName, item);
         }
     }
     for (const JsonNode& item : node.OptionalItems("motions", "motions")) {
         ReadMotion(item);
     }
+    Notice("");
 }
 
 std::vector<RobotEntity*> Cell::Robots() const {
@@ -56,16 +72,18 @@ std::vector<RobotEntity*> Cell::Robots() const {
 }
 
 GenericEntityConfig* Cell::Find(const std::string& mechanism) const {
-    const auto found = std::find_if(mechanisms.begin(), mechanisms.end(), [&](const Mechanism& other) {
-        return other.entity->GetName() == mechanism;
-    });
-    return found != mechanisms.end() ? found->entity.get() : nullptr;
+    const auto found = mechanismOf.find(mechanism);
+    return found != mechanismOf.end() ? mechanisms[found->second].entity.get() : nullptr;
 }
 
 const System* Cell::FindSystem(std::uint64_t hash) const {
-    const auto found = std::find_if(systems.begin(), systems.end(),
-                                    [&](const System& system) { return system.Hash() == hash; });
-    return found != systems.end() ? &*found : nullptr;
+    const auto found = systemOfHash.find(hash);
+    return found != systemOfHash.end() ? &systems[found->second] : nullptr;
+}
+
+const KeyState* Cell::FindKeyState(const std::string& state) const {
+    const auto found = keyStateOf.find(state);
+    return found != keyStateOf.end() ? &keyStates[found->second] : nullptr;
 }
 
 } // namespace cell

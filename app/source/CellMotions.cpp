@@ -25,13 +25,12 @@ void Cell::ReadKeyState(const std::string& stateName, const JsonNode& item) {
     MoveTo(system, state);
     state.SetLocEuler(0, system.robot->GetCurrentTCP());
     ResetSystem(system);
+    keyStateOf.emplace(stateName, keyStates.size());
     keyStates.push_back({stateName, std::move(state)});
 }
 
 void Cell::RequireNewMotion(const JsonNode& motion) const {
-    const auto isSame = [&](const auto& other) { return other.name == motion.Text(); };
-    if (std::any_of(motions.begin(), motions.end(), isSame) ||
-        std::any_of(toolPaths.begin(), toolPaths.end(), isSame)) {
+    if (motionOf.contains(motion.Text()) || toolPathNames.contains(motion.Text())) {
         motion.Refuse("a name that no other motion has");
     }
 }
@@ -45,6 +44,7 @@ void Cell::ReadMotion(const JsonNode& item) {
         const auto described =
             std::find_if(mechanisms.begin(), mechanisms.end(),
                          [&](const Mechanism& other) { return other.entity.get() == &workpiece; });
+        toolPathNames.insert(motion.name);
         toolPaths.push_back(ReadToolPath(item, workpiece, described->node));
         return;
     }
@@ -57,6 +57,7 @@ void Cell::ReadMotion(const JsonNode& item) {
         motion.system = FindSystem(motion.keys.front().state.GetSystem());
         motion.interpolate = reader(item, motion.keys, *motion.system);
     }
+    motionOf.emplace(motion.name, motions.size());
     motions.push_back(std::move(motion));
 }
 
@@ -65,17 +66,16 @@ std::vector<std::size_t> Cell::RequireParts(const JsonNode& list) const {
     std::vector<std::size_t> parts;
     for (const JsonNode& reference : list.Items("names of motions")) {
         const std::string wanted = reference.Text();
-        const auto found = std::find_if(motions.begin(), motions.end(),
-                                        [&](const Motion& motion) { return motion.name == wanted; });
-        if (found == motions.end() || found->system == nullptr) {
+        const auto found = motionOf.find(wanted);
+        if (found == motionOf.end() || motions[found->second].system == nullptr) {
             reference.Refuse("the name of an earlier motion of one system");
         }
         for (const std::size_t part : parts) {
-            if (motions[part].system == found->system) {
+            if (motions[part].system == motions[found->second].system) {
                 reference.Refuse("a motion of another system than " + motions[part].name);
             }
         }
-        parts.push_back(static_cast<std::size_t>(found - motions.begin()));
+        parts.push_back(found->second);
     }
     if (parts.size() < 2) {
         list.Refuse("at least two motions");
@@ -86,10 +86,8 @@ std::vector<std::size_t> Cell::RequireParts(const JsonNode& list) const {
 std::vector<KeyState> Cell::RequireKeys(const JsonNode& list) const {
     std::vector<KeyState> keys;
     for (const JsonNode& reference : list.Items("names of key states")) {
-        const std::string wanted = reference.Text();
-        const auto found = std::find_if(keyStates.begin(), keyStates.end(),
-                                        [&](const KeyState& key) { return key.name == wanted; });
-        if (found == keyStates.end()) {
+        const KeyState* found = FindKeyState(reference.Text());
+        if (found == nullptr) {
             reference.Refuse("the name of one of key_states");
         }
         if (!keys.empty() && keys.front().state.GetSystem() != found->state.GetSystem()) {

@@ -13,18 +13,16 @@ void Cell::ReadMechanism(const JsonNode& item) {
         item.At("name").Refuse("a name that no other mechanism has");
     }
     const std::uint64_t hash = item.At("hash").Hash();
-    for (const Mechanism& other : mechanisms) {
-        if (other.entity->GetHashIndex() == hash) {
-            item.At("hash").Refuse("a hash that no other mechanism has (" + other.entity->GetName() +
-                                   " has this one)");
-        }
+    if (const auto other = mechanismOfHash.find(hash); other != mechanismOfHash.end()) {
+        item.At("hash").Refuse("a hash that no other mechanism has (" +
+                               mechanisms[other->second].entity->GetName() + " has this one)");
     }
     const JsonNode kind = item.At("kind");
     auto entity = RequireKind(MechanismKinds(), kind)(item, mechanism, hash);
     if (const auto placement = item.Find("placement")) {
         entity->SetRootMdlTrsf(ReadPlacement(*placement));
     }
-    mechanisms.push_back({kind.Text(), std::move(entity), item});
+    Add({kind.Text(), std::move(entity), item});
 }
 
 /// After the mounts: mounting a tool enters it into its robot's list, and the robot's document has the list
@@ -52,8 +50,11 @@ void Cell::ReadMount(const JsonNode& item) const {
     json["install_index"] = index.Value();
     try {
         carrier.AssembleOtherModel(&entity, json);
-    } catch (const std::invalid_argument& error) {
-        item.Refuse(error.what(), "a free place on a mechanism that the entity does not carry");
+    } catch (const std::invalid_argument&) {
+        const GenericEntity* taken = place->attached;
+        item.Refuse(carrier.GetName() +
+                        (taken != nullptr ? " already carries \"" + taken->GetName() + "\" there" : ""),
+                    "a free place on a mechanism that the entity does not carry");
     }
     // Pedestals find their systems, and benches their workpieces, by what stands on them.
     if (carrier.GetMechanismType() == MechanismPedestal || carrier.GetMechanismType() == MechanismBench) {
@@ -78,8 +79,7 @@ void Cell::ReadSystem(const JsonNode& item) {
     for (BenchEntity* bench : system.benches) {
         robot.AddWorkbench(bench);
     }
-    Registrar::Register(system);
-    systems.push_back(std::move(system));
+    Add(std::move(system));
 }
 
 GenericEntityConfig& Cell::RequireMechanism(const JsonNode& reference) const {

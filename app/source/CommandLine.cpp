@@ -2,7 +2,12 @@
 #include <cell/CommandLine.h>
 #include <cell/Commands.h>
 #include <cell/Completion.h>
+#include <cell/InputError.h>
+#include <cell/InstalledFile.h>
+#include <cell/ShapeFile.h>
+#include <cmath>
 #include <iostream>
+#include <new>
 #include <unistd.h>
 
 namespace cell {
@@ -23,6 +28,19 @@ struct Command {
     std::shared_ptr<Request> request;
 };
 
+/// Lets what the system refuses name the file that the command was given.
+void RunOn(const std::filesystem::path& file, const Run& command) {
+    try {
+        command();
+    } catch (const std::bad_alloc&) {
+        throw InputError(file.string(), "", "needs more memory than there is",
+                         "a file that fits into memory");
+    } catch (const std::filesystem::filesystem_error& error) {
+        const auto& about = error.path1().empty() ? file : error.path1();
+        throw InputError(about.string(), "", error.code().message(), "a file or folder that can be used");
+    }
+}
+
 /// A sub-command on a cell, which `command` runs with its request.
 template <typename Request>
 Command<Request> Add(CLI::App& app, Run& run, const char* name, const char* does, const char* examples,
@@ -30,7 +48,10 @@ Command<Request> Add(CLI::App& app, Run& run, const char* name, const char* does
     auto request = std::make_shared<Request>();
     CLI::App& line = *app.add_subcommand(name, does);
     line.footer(std::string("Examples:\n") + examples);
-    line.callback([request, command, &run] { run = [request, command] { command(*request); }; });
+    line.callback([request, command, &run] {
+        request->file = InstalledFile(request->file);
+        run = [request, command] { RunOn(request->file, [&] { command(*request); }); };
+    });
     line.add_option("CELL", request->file, file)->required();
     return {line, request};
 }
@@ -52,6 +73,17 @@ void AddFk(CLI::App& app, Run& run) {
                        CellOrArm, [](const FkRequest& wanted) { Fk(wanted, std::cin, std::cout); });
     fk.add_option("--robot", request->robot, "Robot to move, where the cell has several");
     fk.add_option("--values-deg", request->values, "Joint values a,b,... (else lines from standard input)");
+}
+
+void AddIk(CLI::App& app, Run& run) {
+    const auto [ik, request] =
+        Add<IkRequest>(app, run, "ik", "Print all joint values for poses as fk prints them, as JSON",
+                       "  mechanism-cell fk ARM --values-deg 0,-90,90,0,90,0 | mechanism-cell ik ARM\n"
+                       "  mechanism-cell ik examples/arms/ur_ur10e.json --frame flange < poses.txt",
+                       CellOrArm, [](const IkRequest& wanted) { Ik(wanted, std::cin, std::cout); });
+    ik.add_option("--robot", request->robot, "Robot to solve for, where the cell has several");
+    ik.add_option("--frame", request->frame, "Which pose of a line: tcp or flange")
+        ->check(CLI::IsMember({"tcp", "flange"}));
 }
 
 void AddPlan(CLI::App& app, Run& run) {
@@ -136,13 +168,19 @@ CommandLine::CommandLine()
           "Robot cells on the command line: what they are made of, where they reach, how they move.")) {
     app->require_subcommand(1);
     app->fallthrough();
+    app->add_option("--part-seconds", partSeconds, "How long the reading of one part file may take")
+        ->check(CLI::Range(0.001, 1e6))
+        ->capture_default_str();
     app->add_flag("--verbose", verbose, "Show the library's log on standard error");
-    app->footer("Start with:\n"
-                "  mechanism-cell info examples/cells/arc_welding.json\n"
-                "  mechanism-cell plan examples/cells/arc_welding.json\n"
-                "  mechanism-cell COMMAND --help    options and examples of a command");
+    app->footer(
+        "Start with:\n"
+        "  mechanism-cell info examples/cells/arc_welding.json\n"
+        "  mechanism-cell plan examples/cells/arc_welding.json\n"
+        "  mechanism-cell COMMAND --help    options and examples of a command\n"
+        "A cell or arm that is not found as named is looked for in the data installed with the program.");
     AddInfo(*app, run);
     AddFk(*app, run);
+    AddIk(*app, run);
     AddPlan(*app, run);
     AddPath(*app, run);
     AddSave(*app, run);
@@ -157,6 +195,7 @@ CommandLine::~CommandLine() = default;
 bool CommandLine::Parse(int argc, char** argv, bool& wrongUsage) {
     try {
         app->parse(argc, argv);
+        SetShapeTimeLimit(std::chrono::milliseconds(std::llround(partSeconds * 1000)));
         return true;
     } catch (const CLI::ParseError& error) {
         wrongUsage = app->exit(error) != 0;

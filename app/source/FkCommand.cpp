@@ -1,18 +1,15 @@
-#include <cell/Cell.h>
+#include <cell/ChooseRobot.h>
 #include <cell/Commands.h>
 #include <cell/InputError.h>
 #include <cell/JointValues.h>
+#include <cell/PoseLine.h>
 #include <cell/Text.h>
 #include <istream>
-#include <json/writer.h>
 #include <ostream>
 
 namespace cell {
 
 namespace {
-
-/// Seventeen digits carry a double there and back.
-constexpr int RoundTripDigits = 17;
 
 Json::Value ToJson(const gp_XYZ& point) {
     Json::Value json(Json::arrayValue);
@@ -45,21 +42,11 @@ Json::Value PosesToJson(const RobotEntity& robot) {
     return json;
 }
 
-RobotEntity& Choose(const Cell& cell, const FkRequest& request) {
-    const std::vector<RobotEntity*> robots = cell.Robots();
-    if (request.robot.empty()) {
-        if (robots.size() != 1) {
-            throw InputError(request.file.string(), "mechanisms", std::to_string(robots.size()) + " robots",
-                             "one, or --robot to name it");
-        }
-        return *robots.front();
-    }
-    for (RobotEntity* robot : robots) {
-        if (robot->GetName() == request.robot) {
-            return *robot;
-        }
-    }
-    throw InputError(request.file.string(), "--robot", request.robot, "the name of one of its robots");
+std::vector<double> ReadValues(const std::vector<double>& numbers, const RobotEntity& robot,
+                               const FkRequest& request, const std::string& place) {
+    return FullValues(robot, numbers, [&](const std::string& shown, const std::string& expected) {
+        throw InputError(request.file.string(), place, shown, expected);
+    });
 }
 
 std::vector<double> ReadValues(const std::string& text, const RobotEntity& robot, const FkRequest& request,
@@ -68,9 +55,7 @@ std::vector<double> ReadValues(const std::string& text, const RobotEntity& robot
     if (!numbers) {
         throw InputError(request.file.string(), place, text, "finite numbers separated by commas or blanks");
     }
-    return FullValues(robot, *numbers, [&](const std::string& shown, const std::string& expected) {
-        throw InputError(request.file.string(), place, shown, expected);
-    });
+    return ReadValues(*numbers, robot, request, place);
 }
 
 std::vector<std::vector<double>> ReadAllValues(const RobotEntity& robot, const FkRequest& request,
@@ -83,7 +68,14 @@ std::vector<std::vector<double>> ReadAllValues(const RobotEntity& robot, const F
     for (std::size_t number = 1; std::getline(in, line); ++number) {
         if (line.find_first_not_of(" \t\r") != std::string::npos) {
             const std::string place = "standard input, line " + std::to_string(number);
-            sets.push_back(ReadValues(line, robot, request, place));
+            if (line.find_first_not_of(" \t") != line.find('{')) {
+                sets.push_back(ReadValues(line, robot, request, place));
+                continue;
+            }
+            const std::string full = request.file.string() + ": " + place;
+            for (const std::vector<double>& numbers : ReadSolutions(ParseLine(line, full), full)) {
+                sets.push_back(ReadValues(numbers, robot, request, place));
+            }
         }
     }
     if (sets.empty()) {
@@ -97,13 +89,10 @@ std::vector<std::vector<double>> ReadAllValues(const RobotEntity& robot, const F
 
 void Fk(const FkRequest& request, std::istream& in, std::ostream& out) {
     const Cell cell = Cell::Load(request.file);
-    RobotEntity& robot = Choose(cell, request);
-    Json::StreamWriterBuilder writer;
-    writer["indentation"] = "";
-    writer["precision"] = RoundTripDigits;
+    RobotEntity& robot = ChooseRobot(cell, request.file, request.robot);
     for (const std::vector<double>& values : ReadAllValues(robot, request, in)) {
         MoveTo(robot, values);
-        out << Json::writeString(writer, PosesToJson(robot)) << '\n';
+        out << JsonLine(PosesToJson(robot)) << '\n';
     }
 }
 

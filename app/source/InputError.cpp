@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cell/InputError.h>
+#include <host/tools/DataHandle.h>
 
 namespace {
 
@@ -7,6 +8,7 @@ namespace {
 constexpr std::size_t LongestValue = 80;
 
 std::string OneLine(std::string text) {
+    text = DataHandle::StringToUTF8string(text);
     const auto isControl = [](unsigned char c) { return c < 0x20 || c == 0x7f; };
     std::replace_if(text.begin(), text.end(), isControl, ' ');
     return text;

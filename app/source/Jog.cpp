@@ -8,8 +8,6 @@ namespace cell {
 
 namespace {
 
-constexpr double TurnStep = 5 * RadiansPerDegree;
-constexpr double SlideStep = 50; // mm
 constexpr double FinePart = 0.1;
 /// The sixth value of a coupled wrist follows from the fifth.
 constexpr std::size_t Leader = 4;
@@ -36,6 +34,9 @@ Jog::Jog(const Cell& cell_) : cell(cell_) {
                 AxesOf(*system.benches[i]));
         }
     }
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        AddTool(i);
+    }
 }
 
 void Jog::Add(std::size_t system, EntityName entity, const std::string& owner,
@@ -52,12 +53,14 @@ void Jog::Next(int offset) {
     if (HasAxes()) {
         const auto count = static_cast<int>(axes.size());
         chosen = static_cast<std::size_t>((static_cast<int>(chosen) + offset % count + count) % count);
+        obstacle.clear();
     }
 }
 
 void Jog::Choose(std::size_t axis) {
     if (axis < axes.size()) {
         chosen = axis;
+        obstacle.clear();
     }
 }
 
@@ -66,10 +69,14 @@ void Jog::Move(int steps, bool fine) {
         return;
     }
     const Axis& axis = axes[chosen];
+    if (axis.link == nullptr) {
+        MoveTool(axis, steps * (fine ? FinePart : 1));
+        return;
+    }
     const System& system = cell.Systems()[axis.system];
     GrpState& state = states[axis.system];
     std::vector<double> values = state.GetValues(axis.entity);
-    const double step = (Slides(*axis.link) ? SlideStep : TurnStep) * (fine ? FinePart : 1);
+    const double step = (Slides(*axis.link) ? JogSlide : JogTurn) * (fine ? FinePart : 1);
     const auto& [low, high] = axis.link->GetLimit();
     values[axis.place] = std::clamp(values[axis.place] + steps * step, low, high);
     if (axis.entity == Robot && system.robot->IsCouplingRobot() && axis.place == Leader) {
@@ -103,6 +110,9 @@ std::string Jog::Text() {
         return "nothing to move";
     }
     const Axis& axis = axes[chosen];
+    if (axis.link == nullptr) {
+        return ToolText(axis);
+    }
     const auto& [low, high] = axis.link->GetLimit();
     return axis.owner + " axis " + std::to_string(axis.place + 1) + ": " +
            Shown(states[axis.system].GetValues(axis.entity)[axis.place], *axis.link) +

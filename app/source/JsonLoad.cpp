@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <cell/InputError.h>
 #include <cell/JsonNode.h>
+#include <cell/Notice.h>
 #include <fstream>
+#include <host/tools/DataHandle.h>
 #include <iterator>
 #include <json/reader.h>
 #include <sstream>
@@ -9,6 +11,10 @@
 namespace cell {
 
 namespace {
+
+constexpr std::size_t MegaByte = 1'000'000;
+/// What is larger takes a second and more.
+constexpr std::size_t LargeFile = 5 * MegaByte;
 
 /// Pipes and the like have no length that could be held to.
 std::uintmax_t LengthOf(const std::filesystem::path& file) {
@@ -23,16 +29,32 @@ std::string ReadAll(const std::filesystem::path& file) {
         throw InputError(file.string(), "", "is a folder", "a JSON file");
     }
     const std::uintmax_t length = LengthOf(file);
+    errno = 0;
     std::ifstream stream(file, std::ios::binary);
-    std::string text{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    std::string text;
+    text.resize(length);
+    stream.read(text.data(), static_cast<std::streamsize>(length));
+    text.resize(static_cast<std::size_t>(stream.gcount()));
+    text.append(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
     if (!stream.is_open() || stream.bad()) {
-        throw InputError(file.string(), "", "cannot be read", "a JSON file");
+        const std::string why = errno != 0 ? " (" + std::generic_category().message(errno) + ")" : "";
+        throw InputError(file.string(), "", "cannot be read" + why, "a JSON file");
     }
     if (length > 0 && (text.size() != length || LengthOf(file) != length)) {
         throw InputError(file.string(), "", "changed its length while it was read",
                          "a file that stays as it is");
     }
     return text;
+}
+
+/// What is not UTF-8 would spoil names, messages and every document that is written from them.
+void RequireText(const std::filesystem::path& file, const std::string& text) {
+    const std::string utf8 = DataHandle::StringToUTF8string(text);
+    if (utf8 != text) {
+        const auto wrong = std::mismatch(text.begin(), text.end(), utf8.begin()).first;
+        const std::string line = "Line " + std::to_string(1 + std::count(text.begin(), wrong, '\n'));
+        throw InputError(file.string(), line, "a byte that is no part of a character", "UTF-8");
+    }
 }
 
 // The parser's report is "* Line 3, Column 5\n  Message\n..."; the first entry is the cause, the rest follows
@@ -55,6 +77,10 @@ std::string ReadAll(const std::filesystem::path& file) {
 
 JsonNode JsonNode::Load(const std::filesystem::path& file) {
     const std::string text = ReadAll(file);
+    if (text.size() > LargeFile) {
+        Notice("reading " + file.string() + ", " + std::to_string(text.size() / MegaByte) + " MB");
+    }
+    RequireText(file, text);
     auto document = std::make_shared<Document>();
     document->file = file;
     Json::CharReaderBuilder builder;

@@ -2,6 +2,7 @@
 #include <cell/InputError.h>
 #include <cell/JsonNode.h>
 #include <cmath>
+#include <host/tools/DataHandle.h>
 #include <json/writer.h>
 #include <limits>
 
@@ -15,7 +16,24 @@ constexpr int ShownDigits = 15;
 /// Beyond a kilometre (mm) there is no cell, and solids lose their precision.
 constexpr double FarthestOut = 1e6;
 
-std::string Compact(const Json::Value& value) {
+/// The first elements and the depth that a message can show at all.
+constexpr Json::ArrayIndex ShownElements = 50;
+constexpr int ShownDepth = 3;
+
+Json::Value Beginning(const Json::Value& value, int depth) {
+    if (!value.isArray() && !value.isObject()) {
+        return value;
+    }
+    Json::Value beginning(value.type());
+    for (auto it = value.begin(); depth > 0 && it != value.end() && beginning.size() < ShownElements; ++it) {
+        (value.isArray() ? beginning.append(Json::Value()) : beginning[it.name()]) =
+            Beginning(*it, depth - 1);
+    }
+    return beginning;
+}
+
+std::string Compact(const Json::Value& whole) {
+    const Json::Value value = Beginning(whole, ShownDepth);
     Json::StreamWriterBuilder writer;
     writer["indentation"] = "";
     writer["precision"] = ShownDigits;
@@ -50,8 +68,9 @@ std::vector<JsonNode> JsonNode::Items(const std::string& what) const {
         Refuse("a list of " + what);
     }
     std::vector<JsonNode> items;
-    for (Json::ArrayIndex i = 0; i < value->size(); ++i) {
-        items.push_back({document, &(*value)[i], path + "[" + std::to_string(i) + "]"});
+    items.reserve(value->size());
+    for (auto it = value->begin(); it != value->end(); ++it) {
+        items.push_back({document, &*it, path + "[" + std::to_string(items.size()) + "]"});
     }
     return items;
 }
@@ -67,6 +86,7 @@ std::vector<std::pair<std::string, JsonNode>> JsonNode::Members() const {
     }
     std::vector<std::pair<std::string, JsonNode>> members;
     for (const std::string& key : value->getMemberNames()) {
+        RequireUtf8(key);
         members.emplace_back(key, At(key));
     }
     return members;
@@ -81,6 +101,14 @@ void JsonNode::OnlyKeys(const std::vector<const char*>& known) const {
             }
             member.Refuse("unknown key", "one of " + list);
         }
+    }
+}
+
+/// Half of a character, written as an escape, passes the parser.
+void JsonNode::RequireUtf8(const std::string& text) const {
+    const std::string utf8 = DataHandle::StringToUTF8string(text);
+    if (utf8 != text) {
+        Refuse(utf8, "whole characters");
     }
 }
 
@@ -111,6 +139,7 @@ std::string JsonNode::Text() const {
     if (!value->isString() || value->asString().empty()) {
         Refuse("a text that is not empty");
     }
+    RequireUtf8(value->asString());
     return value->asString();
 }
 
@@ -136,9 +165,16 @@ std::uint64_t JsonNode::Hash() const {
 }
 
 std::vector<double> JsonNode::Numbers() const {
+    if (!value->isArray()) {
+        Refuse("a list of numbers");
+    }
     std::vector<double> numbers;
-    for (const JsonNode& item : Items("numbers")) {
-        numbers.push_back(item.Number());
+    numbers.reserve(value->size());
+    for (const Json::Value& item : *value) {
+        if (!item.isNumeric() || !std::isfinite(item.asDouble())) {
+            Items("numbers")[numbers.size()].Number(); // refuses it by its place
+        }
+        numbers.push_back(item.asDouble());
     }
     return numbers;
 }

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cell/Kinds.h>
+#include <cell/LineMotion.h>
 #include <cell/SystemValues.h>
 #include <cell/Text.h>
 #include <cmath>
@@ -48,32 +49,57 @@ Interpolation ReadJointSteps(const JsonNode& item, const std::vector<KeyState>& 
     };
 }
 
-std::vector<GrpState> FillGaps(const std::vector<GrpState>& states, double gap) {
+using FillLeg = std::function<std::vector<GrpState>(const GrpState& from, const GrpState& to)>;
+
+std::vector<GrpState> FillLegs(const std::vector<GrpState>& states, const FillLeg& fill) {
     std::vector<GrpState> filled = {states.front()};
     for (std::size_t i = 0; i + 1 < states.size(); ++i) {
-        const auto piece = InterpHandle::InterpolationPtsByPosGap(states[i], states[i + 1], gap);
-        filled.insert(filled.end(), piece.begin() + 1, piece.end());
+        const auto leg = fill(states[i], states[i + 1]);
+        filled.insert(filled.end(), leg.begin() + 1, leg.end());
     }
     return filled;
 }
 
-Interpolation ReadTcpGap(const JsonNode& item, const std::vector<KeyState>& keys, const System& /*system*/) {
-    item.OnlyKeys({"name", "kind", "states", "gap_mm"});
-    const JsonNode node = item.At("gap_mm");
-    const double gap = node.Positive();
+/// A distance between tool centres that fills the motion with a reasonable number of states.
+double ReadSpacing(const JsonNode& item, const char* key, const std::vector<KeyState>& keys) {
+    item.OnlyKeys({"name", "kind", "states", key});
+    const JsonNode node = item.At(key);
+    const double spacing = node.Positive();
     double count = 0;
     for (std::size_t i = 0; i + 1 < keys.size(); ++i) {
-        count += Distance(keys[i].state, keys[i + 1].state) / gap;
+        count += Distance(keys[i].state, keys[i + 1].state) / spacing;
     }
     RequireReasonableCount(node, count);
-    return [gap](const std::vector<GrpState>& states) { return FillGaps(states, gap); };
+    return spacing;
+}
+
+Interpolation ReadTcpGap(const JsonNode& item, const std::vector<KeyState>& keys, const System& system) {
+    const double gap = ReadSpacing(item, "gap_mm", keys);
+    return [gap, &system, list = item.At("states")](const std::vector<GrpState>& states) {
+        return FillLegs(states, [&](const GrpState& from, const GrpState& to) {
+            std::vector<GrpState> leg = InterpHandle::InterpolationPtsByPosGap(from, to, gap);
+            if (leg.size() > 2) {
+                SolveLeg(list, system, leg);
+            }
+            return leg;
+        });
+    };
+}
+
+Interpolation ReadLinear(const JsonNode& item, const std::vector<KeyState>& keys, const System& system) {
+    const double spacing = ReadSpacing(item, "spacing_mm", keys);
+    return [spacing, &system, list = item.At("states")](const std::vector<GrpState>& states) {
+        return FillLegs(states, [&](const GrpState& from, const GrpState& to) {
+            return FillLine(list, system, from, to, spacing);
+        });
+    };
 }
 
 } // namespace
 
 const std::map<std::string, MotionReader>& MotionKinds() {
-    static const std::map<std::string, MotionReader> kinds = {{"joint_steps", ReadJointSteps},
-                                                              {"tcp_gap", ReadTcpGap}};
+    static const std::map<std::string, MotionReader> kinds = {
+        {"joint_steps", ReadJointSteps}, {"linear", ReadLinear}, {"tcp_gap", ReadTcpGap}};
     return kinds;
 }
 

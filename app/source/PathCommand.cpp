@@ -40,7 +40,8 @@ Json::Value ToJson(const Cell& cell, const ToolPath& path, const WorkedPath& wor
 
 } // namespace
 
-void WritePath(const PathRequest& request, std::ostream& out) {
+void WritePath(const PathRequest& request, std::ostream& standard) {
+    std::ostream& out = RemarksBeside(request.target, standard);
     const Cell cell = Cell::Load(request.file);
     const ToolPath& path = Choose(cell, request);
     const WorkedPath worked = WorkUp(path);

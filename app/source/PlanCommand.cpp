@@ -64,13 +64,15 @@ Json::Value TableToJson(const std::vector<PlannedMotion>& plan) {
 
 } // namespace
 
-void Plan(const PlanRequest& request, std::ostream& out) {
+void Plan(const PlanRequest& request, std::ostream& standard) {
     const Cell cell = Cell::Load(request.file);
     if (cell.Motions().empty()) {
         cell.Node().Refuse("no motions", "at least one under motions that moves a system");
     }
     std::vector<PlannedMotion> plan = PlanMotions(cell, ProgressLine(request.progress));
-    WriteWhole(request.folder / "trace.json", JsonText(TraceToJson(cell, plan)));
+    const bool straight = IsStandardOutput(request.folder);
+    WriteWhole(straight ? request.folder : request.folder / "trace.json", JsonText(TraceToJson(cell, plan)));
+    std::ostream& out = RemarksBeside(request.folder, standard);
     if (request.json) {
         out << JsonText(TableToJson(plan));
     } else {

@@ -174,7 +174,8 @@ void RenderFrames(const RenderRequest& request, const Cell& cell, std::vector<Pl
 } // namespace
 
 void Render(const RenderRequest& request) {
-    if (request.picture.extension() != ".png") {
+    const bool toFiles = request.frames > 0 && !request.sheet;
+    if (request.picture.extension() != ".png" && (toFiles || !IsStandardOutput(request.picture))) {
         throw InputError(request.picture.string(), "--out", request.picture.extension().string(),
                          "a name that ends in .png");
     }

@@ -5,6 +5,7 @@
 #include <cell/SavedMechanism.h>
 #include <cell/Text.h>
 #include <ostream>
+#include <regex>
 
 namespace fs = std::filesystem;
 
@@ -41,7 +42,14 @@ void SaveInto(const Cell& cell, const fs::path& folder) {
         items[i] = InlinedItem(mechanism.node, folder);
         SaveMechanism(*mechanism.entity, folder, FolderName, items[i]);
     }
-    WriteWhole(folder / CellName, JsonText(json));
+    WriteText(folder / CellName, JsonText(json));
+}
+
+/// Whether save writes files of this name.
+bool IsSaved(const std::string& name) {
+    static const std::regex names(
+        R"(cell\.json|mechanisms(/shape-\d+\.\w+|/[^/]+-\d+(\.json|/[^/]+\.(json|brep))?)?)");
+    return std::regex_match(name, names);
 }
 
 } // namespace
@@ -49,8 +57,7 @@ void SaveInto(const Cell& cell, const fs::path& folder) {
 void Save(const SaveRequest& request, std::ostream& out) {
     const Cell cell = Cell::Load(request.file);
     cell.Node().At("mechanisms"); // an arm alone is not a cell
-    WriteFolder(request.folder, {CellName, FolderName},
-                [&](const fs::path& beside) { SaveInto(cell, beside); });
+    WriteFolder(request.folder, IsSaved, [&](const fs::path& folder) { SaveInto(cell, folder); });
     out << "saved " << cell.Mechanisms().size() << " mechanisms of \"" << cell.Name() << "\" in "
         << request.folder.string() << '\n';
 }

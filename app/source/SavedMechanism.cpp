@@ -33,6 +33,10 @@ void RestoreDocument(GenericEntityConfig& entity, const JsonNode& document) {
     if (hash.Hash() != entity.GetHashIndex()) {
         hash.Refuse(std::to_string(entity.GetHashIndex()) + ", the hash of " + entity.GetName());
     }
+    const int kind = entity.GetMechanismType();
+    if (const auto type = document.Find("type"); type && type->Value() != kind) {
+        type->Refuse(std::to_string(kind));
+    }
     try {
         entity.LoadFromJson(document.Value());
     } catch (const std::exception& error) {
@@ -96,7 +100,7 @@ void SaveMechanism(GenericEntityConfig& entity, const fs::path& base, const std:
     if (!fs::exists(base / package / "manifest.json")) {
         throw InputError((base / package).string(), "", "cannot be written", "room for the package");
     }
-    WriteWhole(base / (package + ".json"), JsonText(document));
+    WriteText(base / (package + ".json"), JsonText(document));
     item["document"] = package + ".json";
     item["package"] = package;
 }

@@ -1,18 +1,20 @@
-#include <BRepTools.hxx>
-#include <BRep_Builder.hxx>
-#include <RWStl.hxx>
-#include <STEPControl_Reader.hxx>
+#include <BRepAdaptor_Curve.hxx>
+#include <BRepBndLib.hxx>
+#include <BRep_Tool.hxx>
+#include <BinTools.hxx>
+#include <Bnd_Box.hxx>
+#include <GCPnts_AbscissaPoint.hxx>
 #include <Standard_Failure.hxx>
 #include <TopExp_Explorer.hxx>
-#include <TopoDS_Face.hxx>
+#include <TopoDS.hxx>
 #include <algorithm>
+#include <cell/ChildProcess.h>
 #include <cell/InputError.h>
+#include <cell/Notice.h>
 #include <cell/ShapeFile.h>
-#include <cstdint>
-#include <cstring>
-#include <fstream>
-#include <iterator>
-#include <map>
+#include <cell/ShapeFormats.h>
+#include <cmath>
+#include <host/view/TriangleModel.h>
 #include <sstream>
 
 namespace fs = std::filesystem;
@@ -21,112 +23,95 @@ namespace cell {
 
 namespace {
 
-TopoDS_Shape ReadStep(const fs::path& file) {
-    STEPControl_Reader reader;
-    if (reader.ReadFile(file.string().c_str()) != IFSelect_RetDone) {
-        return {};
-    }
-    reader.TransferRoots();
-    return reader.OneShape();
+/// Beyond a kilometre (mm) there is no cell.
+constexpr double FarthestOut = 1e6;
+
+/// Large assemblies take a minute; what takes longer is broken more often than it is large.
+std::chrono::milliseconds timeLimit = std::chrono::seconds(120);
+
+[[noreturn]] void RefuseEmpty(const fs::path& file) {
+    throw InputError(file.string(), "", "holds no faces",
+                     "a shape in the format of its extension, " + file.extension().string());
 }
 
-std::string Content(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+void RequireReasonableSize(const TopoDS_Shape& shape, const fs::path& file) {
+    Bnd_Box box;
+    BRepBndLib::AddOptimal(shape, box, Standard_False);
+    if (box.IsVoid()) { // triangles without a surface
+        BRepBndLib::Add(shape, box);
+    }
+    const auto isOutside = [](const gp_Pnt& p) {
+        return !(std::max({std::abs(p.X()), std::abs(p.Y()), std::abs(p.Z())}) <= FarthestOut);
+    };
+    if (box.IsVoid() || box.IsOpen() || isOutside(box.CornerMin()) || isOutside(box.CornerMax())) {
+        throw InputError(file.string(), "", "is not within 1000000 mm of its origin",
+                         "a part of a robot cell");
+    }
 }
 
-/// The kernel's reader takes the numbers that a cut file no longer has from memory it never set, and makes
-/// room for that many things. Whole files end each of their shapes with a star, and then name the last one.
-bool IsWholeBRep(const fs::path& file) {
-    const std::string text = Content(file);
-    const auto start = text.rfind("\nTShapes ");
-    if (start == std::string::npos) {
-        return false;
-    }
-    std::istringstream words(text.substr(start));
-    std::string word;
-    long shapes = 0;
-    words >> word >> shapes;
-    while (shapes > 0 && words >> word) {
-        shapes -= word == "*" ? 1 : 0;
-    }
-    int last = 0;
-    int location = 0;
-    return shapes == 0 && words >> last >> location;
-}
-
-TopoDS_Shape ReadBRep(const fs::path& file) {
-    if (!IsWholeBRep(file)) {
-        return {};
-    }
+TopoDS_Shape Unpacked(const std::string& bytes) {
+    std::istringstream stream(bytes);
     TopoDS_Shape shape;
-    const bool isWhole = BRepTools::Read(shape, file.string().c_str(), BRep_Builder());
-    return isWhole ? shape : TopoDS_Shape();
+    BinTools::Read(shape, stream);
+    return shape;
 }
 
-/// The kernel's reader keeps what a cut file still holds. Binary files tell their length, texts end by name.
-bool IsWholeStl(const fs::path& file) {
-    constexpr std::size_t Header = 80;
-    constexpr std::uintmax_t Facet = 50;
-    const std::string bytes = Content(file);
-    std::uint32_t facets = 0;
-    if (bytes.size() >= Header + sizeof facets) {
-        std::memcpy(&facets, bytes.data() + Header, sizeof facets);
-        if (bytes.size() == Header + sizeof facets + facets * Facet) {
-            return true;
+/// What commands do with a part later, no finer than they do it: where that crashes or hangs, it is to happen
+/// in the child. Done on the shape that the parent will get.
+void Rehearse(const TopoDS_Shape& shape) {
+    constexpr double FinestDeflection = 0.05; // mm
+    for (TopExp_Explorer edges(shape, TopAbs_EDGE); edges.More(); edges.Next()) {
+        const TopoDS_Edge& edge = TopoDS::Edge(edges.Current());
+        if (!BRep_Tool::Degenerated(edge)) {
+            GCPnts_AbscissaPoint::Length(BRepAdaptor_Curve(edge));
         }
     }
-    return bytes.find("endsolid") != std::string::npos;
+    const TriangleModel rehearsed(shape, FinestDeflection);
 }
 
-/// Triangles alone: one face that has no surface.
-TopoDS_Shape ReadStl(const fs::path& file) {
-    if (!IsWholeStl(file)) {
-        return {};
+std::string ReadInChild(const fs::path& file) {
+    try {
+        const TopoDS_Shape shape = ReadShapeUnguarded(file);
+        if (shape.IsNull() || !TopExp_Explorer(shape, TopAbs_FACE).More()) {
+            RefuseEmpty(file);
+        }
+        RequireReasonableSize(shape, file);
+        std::ostringstream bytes;
+        BinTools::Write(shape, bytes);
+        Rehearse(Unpacked(bytes.str()));
+        return bytes.str();
+    } catch (const Standard_Failure&) { // broken files make readers stumble in many ways
+        RefuseEmpty(file);
+    } catch (const std::ios::failure&) {
+        RefuseEmpty(file);
     }
-    const opencascade::handle<Poly_Triangulation> triangles = RWStl::ReadFile(file.string().c_str());
-    if (triangles.IsNull() || triangles->NbTriangles() == 0) {
-        return {};
-    }
-    TopoDS_Face face;
-    BRep_Builder().MakeFace(face, triangles);
-    return face;
-}
-
-using Reader = TopoDS_Shape (*)(const fs::path&);
-
-Reader RequireReader(const JsonNode& name, const fs::path& file) {
-    static const std::map<std::string, Reader> readers = {
-        {".step", ReadStep}, {".stp", ReadStep}, {".brep", ReadBRep}, {".stl", ReadStl}};
-    std::string extension = file.extension().string();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    const auto found = readers.find(extension);
-    if (found == readers.end()) {
-        name.Refuse("a file that ends in .step, .stp, .brep or .stl");
-    }
-    return found->second;
 }
 
 } // namespace
 
+void SetShapeTimeLimit(std::chrono::milliseconds limit) { timeLimit = limit; }
+
+TopoDS_Shape ReadShape(const fs::path& file) {
+    if (std::error_code error; !fs::is_regular_file(file, error)) {
+        throw InputError(file.string(), "",
+                         error ? "cannot be read (" + error.message() + ")" : "cannot be read",
+                         "a file with a shape");
+    }
+    Notice("reading " + file.string());
+    try {
+        return Unpacked(RunInChild([&] { return ReadInChild(file); }, timeLimit));
+    } catch (const ChildFailure& failure) {
+        throw InputError(file.string(), "", failure.what(),
+                         "a whole shape, or --part-seconds for one that takes long");
+    }
+}
+
 TopoDS_Shape ReadShape(const JsonNode& name) {
     const fs::path file = name.File().parent_path() / name.Text();
-    const Reader reader = RequireReader(name, file);
-    if (!fs::is_regular_file(file)) {
-        throw InputError(file.string(), "", "cannot be read", "a file with a shape");
+    if (!IsReadableShapeName(file)) {
+        name.Refuse("a file that ends in .step, .stp, .brep or .stl");
     }
-    TopoDS_Shape shape;
-    try {
-        shape = reader(file);
-    } catch (const Standard_Failure&) {
-        shape.Nullify(); // broken files make readers stumble in many ways
-    }
-    if (shape.IsNull() || !TopExp_Explorer(shape, TopAbs_FACE).More()) {
-        throw InputError(file.string(), "", "holds no faces",
-                         "a shape in the format of its extension, " + file.extension().string());
-    }
-    return shape;
+    return ReadShape(file);
 }
 
 } // namespace cell

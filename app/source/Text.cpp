@@ -64,6 +64,13 @@ std::string JsonText(const Json::Value& json) {
     return Json::writeString(writer, json) + "\n";
 }
 
+std::string JsonLine(const Json::Value& json) {
+    Json::StreamWriterBuilder writer;
+    writer["indentation"] = "";
+    writer["precision"] = RoundTripDigits;
+    return Json::writeString(writer, json);
+}
+
 std::optional<std::vector<double>> ParseNumbers(std::string_view text) {
     std::vector<double> numbers;
     while (true) {

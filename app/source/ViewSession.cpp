@@ -1,3 +1,4 @@
+#include <cell/InputError.h>
 #include <cell/OutputFile.h>
 #include <cell/SystemValues.h>
 #include <cell/Text.h>
@@ -121,8 +122,12 @@ void ViewSession::Advance() {
 void ViewSession::SavePicture() {
     const std::string name = cell.Name() + "_" + std::to_string(++pictures) + ".png";
     ShowStatus(); // without the note of the picture before
-    WriteWhole(name, [&](const std::filesystem::path& beside) { return viewer.Save(beside); });
-    ShowStatus("saved " + name);
+    try {
+        WriteWhole(name, [&](const std::filesystem::path& file) { return viewer.Save(file); });
+        ShowStatus("saved " + name);
+    } catch (const InputError& error) {
+        ShowStatus(error.what());
+    }
 }
 
 std::string ViewSession::MotionText() const {

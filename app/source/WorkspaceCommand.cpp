@@ -24,7 +24,8 @@ void RequireNames(const WorkspaceRequest& request) {
         throw InputError(request.target.string(), "--out", request.target.extension().string(),
                          "a name that ends in .step, .stp, .brep, .stl or .png");
     }
-    if (!request.section.empty() && request.section.extension() != PlotEnd) {
+    if (!request.section.empty() && request.section.extension() != PlotEnd &&
+        !IsStandardOutput(request.section)) {
         throw InputError(request.section.string(), "--section", request.section.extension().string(),
                          "a name that ends in .svg");
     }
@@ -50,7 +51,8 @@ void Draw(const Cell& cell, const Reach& reach, const std::filesystem::path& pic
 
 } // namespace
 
-void WriteWorkspace(const WorkspaceRequest& request, std::ostream& out) {
+void WriteWorkspace(const WorkspaceRequest& request, std::ostream& standard) {
+    std::ostream& out = RemarksBeside(request.section, standard);
     RequireNames(request);
     const Cell cell = Cell::Load(request.file);
     const Reach reach = ReachOf(cell, RequireRobot(cell, request.robot));

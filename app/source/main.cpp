@@ -3,6 +3,8 @@
 #include <Standard_Failure.hxx>
 #include <cell/CommandLine.h>
 #include <cell/InputError.h>
+#include <cell/Notice.h>
+#include <cell/Signals.h>
 #include <csignal>
 #include <cstdlib>
 #include <functional>
@@ -38,8 +40,16 @@ void SetUpLog(bool verbose) {
 /// Red where somebody looks on; what reads along gets the bare line.
 int Report(const std::string& line) {
     const bool coloured = isatty(STDERR_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr;
+    cell::Notice("");
     std::cerr << (coloured ? "\033[31m" : "") << line << (coloured ? "\033[0m" : "") << '\n';
     return WrongInput;
+}
+
+/// One line that changes, for somebody who looks on.
+void ShowNotices() {
+    if (isatty(STDERR_FILENO) != 0) {
+        cell::SetNotice([](const std::string& text) { std::cerr << "\r\033[K" << text << std::flush; });
+    }
 }
 
 int Guarded(const std::function<void()>& command) {
@@ -66,8 +76,10 @@ int main(int argc, char** argv) {
     if (!line.Parse(argc, argv, wrongUsage)) {
         return wrongUsage ? WrongUsage : Done;
     }
+    cell::RemoveScratchOnSignals();
     SetUpLog(line.Verbose());
     SilenceKernel();
+    ShowNotices();
     // A file that may not grow is reported like a full disk instead of ending the program half way.
     std::signal(SIGXFSZ, SIG_IGN);
     return Guarded([&] { line.Run(); });

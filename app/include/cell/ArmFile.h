@@ -21,7 +21,7 @@ struct ArmDescription {
     int structure; ///< 0 not stated, 1 and 2 the two arm structures
     bool coupled;  ///< the sixth of its seven values is minus the fifth
     std::vector<ArmJoint> joints;
-    Rigid flange;  ///< in the robot's frame at zero
+    Rigid flange;  ///< in the robot's frame at zero, Z along the last joint's axis
     JsonNode node; ///< where it was read
 };
 

@@ -10,6 +10,8 @@
 #include <mechanism/RobotEntity.h>
 #include <memory>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace cell {
@@ -61,12 +63,16 @@ public:
 
     /// Null where no mechanism has that name.
     GenericEntityConfig* Find(const std::string& mechanism) const;
+    /// Null where no key state has that name.
+    const KeyState* FindKeyState(const std::string& state) const;
     /// The system with that hash, or null.
     const System* FindSystem(std::uint64_t hash) const;
 
 private:
     explicit Cell(JsonNode node_) : node(std::move(node_)) {}
 
+    void Add(Mechanism mechanism);
+    void Add(System system);
     void ReadArmAlone();
     void ReadCell();
     void ReadMechanism(const JsonNode& item);
@@ -92,6 +98,13 @@ private:
     std::vector<KeyState> keyStates;
     std::vector<Motion> motions;
     std::vector<ToolPath> toolPaths;
+    /// Places in the lists above: files may refer to thousands of them by name.
+    std::unordered_map<std::string, std::size_t> mechanismOf;
+    std::unordered_map<std::uint64_t, std::size_t> mechanismOfHash;
+    std::unordered_map<std::uint64_t, std::size_t> systemOfHash;
+    std::unordered_map<std::string, std::size_t> keyStateOf;
+    std::unordered_map<std::string, std::size_t> motionOf;
+    std::unordered_set<std::string> toolPathNames;
 };
 
 } // namespace cell

@@ -28,6 +28,7 @@ public:
 private:
     std::unique_ptr<CLI::App> app;
     bool verbose = false;
+    double partSeconds = 120;
     std::function<void()> run;
 };
 

@@ -18,11 +18,21 @@ void Info(const InfoRequest& request, std::ostream& out);
 
 struct FkRequest {
     std::filesystem::path file;
-    std::string robot;                 ///< empty: the cell's only robot
-    std::optional<std::string> values; ///< degrees; none: one set a line from `in`
+    std::string robot; ///< empty: the cell's only robot
+    /// Degrees; none: one set a line from `in`, or the solutions of inverse kinematics.
+    std::optional<std::string> values;
 };
 /// Prints one JSON object a set of values: flange, tool centre and joint origins in the world.
 void Fk(const FkRequest& request, std::istream& in, std::ostream& out);
+
+struct IkRequest {
+    std::filesystem::path file;
+    std::string robot;         ///< empty: the cell's only robot
+    std::string frame = "tcp"; ///< which pose of a line to solve for: "tcp" or "flange"
+};
+/// Prints one JSON object a line of `in`, each a pose in the world as Fk prints it: all joint values that
+/// lead there, whole turns within the limits included. Lines before a faulty one are answered.
+void Ik(const IkRequest& request, std::istream& in, std::ostream& out);
 
 struct PlanRequest {
     std::filesystem::path file;

@@ -67,6 +67,7 @@ private:
     JsonNode(std::shared_ptr<const Document> document_, const Json::Value* value_, std::string path_)
         : document(std::move(document_)), value(value_), path(std::move(path_)) {}
 
+    void RequireUtf8(const std::string& text) const;
     JsonNode Member(const std::string& key, const Json::Value* member) const;
 
     std::shared_ptr<const Document> document;

@@ -23,6 +23,9 @@ std::string Spaced(const std::vector<double>& numbers, int decimals);
 /// A JSON document with the digits that carry every number there and back, and a line end.
 std::string JsonText(const Json::Value& json);
 
+/// The same on one line, without a line end.
+std::string JsonLine(const Json::Value& json);
+
 /// Numbers separated by commas or blanks; nothing where any part is no finite number.
 std::optional<std::vector<double>> ParseNumbers(std::string_view text);
 
