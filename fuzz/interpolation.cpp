@@ -1,4 +1,5 @@
 #include <Standard_Failure.hxx>
+#include <climits>
 #include <fuzz/Documents.h>
 #include <fuzz/Quiet.h>
 #include <host/tools/gpHandle.h>
@@ -14,6 +15,8 @@ using namespace InterpHandle;
 constexpr std::uint64_t System = 5;
 /// Larger answers than this are left out: they cost time and show nothing new.
 constexpr double MostParts = 2000;
+/// What that comes to at most: orientations count by their own step, down to 0.0001.
+constexpr std::size_t MostSamples = 20000;
 
 double Number(FuzzedDataProvider& bytes) {
     switch (bytes.ConsumeIntegralInRange(0, 3)) {
@@ -26,11 +29,12 @@ double Number(FuzzedDataProvider& bytes) {
     }
 }
 
-/// A step that a million samples do not fit into by the length of what it divides, or one of any kind.
+/// A step of any kind, made longer where it would ask for more samples than most but not for so many that
+/// they are refused.
 double Step(FuzzedDataProvider& bytes, double length, double most = MostParts) {
     const double step = Number(bytes);
     const double parts = std::abs(length / step);
-    return parts > most && parts <= MostSamples ? length / most : step;
+    return parts > most && parts <= INT_MAX ? length / most : step;
 }
 
 gp_Pnt Point(FuzzedDataProvider& bytes) { return {Number(bytes), Number(bytes), Number(bytes)}; }
@@ -123,7 +127,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                                                                        BetweenVectors, AlongPath};
     FuzzedDataProvider bytes(data, size);
     try {
-        fuzz::Require(bytes.PickValueInArray(Subjects)(bytes) <= MostSamples + 2U);
+        fuzz::Require(bytes.PickValueInArray(Subjects)(bytes) <= MostSamples);
     } catch (const std::invalid_argument&) {
     } catch (const Standard_Failure&) {
     }
