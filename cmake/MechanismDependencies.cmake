@@ -3,7 +3,6 @@
 include(CMakeFindDependencyMacro)
 
 find_dependency(OpenCASCADE)
-find_dependency(jsoncpp)
 find_dependency(fmt)
 find_dependency(spdlog)
 
@@ -23,8 +22,6 @@ mechanism_wrap_occt(occt_modeling mechanism::occt_geometry
                     TKGeomAlgo TKTopAlgo TKPrim TKBO TKBool TKFillet TKOffset TKMesh TKShHealing)
 mechanism_wrap_occt(occt_view mechanism::occt_modeling TKService TKV3d)
 
-# jsoncpp's config may leave its include directories unset when it is a system package.
-if(NOT TARGET mechanism::json)
-  add_library(mechanism::json INTERFACE IMPORTED)
-  target_link_libraries(mechanism::json INTERFACE JsonCpp::JsonCpp)
-endif()
+list(APPEND CMAKE_MODULE_PATH ${CMAKE_CURRENT_LIST_DIR})
+find_dependency(MechanismJson MODULE)
+list(POP_BACK CMAKE_MODULE_PATH)
