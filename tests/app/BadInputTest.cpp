@@ -95,6 +95,10 @@ const Fault ArmFaults[] = {
     {".joints[0].axis", "[0, 0, -1]", "fit arm_structure"},
     {".joints[3].min_deg", "500", "at most max_deg"},
     {".flange.x_axis", "[0.6, 0, 0.8]", "perpendicular"},
+    {".flange.z_axis", "[0, 1, 0]",
+     "[0,1,0], expected [1,0,0], the last joint's axis: turn the flange by 90 "
+     "degrees about [0,0,-1], which makes x_axis [0,0,-1]"},
+    {".flange.z_axis", "[-1, 0, 0]", "by 180 degrees about [0,0,1], which makes x_axis [0,0,-1]"},
 };
 INSTANTIATE_TEST_SUITE_P(Arm, BadArm, testing::ValuesIn(ArmFaults));
 
@@ -168,7 +172,7 @@ const Fault CellFaults[] = {
     {".key_states.home.values_deg", "[1, 2]", "2 values, expected 6"},
     {".key_states.home.values_deg", "[0, 0, 65.01, 0, 0, 0]",
      "65.01 degrees at joint 3 of welder, expected from -60.0001 to 65.0021"},
-    {".motions[0].kind", "\"jump\"", "one of joint_steps, tcp_gap"},
+    {".motions[0].kind", "\"jump\"", "one of joint_steps, linear, tcp_gap"},
     {".motions[1].name", "\"approach\"", "no other motion"},
     {".motions[0].states[1]", "\"lost\"", "one of key_states"},
     {".motions[0].states", "[\"home\"]", "at least two"},
@@ -212,7 +216,8 @@ TEST(BadTool, WhoseNumbersContradictEachOtherIsRefused) {
 TEST(BadText, IsReportedWithTheFile) {
     const Folder folder;
     const auto report = [&](const std::string& text) { return ReportOf(folder.Write("text.json", text)); };
-    EXPECT_THAT(ReportOf(folder.path / "absent.json"), HasSubstr("absent.json: cannot be read, expected"));
+    EXPECT_THAT(ReportOf(folder.path / "absent.json"),
+                HasSubstr("absent.json: cannot be read (No such file or directory), expected"));
     EXPECT_THAT(ReportOf(folder.path), HasSubstr("is a folder"));
     // The kernel's tables say a page and give a line: a file that shrank between the two looks the same.
     if (const std::filesystem::path table = "/sys/devices/system/cpu/online"; exists(table)) {
@@ -221,6 +226,8 @@ TEST(BadText, IsReportedWithTheFile) {
     EXPECT_THAT(report(""), AllOf(HasSubstr("text.json: Line 1"), HasSubstr("expected a JSON document")));
     EXPECT_THAT(report("{\"name\": \n oops}"), AllOf(HasSubstr("Line 2"), Not(HasSubstr("\n"))));
     EXPECT_THAT(report(R"({"name": "a", "name": "b"})"), HasSubstr("Duplicate key: 'name'"));
+    EXPECT_THAT(report("{\n\"name\": \"\xC3\"}"), HasSubstr("Line 2: a byte that is no part of a character"));
+    EXPECT_THAT(report(R"({"name": "\udc00", "mechanisms": []})"), HasSubstr("name: "));
     EXPECT_THAT(report("{} {}"), HasSubstr("expected a JSON document"));
     EXPECT_THAT(report(R"({"name": NaN})"), HasSubstr("expected a JSON document"));
     EXPECT_THAT(report("[1]"), HasSubstr("[1], expected an object"));

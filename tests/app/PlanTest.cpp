@@ -5,12 +5,12 @@
 #include <cell/StateFile.h>
 #include <cell/SystemValues.h>
 #include <cmath>
+#include <host/tools/gpHandle.h>
 
 using namespace cell;
 
 namespace {
 
-constexpr double PoseTolerance = 1e-9; // mm: the same kinematics on the same values
 /// Joint motion between neighbouring states 5 mm of chord apart leaves the chord by less than this factor.
 constexpr double Bulge = 1.25;
 constexpr double Gap = 5;
@@ -63,12 +63,24 @@ TEST_F(PlanTest, MotionsPassTheirKeyStatesWithinTheirSteps) {
     }
 }
 
-TEST_F(PlanTest, StatesOfJointStepsCarryTheToolCentreOfTheirValues) {
-    PlannedMotion& approach = plan.front();
-    for (GrpState& state : approach.states) {
-        MoveTo(*approach.motion->system, state);
-        const gp_Pnt tcp = approach.motion->system->robot->GetCurrentTCP().location;
-        EXPECT_LE(state.GetLocEuler(0).location.Distance(tcp), PoseTolerance);
+TEST(PlanPoses, AreTheToolCentresOfTheirValuesInEveryStateOfEveryCell) {
+    constexpr double Same = 1e-6; // mm
+    constexpr double SameEntry = 1e-9;
+    for (const char* name : {"arc_welding", "painting", "rail_and_positioner", "two_robots"}) {
+        const Cell cell = Cell::Load(Example("cells") / (std::string(name) + ".json"));
+        for (PlannedMotion& planned : Planned(cell)) {
+            for (GrpState& state : planned.states) {
+                MoveTo(*planned.motion->system, state);
+                const gp_Trsf carried = gpHandle::EulerToTrsf(state.GetLocEuler(0));
+                const gp_Trsf tcp = planned.motion->system->robot->GetCurrentTrsfTCP();
+                ASSERT_LE((carried.TranslationPart() - tcp.TranslationPart()).Modulus(), Same)
+                    << name << ", " << planned.motion->name;
+                for (int row = 1; row <= 3; ++row) {
+                    const gp_XYZ off = carried.HVectorialPart().Row(row) - tcp.HVectorialPart().Row(row);
+                    ASSERT_LE(off.Modulus(), SameEntry) << name << ", " << planned.motion->name;
+                }
+            }
+        }
     }
 }
 

@@ -38,6 +38,15 @@ expect 0 0 info "$cell"
 grep -q "3: -60.0001 to 65.0021, direction 0 1 0, origin 100 0 1620" "$work/out" ||
     fail "info: a joint is not shown as the files have it"
 expect 0 0 fk "$arm" --values-deg -10,20,30,40,50,60
+coupled=$examples/arms/abb_irb5400_paint.json
+"$program" fk "$coupled" --values-deg 10,20,30,40,50,60 >"$work/pose"
+"$program" ik "$coupled" <"$work/pose" >"$work/solutions" || fail "ik: does not take what fk prints"
+"$program" fk "$coupled" <"$work/solutions" >"$work/poses" || fail "fk: does not take what ik prints"
+[ "$(cut -c 1-45 "$work/poses" | sort -u)" = "$(cut -c 1-45 "$work/pose")" ] || fail "fk | ik | fk: another pose"
+printf '%s\n{"tcp_origin_mm": [1, 2]}\n' "$(cat "$work/pose")" | "$program" ik "$coupled" >"$work/out" 2>"$work/err" &&
+    fail "ik: takes a pose of two numbers"
+cmp -s "$work/out" "$work/solutions" || fail "ik: the line before a faulty one is not answered"
+grep -q "line 2: tcp_origin_mm: 2 numbers, expected 3" "$work/err" || fail "ik: does not say what is wrong where"
 expect 0 0 info "$examples/cells/rail_and_positioner.json" --json
 grep -q '"slices"' "$work/out" || fail "info --json: does not say where the values lie"
 expect 0 0 completion
@@ -96,7 +105,7 @@ for kilobytes in 0 8 64; do
 done
 find "$work/plan" "$work/saved" -type f -exec cksum {} + | sort | cmp - "$work/before" ||
     fail "a full disk changed what was there"
-compgen -G "$work/saved.*" && fail "save: left litter behind"
+compgen -G "$work/.mechanism-cell-*" && fail "save: left litter behind"
 ASAN_OPTIONS=$stacks expect 1 1 path "$examples/cells/seam.json" --name saddle --out /proc/none.json
 "$program" info "$arm" >/dev/full 2>"$work/err" && fail "info: a full disk behind standard output went unseen"
 head -c 1000 "$arm" >"$work/part.json"

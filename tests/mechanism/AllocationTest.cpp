@@ -1,11 +1,5 @@
 // A sanitizer counts and pairs allocations itself, and takes replaced operators for mismatched ones.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define UNDER_ADDRESS_SANITIZER
-#endif
-#elif defined(__SANITIZE_ADDRESS__)
-#define UNDER_ADDRESS_SANITIZER
-#endif
+#include <support/AddressSanitizer.h>
 
 #ifndef UNDER_ADDRESS_SANITIZER
 
@@ -29,7 +23,7 @@ int CountAllocations(Work work) {
     return allocations - before;
 }
 
-TEST(Allocations, AStateCostsItsValuesItsPosesAndALongText) {
+TEST(Allocations, StateAllocatesValuesPosesAndLongText) {
     const Registrar cell(1, {});
     GrpState state(1), target(1);
     EXPECT_EQ(CountAllocations([&] { const GrpState copy(state); }), 2);
@@ -105,7 +99,7 @@ struct Exhausted : testing::Test {
     }
 };
 
-TEST_F(Exhausted, StatesStayWholeAndNothingLeaks) {
+TEST_F(Exhausted, FailedAllocationLeavesStatesUnchanged) {
     Hold([&] { const GrpState copy(b); });
     Hold([&] {
         GrpState target(a), source(b), moved(std::move(source));
@@ -122,7 +116,7 @@ TEST_F(Exhausted, StatesStayWholeAndNothingLeaks) {
     ExpectWholeAtEveryFailure([&] { ContextState().FromJson(json); }, [] { return std::string(); });
 }
 
-TEST_F(Exhausted, InterpolationLeavesItsInputsAlone) {
+TEST_F(Exhausted, FailedAllocationLeavesInputsUnchanged) {
     using namespace InterpHandle;
     const std::vector<double> steps(13, 0.5);
     const LocEuler& from = a.GetLocEuler(0);

@@ -8,7 +8,7 @@ struct ContextStateTest : ::testing::Test {
     ContextState context;
 };
 
-TEST_F(ContextStateTest, HoldsEveryRegisteredSystemAndFallsBackToTheFirst) {
+TEST_F(ContextStateTest, HoldsRegisteredSystemsAndFallsBackToTheFirst) {
     context.ChangeValues(7).SetValue(Robot, 0, 1.5);
     EXPECT_EQ(context.GetValues(5).GetValue(Robot, ARM_J1), 1.5);
     context.SetValues(7, GrpState(9));
@@ -16,7 +16,7 @@ TEST_F(ContextStateTest, HoldsEveryRegisteredSystemAndFallsBackToTheFirst) {
     EXPECT_FALSE(context.HasSystem(7));
 }
 
-TEST_F(ContextStateTest, ComparesOneSidedWithAFixedTolerance) {
+TEST_F(ContextStateTest, ComparisonIsOneSidedWithAFixedTolerance) {
     ContextState other(context);
     other.ChangeValues(9).SetValue(Robot, 2, 1e-6);
     EXPECT_TRUE(context.IsEqual(other, 0));
@@ -31,7 +31,7 @@ TEST_F(ContextStateTest, ComparesOneSidedWithAFixedTolerance) {
     EXPECT_EQ(Thrown([&] { context.IsEqual(other, 0); }), "invalid map<K, T> key");
 }
 
-TEST_F(ContextStateTest, WritesOneKeyAndReadsAnother) {
+TEST_F(ContextStateTest, WritesSystemsAndReadsSystem) {
     context.ChangeValues(9).SetValue(Robot, 0, 2.5);
     const Json::Value json = ThroughText(context.ToJson());
     ContextState back;
@@ -53,7 +53,7 @@ TEST_F(ContextStateTest, WritesOneKeyAndReadsAnother) {
     EXPECT_EQ(back.GetValues(9).GetValue(Robot, ARM_J1), 4) << "the later entry, merged before the failure";
 }
 
-TEST_F(ContextStateTest, TracesAppendAndEmptyThemselvesOnSelfAssignment) {
+TEST_F(ContextStateTest, TraceAppendsAndSelfAssignmentEmptiesIt) {
     TracePair trace(std::vector<GrpState>(3, GrpState(5)), static_cast<TraceType>(2));
     trace.setTrace(trace.trace);
     TracePair copy(trace);

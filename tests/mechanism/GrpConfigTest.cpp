@@ -2,7 +2,7 @@
 
 namespace {
 
-TEST(AxisVocabulary, TextsAreMatchedWholeAndUnknownOnesAreTheTool) {
+TEST(AxisVocabulary, MatchesWholeTextsAndMapsUnknownOnesToTool) {
     const std::pair<const char*, int> texts[] = {{"ARM_J1", 0},     {"ARM_J6", 5},   {"Gantry_X1", 10},
                                                  {"Gantry_Z1", 12}, {"axisX1", 100}, {"axisZ1", 102},
                                                  {"ARM_J0", 6},     {"Pedestal", 6}, {"", 6},
@@ -18,7 +18,7 @@ std::pair<int, int> IndexOf(const GrpConfig& config, int entity) {
     return range;
 }
 
-TEST(GrpConfig, EntitiesAreReadAgainstTheConfiguration) {
+TEST(GrpConfig, IndexRangesFollowTheLayoutRules) {
     using ::testing::Pair;
     GrpConfig one;
     one.InitDOF(2, 6, 1, 2);
@@ -43,14 +43,14 @@ TEST(GrpConfig, EntitiesAreReadAgainstTheConfiguration) {
     EXPECT_THAT(IndexOf(two, Bench + 2), Pair(10, 1)) << "twice its own 1.5 and not the sum of those before";
 }
 
-TEST(GrpConfig, SystemTypeComparesValuesWithJoints) {
+TEST(GrpConfig, SystemTypeComparesContextDofWithRobotDof) {
     const Registrar plain(1, {}), rail(2, {.pedestal = 1}), table(3, {.robots = 0, .benches = {2.0}});
     EXPECT_EQ(GrpConfig::GetSystemType(1), 0);
     EXPECT_EQ(GrpConfig::GetSystemType(2), 3);
     EXPECT_EQ(GrpConfig::GetSystemType(3), 4);
 }
 
-TEST(GrpConfig, LookupsOfAnUnknownSystemFailLoudly) {
+TEST(GrpConfig, LookupOfAnUnregisteredSystemLogsAndThrows) {
     constexpr std::uint64_t Unknown = 404;
     const std::pair<const char*, void (*)()> lookups[] = {
         {"GrpConfig::GetGrpConfig", [] { GrpConfig::GetGrpConfig(Unknown); }},
@@ -62,6 +62,24 @@ TEST(GrpConfig, LookupsOfAnUnknownSystemFailLoudly) {
         ExpectFailure(lookup, "GrpState", name, "当前系统不存在该型号机器人");
     }
     EXPECT_FALSE(GrpConfig::GetGrpConfigList().contains(Unknown));
+}
+
+TEST(GrpConfig, NullEntryCountsAsUnregistered) {
+    struct NullEntry : GrpConfig {
+        NullEntry() { ChangeGrpConfigList()[404] = nullptr; }
+        ~NullEntry() { ChangeGrpConfigList().erase(404); }
+    };
+    const Registrar other(405, {});
+    const NullEntry entry;
+    ExpectFailure([] { GrpConfig::GetContextDof(404); }, "GrpState", "GrpConfig::GetContextDof",
+                  "当前系统不存在该型号机器人");
+    EXPECT_THROW(GrpState(404), std::string);
+    EXPECT_FALSE(ContextState().HasSystem(404));
+    EXPECT_TRUE(ContextState().HasSystem(405));
+    GrpState state(405);
+    Json::Value json = state.ToJson();
+    json["system_index"] = 404;
+    EXPECT_EQ(Thrown([&] { state.FromJson(json); }), "invalid map<K, T> key");
 }
 
 } // namespace

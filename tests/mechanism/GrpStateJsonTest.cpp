@@ -11,7 +11,7 @@ struct GrpStateJsonTest : ::testing::Test {
     GrpState state{Cell};
 };
 
-TEST_F(GrpStateJsonTest, RandomStatesSurviveTextToTheBit) {
+TEST_F(GrpStateJsonTest, RoundTripThroughTextIsExact) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> mantissa(-1, 1);
     const auto number = [&] { return std::ldexp(mantissa(random), static_cast<int>(random() % 600) - 300); };
@@ -31,7 +31,7 @@ TEST_F(GrpStateJsonTest, RandomStatesSurviveTextToTheBit) {
     }
 }
 
-TEST_F(GrpStateJsonTest, WhatIsMissingOrTooShortHasItsOwnRule) {
+TEST_F(GrpStateJsonTest, MissingAndShortMembersTakeTheirDefaults) {
     state.SetValues({5, 0, 0, 0, 0, 0, 4});
     state.SetToolIndex(9);
     EXPECT_FALSE(state.FromJson(Json::Value()));
@@ -62,7 +62,7 @@ TEST_F(GrpStateJsonTest, WhatIsMissingOrTooShortHasItsOwnRule) {
     EXPECT_THROW(state.FromJson(json), Json::Exception);
 }
 
-TEST_F(GrpStateJsonTest, AnUnknownSystemFailsAfterTheValues) {
+TEST_F(GrpStateJsonTest, UnregisteredSystemThrowsAfterValuesAreRead) {
     Json::Value json = state.ToJson();
     json["J_value"][0] = 8;
     json["system_index"] = 5;

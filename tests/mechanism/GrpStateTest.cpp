@@ -16,7 +16,7 @@ struct GrpStateTest : ::testing::Test {
     void SetUp() override { state.SetValues({1, 2, 3, 4, 5, 6, 7, 8, 9}); }
 };
 
-TEST_F(GrpStateTest, HasAPoseARobot) {
+TEST_F(GrpStateTest, HasOnePosePerRobot) {
     LocEuler out;
     state.SetLocEuler(0, {gp_Pnt(1, 1, 1), gp_Pnt()});
     EXPECT_TRUE(state.GetLocEuler(0, out));
@@ -30,7 +30,7 @@ TEST_F(GrpStateTest, HasAPoseARobot) {
     EXPECT_EQ(state.GetBenchDof(), 1);
 }
 
-TEST_F(GrpStateTest, CopiesAreDeepAndMovesTakeTheBuffer) {
+TEST_F(GrpStateTest, CopyingIsDeepAndMovingTakesTheBuffer) {
     state.SetCmdTypeAndCmd(MoveCmdLogical, "MOVE");
     state.SetLocEuler(0, {gp_Pnt(1, 2, 3), gp_Pnt()});
     GrpState copy(state);
@@ -64,7 +64,7 @@ TEST_F(GrpStateTest, OnlyALogicalCommandReplacesTheText) {
     EXPECT_EQ(state.GetLogicalCmd(), "MOVE");
 }
 
-TEST_F(GrpStateTest, EntitiesReadAndWriteTheirRange) {
+TEST_F(GrpStateTest, EntityAccessReadsAndWritesItsRange) {
     EXPECT_THAT(state.GetValues(Pedestal), ElementsAre(7, 8));
     EXPECT_EQ(state.GetValue(Pedestal, Gantry_Y1), 8);
     EXPECT_EQ(state.GetValue(NoBench, axisZ1), 3) << "no such bench counts from 0";
@@ -72,6 +72,8 @@ TEST_F(GrpStateTest, EntitiesReadAndWriteTheirRange) {
     state.SetValue(Bench, 0, 1.0);
     state.SetValues(Bench, {});
     state.SetValues(NoBench, {1.0});
+    const double one = 1;
+    state.SetValues(NoBench, &one, 1);
     EXPECT_TRUE(state.GetValues(NoBench).empty());
     const double first[] = {10, 20};
     state.SetValues(Robot, first, 2);
@@ -96,7 +98,7 @@ TEST_F(GrpStateTest, EntitiesReadAndWriteTheirRange) {
     EXPECT_EQ(state.GetValue(Bench, axisX1), 36);
 }
 
-TEST_F(GrpStateTest, CopiesWithoutASourceOrRoomClearTheRangeAndAbort) {
+TEST_F(GrpStateTest, CopyWithoutSourceOrRoomClearsTheRangeAndAborts) {
     GrpState gone(state);
     const GrpState taker(std::move(gone));
     static const double* values = state.GetValuesPtr();

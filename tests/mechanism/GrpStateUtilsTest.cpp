@@ -27,7 +27,7 @@ struct Sequences : ::testing::Test {
     const Registrar cell{System, {.joints = 2}};
 };
 
-TEST_F(Sequences, LoseRepetitionsAndExcursionsAndKeepTheirEnd) {
+TEST_F(Sequences, ThinningDropsRepetitionsAndExcursionsAndKeepsTheEnd) {
     EXPECT_THAT(Thinned({0, 1e-7, 1, 2, 2 + 1e-7}), ElementsAre(0, 1, 2 + 1e-7));
     EXPECT_THAT(Thinned({0, 1, 0, 5}), ElementsAre(0, 5));
     EXPECT_THAT(Thinned({0, 1, 2, 1, 0, 5}), ElementsAre(0, 5)) << "excursions nest";
@@ -39,7 +39,7 @@ TEST_F(Sequences, LoseRepetitionsAndExcursionsAndKeepTheirEnd) {
     EXPECT_EQ(Thinned({0, std::nan(""), std::nan(""), 1}).size(), 4U) << "NaN is never a repetition";
 }
 
-TEST_F(Sequences, ContextsAreThinnedByAToleranceOfTheirOwn) {
+TEST_F(Sequences, ContextThinningIgnoresTheTolerance) {
     std::vector<ContextState> contexts(4);
     contexts[1].ChangeValues(System).GetValuesPtr()[0] = 1e-5;
     contexts[2].ChangeValues(System).GetValuesPtr()[0] = 1e-5 + 1e-7;
@@ -52,7 +52,7 @@ TEST_F(Sequences, ContextsAreThinnedByAToleranceOfTheirOwn) {
     EXPECT_EQ(Thrown([&] { GrpStateUtils::RemoveDuplicatedStates(contexts, 1); }), "invalid map<K, T> key");
 }
 
-TEST_F(Sequences, CandidatesComeNearestFirst) {
+TEST_F(Sequences, SortingOrdersByDistanceToTheReference) {
     const GrpState reference(System);
     std::vector<GrpState> states = {State({3, 0}), State({-2, 0}), State({std::nan(""), 0}), State({1, 5})};
     states[3].SetToolIndex(7);

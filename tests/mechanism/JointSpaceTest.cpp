@@ -37,7 +37,7 @@ Joints Firsts(const std::vector<T>& sequence) {
     return firsts;
 }
 
-TEST_F(StateInterpolation, PartsAreTheWholeStepsOfTheDecidingAxis) {
+TEST_F(StateInterpolation, CountIsTheWholeStepsOfTheDecidingAxis) {
     EXPECT_THAT(Firsts(After(-1.99)), ElementsAre(0, -1.99));
     EXPECT_THAT(Firsts(After(2.9)), ElementsAre(0, 1.45, 2.9));
     EXPECT_THAT(Firsts(After(3)), ElementsAre(0, 1, 2, 3));
@@ -46,7 +46,7 @@ TEST_F(StateInterpolation, PartsAreTheWholeStepsOfTheDecidingAxis) {
     EXPECT_EQ(InterpolationPts(a, b, {1, 1, 1, 1, 1, 1, 0}).size(), 4U) << "a zero step asks for nothing";
 }
 
-TEST_F(StateInterpolation, InteriorStatesCarryValuesOnlyAndKeysOccurOnce) {
+TEST_F(StateInterpolation, InteriorStatesCarryValuesOnlyAndKeyStatesOccurOnce) {
     b.SetValue(Pedestal, 0, 6);
     const auto states = After(3);
     EXPECT_EQ(GrpState(states[1]).GetValues(), Joints({0.5, 0, 0, 0, 0, 0, 1}));
@@ -65,7 +65,7 @@ TEST_F(StateInterpolation, InteriorStatesCarryValuesOnlyAndKeysOccurOnce) {
     EXPECT_EQ(Thrown([&] { InterpolationPts(std::vector<GrpState>(), unit); }), "invalid vector subscript");
 }
 
-TEST_F(StateInterpolation, ToolCentreGapsCountInWholeMillimetres) {
+TEST_F(StateInterpolation, ToolCentreGapsCountWholeMillimetres) {
     const struct {
         double distance, gap;
         std::size_t size;
@@ -110,7 +110,24 @@ TEST(PointInterpolation, CountsAreExact) {
     EXPECT_EQ(byNum(1.1e-6, 4).back(), 1 + 1.1e-6);
 }
 
-TEST(JointInterpolation, DivisionsEndTwice) {
+TEST(Interpolation, CountsBeyondAMillionAreExact) {
+    constexpr int Million = 1'000'000;
+    EXPECT_EQ(InterpHandle::InterpolationPts(gp_Pnt(), gp_Pnt(1500, 0, 0), 0.001).size(), 1500001U);
+    EXPECT_EQ(InterpHandle::InterpolationPtsByNum(gp_Pnt(), gp_Pnt(1, 0, 0), Million + 1).size(),
+              Million + 1U);
+    EXPECT_EQ(InterpHandle::InterpolationPtsByNum({0}, {1}, Million + 1).size(), Million + 3U);
+    std::vector<std::vector<double>> polyline, filled;
+    for (int k = 0; k < 1'200'000; ++k) {
+        polyline.push_back({static_cast<double>(k)});
+    }
+    InterpHandle::EquallyDisInterpolate(polyline, filled, 1);
+    EXPECT_EQ(filled, polyline) << "vectors one step apart";
+    const Registrar registered(7, {});
+    const std::vector<GrpState> keys(1'100'000, GrpState(7));
+    EXPECT_EQ(InterpHandle::InterpolationPts(keys, std::vector<double>(6, 1)).size(), keys.size());
+}
+
+TEST(JointInterpolation, LastVectorIsDoubled) {
     const auto byNum = [](int n) { return InterpolationPtsByNum({1, 0}, {3, 4}, n); };
     EXPECT_THAT(byNum(2), ElementsAre(Joints{1, 0}, Joints{2, 2}, Joints{3, 4}, Joints{3, 4}));
     EXPECT_THAT(byNum(-1), ElementsAre(Joints{3, 4}));
@@ -118,7 +135,7 @@ TEST(JointInterpolation, DivisionsEndTwice) {
     EXPECT_THAT(InterpolationPtsByNum({1}, {1, 2}, 3), IsEmpty());
 }
 
-TEST(JointInterpolation, StepsOfTheLargestAxisLeaveTheRestToTheEnd) {
+TEST(JointInterpolation, UniformStepsLeaveTheRemainderToTheEnd) {
     for (const double step : {2.0, -2.0}) {
         EXPECT_THAT(InterpolationPtsDescartes({0, 1}, {5, 0}, step),
                     ElementsAre(Joints{0, 1}, Joints{2, 0.6}, Joints{4, 1 + 2 * -1 / 2.5}, Joints{5, 0}));

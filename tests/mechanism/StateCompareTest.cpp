@@ -23,7 +23,7 @@ struct StateCoupling : ::testing::Test {
     CoupedValue& coupling = GrpConfig::GetCoupledValue(Cell);
 };
 
-TEST_F(StateCoupling, FollowersAreLeftOutAndPutBack) {
+TEST_F(StateCoupling, CoupledFormOmitsAndRestoresFollowers) {
     EXPECT_THAT(state.GetValuesCoupling(), ElementsAre(1, 2, 3, 4, 5, 6));
     state.SetValuesCoupling({10, 20, 30, 40, 50, 60, 70});
     EXPECT_THAT(state.GetValues(), ElementsAre(10, 20, 30, 40, 50, 60, -30, 70));
@@ -32,7 +32,7 @@ TEST_F(StateCoupling, FollowersAreLeftOutAndPutBack) {
     EXPECT_THROW(state.SetValuesCoupling({1, 2}), std::out_of_range);
 }
 
-TEST_F(StateCoupling, TheRobotAloneIsBoundedByItsOwnCount) {
+TEST_F(StateCoupling, RobotFormIsBoundedByRobotValueCount) {
     coupling.robotValueCount = 3;
     EXPECT_THAT(state.GetValuesCoupling(Robot), ElementsAre(1, 2, 3));
     state.SetValuesCoupling(Robot, {});
@@ -41,7 +41,7 @@ TEST_F(StateCoupling, TheRobotAloneIsBoundedByItsOwnCount) {
     EXPECT_THAT(state.GetValues(), ElementsAre(7, 8, 9, 4, 5, 6, -3, 5));
 }
 
-TEST_F(StateCoupling, AskingMakesADisabledRecordWhereNoneIs) {
+TEST_F(StateCoupling, LookupCreatesADisabledRecord) {
     GrpConfig::ChangeCoupledList().erase(Cell);
     EXPECT_THAT(state.GetValuesCoupling(Pedestal), ElementsAre(9));
     EXPECT_FALSE(GrpConfig::ChangeCoupledList().contains(Cell));
@@ -50,7 +50,7 @@ TEST_F(StateCoupling, AskingMakesADisabledRecordWhereNoneIs) {
     EXPECT_THAT(GrpConfig::ChangeCoupledList().at(Cell).index, ::testing::Each(100000));
 }
 
-TEST(StateComparison, HoldsEveryToleranceOnBothSides) {
+TEST(StateComparison, TolerancesApplyPerValueKind) {
     const Registrar cell(Cell, {.pedestal = 1, .benches = {1.0}});
     const struct {
         int index;
@@ -71,7 +71,7 @@ TEST(StateComparison, HoldsEveryToleranceOnBothSides) {
     }
 }
 
-TEST(StateComparison, CountsSystemsAndPosesButNoCommands) {
+TEST(StateComparison, EqualityComparesSystemsValuesAndPosesOnly) {
     const Registrar one(Cell, {.robots = 2}), two(Cell + 1, {.robots = 2});
     const GrpState a(Cell), stranger(Cell + 1);
     GrpState b(Cell);
@@ -86,7 +86,7 @@ TEST(StateComparison, CountsSystemsAndPosesButNoCommands) {
     EXPECT_FALSE(GrpState::IsEqual({1.5, 2.0}, {1.0, 2.0}, 0.4));
 }
 
-TEST(StateScale, LinearStepsStandAfterOneRobot) {
+TEST(StateScale, LinearStepsFollowTheFirstRobotsValues) {
     const Registrar rails(Cell, {.pedestal = 2, .joints = 2, .robots = 2});
     const double angular = 0.017453292519943295;
     EXPECT_THAT(GrpState(Cell).GetScaleValues(10), ElementsAre(angular, angular, 10, 10, angular, angular));

@@ -114,7 +114,7 @@ struct SharedInputs : ::testing::Test {
     }
 };
 
-TEST_F(SharedInputs, GiveEveryThreadTheSameAnswers) {
+TEST_F(SharedInputs, ConcurrentCallsGiveTheSameResults) {
     const std::string expected = All();
     std::latch start(Threads);
     std::array<int, Threads> wrong = {};

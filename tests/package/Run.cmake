@@ -28,3 +28,15 @@ function(write_front_page_program)
   string(REPLACE "\\;" ";" program "${CMAKE_MATCH_1}")
   file(WRITE ${WORK_DIR}/main.cpp "${program}")
 endfunction()
+
+# Configures the consumer; -B and the packages that it finds itself follow.
+set(configure_consumer ${CMAKE_COMMAND} -S ${CONSUMER_DIR} -G Ninja
+    -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix -DCMAKE_BUILD_TYPE=Debug
+    -DCMAKE_CXX_COMPILER=${CXX_COMPILER} -DCMAKE_CXX_COMPILER_LAUNCHER=${CXX_LAUNCHER}
+    "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" -DPROGRAM=${WORK_DIR}/main.cpp)
+
+function(build_consumer folder)
+  run(${CMAKE_COMMAND} --build ${folder})
+  run(${folder}/consumer)
+  expect("0.5 rad, 1500 mm\n$")
+endfunction()

@@ -17,12 +17,13 @@ set(root ${WORK_DIR}/root)
 foreach(package IN ITEMS ${runtime} ${dev})
   run(dpkg-deb --extract ${package} ${root})
 endforeach()
-run(${root}/usr/bin/mechanism-cell info ${EXAMPLES_DIR}/cells/arc_welding.json)
+run(${root}/usr/bin/mechanism-cell info examples/cells/arc_welding.json)
 expect("welder")
 # The library comes from the package and not from the build beside it.
 run(ldd ${root}/usr/bin/mechanism-cell)
 expect("${root}/usr/[^ ]*libmechanism.so")
-foreach(file IN ITEMS include/mechanism/mechanism.h include/host/view/ViewShape.h
+foreach(file IN ITEMS include/mechanism-0/mechanism/mechanism.h include/mechanism-0/host/view/ViewShape.h
+        share/mechanism/docs/guide/README.md share/mechanism/docs/images/layout.svg
         lib/cmake/mechanism/mechanismConfig.cmake lib/pkgconfig/mechanism.pc)
   if(NOT EXISTS ${root}/usr/${file})
     message(FATAL_ERROR "the dev package has no ${file}")

@@ -1,4 +1,5 @@
 # The library's surface, name by name: a new export, a lost one and a leaked helper all show here.
+# Private members are hidden (MECHANISM_NO_EXPORT), apart from virtual ones and what inline members use.
 # After a wanted change: cmake -DUPDATE=ON -DLIBRARY=... -P exports.cmake
 include(${CMAKE_CURRENT_LIST_DIR}/Run.cmake)
 run(nm --dynamic --demangle --defined-only --format=posix ${LIBRARY})

@@ -18,7 +18,7 @@ constexpr double RoundingOfRotation = 1e-14;
 /// Poses whose second angle lies a given distance short of a right angle, the others anywhere.
 class RoundTrip : public ::testing::TestWithParam<double> {};
 
-TEST_P(RoundTrip, AnglesAndTextComposeBackToTheSameTransform) {
+TEST_P(RoundTrip, AnglesAndTextGiveTheSameTransform) {
     std::mt19937_64 random(7);
     std::uniform_real_distribution<double> angle(-3.14, 3.14);
     for (int i = 0; i < 5000; ++i) {
@@ -58,6 +58,26 @@ TEST(DataHandle, RefusesWhatIsNoRigidTransform) {
     EXPECT_EQ(messageFor(0, 1 + 1e-7), "");
     EXPECT_THROW(JsonArrToTrsf(TrsfToJsonSix(gp_Trsf())), std::invalid_argument);
     EXPECT_THROW(JsonSixToTrsf(TrsfToJsonArr(gp_Trsf())), std::invalid_argument);
+}
+
+TEST(DataHandle, RotationsRoundedToSixDecimalsAreReadAndMadeOrthonormal) {
+    std::mt19937 random(3);
+    std::normal_distribution<double> number;
+    for (int i = 0; i < 2000; ++i) {
+        gp_Trsf exact;
+        exact.SetRotation(gp_Quaternion(number(random), number(random), number(random), number(random)));
+        Json::Value json = TrsfToJsonArr(exact);
+        for (Json::Value& entry : json) {
+            entry = std::round(entry.asDouble() * 1e6) / 1e6;
+        }
+        const gp_Trsf read = JsonArrToTrsf(json);
+        EXPECT_TRUE(IsSameTrsf(read, exact, 2e-6));
+        const gp_Mat product = read.VectorialPart().Multiplied(read.VectorialPart().Transposed());
+        for (int row = 1; row <= 3; ++row) {
+            EXPECT_NEAR(product(row, row), 1, RoundingOfRotation);
+            EXPECT_NEAR(product(row, row % 3 + 1), 0, RoundingOfRotation);
+        }
+    }
 }
 
 TEST(DataHandle, TextsBecomeUtf8) {

@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(LocEuler, EqualsByNumberAndRefusesOtherJson) {
+TEST(LocEuler, EqualityIsByNumberAndOtherJsonIsRefused) {
     EXPECT_TRUE(LocEuler() == LocEuler(gp_Pnt(0, 0, 1e-7), gp_Pnt(-1e-7, 0, 0)));
     EXPECT_FALSE(LocEuler() == LocEuler(gp_Pnt(0, 1.1e-7, 0), gp_Pnt()));
 
@@ -22,7 +22,7 @@ TEST(LocEuler, EqualsByNumberAndRefusesOtherJson) {
     }
 }
 
-TEST(Uuid, TextFormsAreCanonicalOrRefused) {
+TEST(Uuid, TextIsCanonicalOrRefused) {
     const Uuid fresh = Uuid::CreateUuid();
     EXPECT_EQ(fresh.ToString()[14], '4') << "version";
     EXPECT_TRUE(Uuid::FromString(fresh.ToString()) == fresh);
@@ -36,7 +36,7 @@ TEST(Uuid, TextFormsAreCanonicalOrRefused) {
     }
 }
 
-TEST(LogUtils, RecordsReachALoggerOfTheirOwn) {
+TEST(LogUtils, RecordsReachTheNamedLogger) {
     const auto defaultLogger = spdlog::default_logger();
     LogCapture capture;
     LogUtils::LogWrite({"room/File", 12, "Class::Method"}, spdlog::level::debug, "100 % {} {");

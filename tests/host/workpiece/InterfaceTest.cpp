@@ -25,7 +25,7 @@ std::vector<std::size_t> SlotsOf(Members... members) {
     return {slot(members)...};
 }
 
-TEST(VirtualTable, HoldsTheOperationsInTheirOrder) {
+TEST(VirtualTable, VirtualOperationsKeepTheirOrder) {
     const auto slots = SlotsOf(
         &Entity::Delete, &Entity::Hide, &Entity::ToJson, &Entity::LoadFromJson, &Entity::SetEntityShape,
         &Entity::SetRootMdl, &Entity::SetRootMdlTrsf, Opened::CollisionState(), &Entity::UpdateRootTrsf,

@@ -7,7 +7,7 @@ namespace {
 class Kinematics : public testing::TestWithParam<sample::Case> {};
 
 // One promise for every joint type: links stand where the motions about the axes at zero put them.
-TEST_P(Kinematics, LinksStandWhereTheirAxesPutThem) {
+TEST_P(Kinematics, LinkFramesMatchProductsOfExponentials) {
     const sample::Mechanism mechanism = GetParam().make();
     const auto entity = sample::Build(mechanism, 9);
     const gp_Trsf base = sample::Frame({-50, 20, 10}, gp_Dir(1, 0, 1), gp_Dir(0, 1, 0));
@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(Mechanisms, Kinematics,
                                          sample::Case{"Positioner", sample::Positioner}),
                          sample::NameOf);
 
-TEST(Limits, AreNarrowedByTheMarginAndNeverTurnedRound) {
+TEST(Limits, MarginNarrowsLimitsAndIsRefusedBeyondThem) {
     const auto entity = sample::Build(sample::TwoAxisRail(), 9);
     EXPECT_TRUE(entity->IsInLimit({100, 8900}, 9, 100));
     EXPECT_FALSE(entity->IsInLimit({99, 8900}, 9, 100));

@@ -11,7 +11,7 @@ protected:
     std::unique_ptr<GenericEntityConfig> entity = sample::Build(sample::Positioner(), 9);
 };
 
-TEST_F(LinkRecords, BadOnesNameTheKeyAndChangeNothing) {
+TEST_F(LinkRecords, InvalidRecordIsRefusedByKeyAndChangesNothing) {
     const Json::Value five = Parsed("[0, 0, 0, 0, 0]");
     Json::Value nan = five;
     nan.append(std::nan(""));
@@ -43,7 +43,7 @@ TEST_F(LinkRecords, BadOnesNameTheKeyAndChangeNothing) {
     }
 }
 
-TEST_F(LinkRecords, BodiesStayOrGoWithTheFrameAsAsked) {
+TEST_F(LinkRecords, BodiesStayOrMoveWithTheFrame) {
     Json::Value json = entity->LinkToJson(entity->GetLink(1));
     Json::Value& center = json["center_trsf"];
     center[2] = 40.0;
@@ -56,7 +56,7 @@ TEST_F(LinkRecords, BodiesStayOrGoWithTheFrameAsAsked) {
     EXPECT_NEAR(flange().Value(3, 4), before.Value(3, 4) + 100, 1e-9);
 }
 
-TEST_F(LinkRecords, TheStructureComesBackFromItsOwnData) {
+TEST_F(LinkRecords, StructureRoundTripsThroughData) {
     entity->ForwardTrsfWithValue({0.5, -0.25}, true, true);
     GenericEntityConfig copy;
     copy.SetRootMdl(new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid()));

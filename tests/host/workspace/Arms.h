@@ -4,15 +4,18 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <host/tools/gpHandle.h>
 #include <host/workspace/WorkSpace.h>
 #include <json/json.h>
 #include <mechanism/RobotEntity.h>
+#include <mechanism/RobotWorkspace.h>
+#include <mechanism/ToolEntity.h>
 #include <support/Draws.h>
+#include <support/Registrar.h>
 #include <support/SampleMechanisms.h>
+#include <support/SampleTools.h>
 
-/// The described arms, twice: as the record that the computation gets, and as joint axes in space, which know
-/// nothing of tables.
+/// The described arms, twice: as the record that a robot with the torch mounted on its flange makes of
+/// itself, and as joint axes in space, which know nothing of tables.
 namespace arms {
 
 inline constexpr double Degree = std::numbers::pi / 180.0;
@@ -53,9 +56,9 @@ struct Arm {
         text >> json;
         ReadJoints();
         if (which.second) {
-            tool = gpHandle::EulerToTrsf(LocEuler({60, 15, 330}, {0, 22 * Degree, 0}));
+            tool = sample::TorchCentre();
         }
-        FillRecord();
+        FillRecord(which.second);
     }
 
     /// Tool centre at joint values, from the axes alone.
@@ -73,13 +76,15 @@ struct Arm {
         return q;
     }
 
-    std::vector<Pose> RandomPoses(int count, unsigned seed) const {
+    /// @param stopShare how likely a joint is to stand at one of its stops.
+    std::vector<Pose> RandomPoses(int count, unsigned seed, double stopShare = 0) const {
         Draw draw(seed);
         std::vector<Pose> poses;
         for (int i = 0; i < count; ++i) {
             std::vector<double> q;
             for (const auto& [low, high] : limits) {
-                q.push_back(draw.Between(low, high));
+                const double at = draw.Between(0, 1);
+                q.push_back(at < stopShare / 2 ? low : at < stopShare ? high : draw.Between(low, high));
             }
             q = Within(q);
             poses.emplace_back(q, ToolCentre(q));
@@ -129,33 +134,42 @@ private:
         return {json[0].asDouble(), json[1].asDouble(), json[2].asDouble()};
     }
 
-    // The record ends at the last row's frame, so the last joint and the flange are put at one point of the
-    // last axis, the flange looking along it: the same arm, described as the table can hold it.
+    // The table ends on the last axis where the flange is, as the program sees to for every arm that it
+    // reads.
     void ReadJoints() {
         for (const Json::Value& joint : json["joints"]) {
             mechanism.axes.emplace_back(Triple(joint["origin_mm"]), gp_Dir(Triple(joint["axis"])));
-            limits.emplace_back(joint["min_deg"].asDouble() * Degree, joint["max_deg"].asDouble() * Degree);
+            limits.emplace_back(joint["min_deg"].asDouble() * Degree + StopMargin,
+                                joint["max_deg"].asDouble() * Degree - StopMargin);
         }
-        const gp_Pnt flange(Triple(json["flange"]["origin_mm"]));
-        mechanism.axes.back().SetLocation(flange);
-        const gp_Dir along = mechanism.axes.back().Direction();
-        mechanism.flange = sample::Frame(flange, along, gp_Ax2(flange, along).XDirection());
+        const Json::Value& flange = json["flange"];
+        const gp_Pnt origin(Triple(flange["origin_mm"]));
+        mechanism.axes.back().SetLocation(origin);
+        mechanism.flange = sample::Frame(origin, Triple(flange["z_axis"]), Triple(flange["x_axis"]));
         mechanism.armStructure = json["arm_structure"].asInt();
         mechanism.coupled = json["coupled"].asBool();
     }
 
-    void FillRecord() {
-        const RobotEntity robot(sample::Build(mechanism, 4711).get());
-        record.dh = robot.GetArmDH();
+    void FillRecord(bool withTorch) {
+        constexpr std::uint64_t hash = 4711;
+        const Registrar registrar(hash, {});
+        GrpConfig::GetCoupledValue(hash).index[0] = 0;
+        RobotEntity robot(sample::Build(mechanism, hash).get());
         for (std::size_t i = 0; i < limits.size(); ++i) {
-            record.jointMin[i] = limits[i].first;
-            record.jointMax[i] = limits[i].second;
+            robot.GetLink(i)->limit = {limits[i].first - StopMargin, limits[i].second + StopMargin};
         }
-        for (int c = 0; c < 3; ++c) {
-            record.toolOffset[c] = tool.TranslationPart().Coord(c + 1) / 1000;
+        const auto torch = ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second;
+        torch->Initial();
+        if (withTorch) {
+            robot.AssembleOtherModel(torch.get(), sample::Place(robot.GetEndLink(0)->linkHash, 0));
         }
-        record.armStructureCode = mechanism.armStructure;
+        robot.GetWorkspace()->UpdateWorkspaceShape(0);
+        record = robot.GetWorkspace()->GetRobotData();
+        robot.DisassembleModel(torch.get());
     }
+
+    /// How far robots stay off their stops.
+    static constexpr double StopMargin = 3 * Degree;
 
     Json::Value json;
 };

@@ -24,7 +24,7 @@ struct Change {
     bool shapesPlainRobot, shapesBox;
 };
 
-TEST(Cache, NoticesWhatShapesTheRegionAndNothingElse) {
+TEST(Cache, RecordEqualityComparesWhatShapesTheRegion) {
     const Change changes[] = {
         {"tool", [](Robot& r) { r.toolOffset[2] += 1e-6; }, true, true},
         {"table", [](Robot& r) { r.dh[2][0] += 1e-6; }, true, true},
@@ -49,7 +49,7 @@ TEST(Cache, NoticesWhatShapesTheRegionAndNothingElse) {
     }
 }
 
-TEST(BadRecord, IsRefusedByWhatIsWrongWithIt) {
+TEST(BadRecord, InvalidRecordIsRefusedByField) {
     const std::vector<std::pair<void (*)(Robot&), const char*>> faults = {
         {[](Robot& r) { r.dh.resize(5); }, "the table has 5 rows, expected 6 or 7"},
         {[](Robot& r) { r.toolOffset[1] = NoNumber; }, "tool offset is not finite"},
@@ -69,13 +69,13 @@ TEST(BadRecord, IsRefusedByWhatIsWrongWithIt) {
     }
 }
 
-TEST(BadRecord, WithoutATableReachesNothing) {
+TEST(BadRecord, EmptyTableReachesNothing) {
     EXPECT_EQ(WorkSpace::GetRobotMaxWorkSpace(Robot()), (std::array<double, 4>{}));
     EXPECT_NE(Thrown([] { WorkSpace::GetRobotWorkSpace(Robot()); }), "");
 }
 
 // An arm's size is a matter of scale, also where its section is a hand wide.
-TEST(SmallArm, ReachesTheSameSectionInItsOwnSize) {
+TEST(SmallArm, SectionScalesWithTheArm) {
     constexpr double Scale = 0.1;
     const Robot large = Sample();
     Robot small = large;
@@ -96,7 +96,7 @@ TEST(SmallArm, ReachesTheSameSectionInItsOwnSize) {
     EXPECT_GT(part.size(), whole.size() / 2) << "coarse";
 }
 
-TEST(SevenRows, TheFollowersLimitsBoundItsLeader) {
+TEST(SevenRows, FollowersLimitsBoundTheLeader) {
     Robot wide = arms::Arm({"abb_irb5400_paint", true}).record;
     Robot bounded = wide;
     wide.jointMin[4] = -0.2;

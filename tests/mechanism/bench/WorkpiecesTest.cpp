@@ -10,7 +10,7 @@ protected:
     BenchEntity bench{sample::Build(positioner, 31, "B1").get()};
 };
 
-TEST_F(Workpieces, TakeTheFirstFreePlaceAndThenANewOne) {
+TEST_F(Workpieces, FirstFreeFlangeIsUsedThenANewOne) {
     bench.AddFlange(std::make_shared<Flange>(bench.GetLink(0), gp_Trsf()));
     EXPECT_EQ(bench.AddWorkpiece(&first), 0);
     EXPECT_EQ(bench.AddWorkpiece(&second), 1);
@@ -27,7 +27,7 @@ TEST_F(Workpieces, TakeTheFirstFreePlaceAndThenANewOne) {
     EXPECT_TRUE(bench.GetAllWorkpieces().empty());
 }
 
-TEST_F(Workpieces, LetGoByTheBenchAloneStillHangOnTheirPlace) {
+TEST_F(Workpieces, DeletedWorkpieceStaysMountedUntilDisassembled) {
     bench.AddWorkpiece(&first);
     first.SetAssembleTrsf(positioner.flange);
     bench.DeleteWorkpiece(&first);
@@ -41,7 +41,24 @@ TEST_F(Workpieces, LetGoByTheBenchAloneStillHangOnTheirPlace) {
     EXPECT_FALSE(bench.IsContainWorkpiece(&first));
 }
 
-TEST_F(Workpieces, FollowTheFlangeAndTheDisplacementIsItsMotion) {
+TEST_F(Workpieces, DestroyedBenchOrWorkpieceIsForgotten) {
+    auto part = std::make_unique<Workpiece>();
+    BenchEntity other(sample::Build(positioner, 32).get());
+    bench.AddWorkpiece(part.get());
+    other.AddWorkpiece(part.get());
+    part.reset();
+    EXPECT_TRUE(bench.GetAllWorkpieces().empty());
+    EXPECT_TRUE(other.GetAllWorkpieces().empty());
+    auto leaving = std::make_unique<BenchEntity>(sample::Build(positioner, 33).get());
+    leaving->AddWorkpiece(&first);
+    leaving->AddWorkpiece(&second);
+    bench.AddWorkpiece(&second);
+    leaving.reset();
+    EXPECT_EQ(first.carrier, nullptr);
+    EXPECT_EQ(second.carrier, &bench) << "which moved on before";
+}
+
+TEST_F(Workpieces, FollowTheFlangeAndItsDisplacement) {
     const gp_Trsf base = sample::Frame({-50, 20, 10}, gp_Dir(1, 0, 1), gp_Dir(0, 1, 0));
     bench.SetRootMdlTrsf(base);
     bench.AddWorkpiece(&first);
@@ -55,7 +72,7 @@ TEST_F(Workpieces, FollowTheFlangeAndTheDisplacementIsItsMotion) {
     EXPECT_THAT(first.GetParentAssembleTrsf(), IsTrsf(base * positioner.FlangeAt(values)));
 }
 
-TEST_F(Workpieces, StandOnTheBaseOfABenchWithoutAxesUnlessTheyCarryIt) {
+TEST_F(Workpieces, BenchWithoutAxesMountsOnItsBase) {
     BenchEntity table;
     table.Initial();
     EXPECT_EQ(table.GetPlacementLinkHash(), 0U);
@@ -71,7 +88,7 @@ TEST_F(Workpieces, StandOnTheBaseOfABenchWithoutAxesUnlessTheyCarryIt) {
     EXPECT_FALSE(table.IsContainWorkpiece(&second));
 }
 
-TEST_F(Workpieces, LeaveTableAndSystemsToTheData) {
+TEST_F(Workpieces, TableAndSystemsAreReported) {
     bench.GetLink(1)->SetCenterTrsf(gpHandle::EulerToTrsf(LocEuler({1, 2, 3}, {0, 0.2, 0})));
     bench.Initial();
     ASSERT_EQ(bench.GetBenchDH().size(), 4U);
@@ -83,7 +100,7 @@ TEST_F(Workpieces, LeaveTableAndSystemsToTheData) {
     EXPECT_EQ(bench.DataToJson("")["WorkbenchSystem"][0].asUInt64(), 4U);
 }
 
-TEST_F(Workpieces, AreReleasedByABenchOfTwoChainsWhichIsRefused) {
+TEST_F(Workpieces, RefusedBenchReleasesItsWorkpieces) {
     const auto forked = sample::Build(positioner, 5);
     Json::Value root = forked->LinkToJson(forked->GetLink(0));
     root["link_hash"] = 7;

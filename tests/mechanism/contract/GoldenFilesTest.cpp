@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <fstream>
 #include <support/Mechanism.h>
 
@@ -6,11 +7,11 @@
 namespace {
 
 Json::Value Golden(const char* name) {
-    std::ifstream file(std::string(TEST_DATA) + "/" + name);
+    std::ifstream file(std::filesystem::path(TEST_DATA) / name);
     return Parsed({std::istreambuf_iterator<char>(file), {}});
 }
 
-TEST(GoldenFiles, ARobot) {
+TEST(GoldenFiles, RobotOfAnEarlierVersionIsRead) {
     RobotEntity robot{sample::Build(sample::SixAxisArm(), 1).get()};
     robot.LoadFromJson(Golden("robot.json"));
     EXPECT_EQ(robot.GetHashIndex(), 16045690984503098046U);
@@ -21,7 +22,7 @@ TEST(GoldenFiles, ARobot) {
     EXPECT_NEAR(robot.GetArmDH()[2][0], 600, 1e-9);
 }
 
-TEST(GoldenFiles, ATool) {
+TEST(GoldenFiles, ToolOfAnEarlierVersionIsRead) {
     const auto tool = ToolEntity::CreateToolEntityByParameter(Golden("tool_parameters.json")).second;
     tool->LoadFromJson(Golden("tool.json"));
     EXPECT_EQ(tool->GetToolWorkType(), ToolEntity::WorkTypePainting);
@@ -29,7 +30,7 @@ TEST(GoldenFiles, ATool) {
     EXPECT_EQ(tool->GetEndToolMdl(), tool->GetFixMdls()[0]);
 }
 
-TEST(GoldenFiles, AState) {
+TEST(GoldenFiles, StateOfAnEarlierVersionIsRead) {
     const Registrar system(2001, {.pedestal = 1});
     GrpState state(2001);
     ASSERT_TRUE(state.FromJson(Golden("state.json")));

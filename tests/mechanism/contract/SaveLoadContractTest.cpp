@@ -33,7 +33,7 @@ protected:
     const Entities entity = GetParam().make();
 };
 
-TEST_P(SaveLoadContract, SaveLoadSaveGivesTheSameDocumentAlsoThroughText) {
+TEST_P(SaveLoadContract, SaveLoadSaveGivesTheSameDocument) {
     entity->SetHashIndex(0xfedcba9876543210U);
     entity->UpdateLinkModelNames();
     const Json::Value first = ThroughText(entity->ToJson(""));
@@ -41,10 +41,20 @@ TEST_P(SaveLoadContract, SaveLoadSaveGivesTheSameDocumentAlsoThroughText) {
     EXPECT_EQ(ThroughText(Loaded(first)->ToJson("")), first);
 }
 
-TEST_P(SaveLoadContract, RefusesADocumentOfAnotherKindAndStaysAsItWas) {
+TEST_P(SaveLoadContract, TypeIsWrittenAndNeverRead) {
+    for (const Json::Value& type : {Json::Value(77), Json::Value("robot"), Json::Value()}) {
+        Json::Value json = entity->ToJson("");
+        json["HashID"] = 12;
+        json["type"] = type;
+        entity->LoadFromJson(json);
+        EXPECT_EQ(entity->GetHashIndex(), 12U);
+        EXPECT_EQ(entity->ToJson("")["type"].asInt(), GetParam().type);
+    }
+}
+
+TEST_P(SaveLoadContract, WrongTypeOfAKeyIsRefusedAndChangesNothing) {
     const Json::Value before = entity->ToJson("");
-    for (const auto& [key, value] : {std::pair<const char*, Json::Value>{"type", 77},
-                                     {"HashID", "text"},
+    for (const auto& [key, value] : {std::pair<const char*, Json::Value>{"HashID", "text"},
                                      {"ID", "text"},
                                      {"ID", Json::Value(Json::arrayValue)}}) {
         Json::Value bad = before;
@@ -55,7 +65,7 @@ TEST_P(SaveLoadContract, RefusesADocumentOfAnotherKindAndStaysAsItWas) {
     }
 }
 
-TEST_P(SaveLoadContract, ModelsAreNamedAfterTheEntity) {
+TEST_P(SaveLoadContract, ModelNamesContainTheEntityName) {
     entity->SetName("E");
     entity->AddFixMdl(sample::Block(gp_Trsf()));
     entity->UpdateLinkModelNames();
@@ -67,7 +77,7 @@ TEST_P(SaveLoadContract, ModelsAreNamedAfterTheEntity) {
     }
 }
 
-TEST_P(SaveLoadContract, NothingIsLoadedWithoutARootModel) {
+TEST_P(SaveLoadContract, LoadingWithoutARootModelChangesNothing) {
     const Json::Value json = entity->ToJson("");
     entity->SetRootMdl(nullptr);
     entity->SetHashIndex(3);

@@ -29,7 +29,7 @@ gp_Pnt Drawn(Draw& draw, double limit) {
     return {draw.Between(-limit, limit), draw.Between(-limit, limit), draw.Between(-limit, limit)};
 }
 
-TEST(CheckPaths, APoseAtTheToleranceStaysAndOneBeyondGoes) {
+TEST(CheckPaths, PoseBeyondTheToleranceIsErased) {
     for (const gp_Trsf& place :
          {gp_Trsf(), gpHandle::EulerToTrsf(LocEuler({400, -30, 70}, {0.3, -1.1, 2}))}) {
         const Shape face = Plane();
@@ -46,7 +46,7 @@ TEST(CheckPaths, APoseAtTheToleranceStaysAndOneBeyondGoes) {
     }
 }
 
-TEST(CheckPaths, WhatIsNoSurfaceIsRefusedAndLostPosesGo) {
+TEST(CheckPaths, MissingSurfaceIsRefusedAndNonFinitePosesAreErased) {
     Groups groups = {{{At({0, 0, 0})}}};
     EXPECT_THROW(InterpHandle::CheckPathsOnFace(groups, nullptr, 1), std::invalid_argument);
     EXPECT_THROW(InterpHandle::CheckPathsOnFace(groups, Entity(TopoDS_Shape()), 1), std::invalid_argument);
@@ -54,12 +54,14 @@ TEST(CheckPaths, WhatIsNoSurfaceIsRefusedAndLostPosesGo) {
     groups[0][0].push_back({std::nan(""), 0, 0, 0, 0, 1});
     InterpHandle::CheckPathsOnFace(groups, Plane(), 1);
     EXPECT_EQ(groups[0][0].size(), 1U);
+    InterpHandle::CheckPathsOnFace(groups, Plane(), std::nan(""));
+    EXPECT_EQ(groups[0][0].size(), 1U) << "nothing is farther than a tolerance that is no number";
     InterpHandle::CheckPathsOnFace(groups, Plane(), -1);
     EXPECT_TRUE(groups[0].empty());
 }
 
 // The kernel's exact distances; curved faces may differ by their deflection.
-TEST(Distances, AgreeWithTheKernel) {
+TEST(Distances, MatchTheKernelsExtrema) {
     constexpr double deflection = 0.05;
     const TopoDS_Shape cylinder = BRepPrimAPI_MakeCylinder(50, 200).Shape();
     const Shape solid = Entity(cylinder);

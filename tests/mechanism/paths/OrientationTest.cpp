@@ -38,7 +38,7 @@ gp_Trsf Blended(const gp_Pnt& a, const gp_Pnt& b, double t) {
 
 gp_Trsf FromAngles(const gp_Pnt& angles) { return gpHandle::EulerToRotateTrsf(angles); }
 
-TEST(Orientation, SamplesAreTheKernelsBlends) {
+TEST(Orientation, SamplesMatchTheKernelsQuaternionBlend) {
     Draw draw(51);
     for (int i = 0; i < Draws::Count(); ++i) {
         const gp_Pnt a = Drawn(draw, Pi);
@@ -58,7 +58,7 @@ TEST(Orientation, SamplesAreTheKernelsBlends) {
     }
 }
 
-TEST(Orientation, CountsBelowTwoAndTheShorterWayRound) {
+TEST(Orientation, CountsBelowTwoAndTheShorterArc) {
     const gp_Pnt a(3, 0, 0);
     EXPECT_TRUE(InterpHandle::EulerByQuaternion(a, {}, 0).empty());
     EXPECT_EQ(InterpHandle::EulerByQuaternion(gp_Pnt(9, 9, 9), {}, 1).front().X(), 9)
@@ -71,7 +71,7 @@ TEST(Orientation, CountsBelowTwoAndTheShorterWayRound) {
     EXPECT_GT(std::abs(quarters[1].Z() - Pi / 8), 1e-3) << "no slerp: quarter points are off";
 }
 
-TEST(Orientation, AlongAPathItFollowsTheChordFromTheStart) {
+TEST(Orientation, PathFractionIsTheChordFromTheStart) {
     const gp_Pnt a(0.1, 0.2, 0.3);
     const gp_Pnt b(0.9, -0.4, 1.2);
     const std::vector<gp_Pnt> path = {{0, 0, 0}, {15, 0, 0}, {0, 4, 0}, {10, 0, 0}};
@@ -92,7 +92,7 @@ TEST(Orientation, AlongAPathItFollowsTheChordFromTheStart) {
     }
 }
 
-TEST(Orientation, TheCountOfAnAngleChangeFollowsItsDirectionAlone) {
+TEST(Orientation, CountDependsOnTheDirectionOfTheChangeAlone) {
     const auto count = [](const gp_Pnt& b, double step) {
         return InterpHandle::InterpolationPtsByQuaternion(gp_Pnt(), b, step).size();
     };
@@ -106,7 +106,7 @@ TEST(Orientation, TheCountOfAnAngleChangeFollowsItsDirectionAlone) {
     EXPECT_EQ(count({0.5, 0, 0}, std::nan("")), 1U);
 }
 
-TEST(Orientation, StatesMoveTheFirstPoseAndNothingElse) {
+TEST(Orientation, StatesChangeOnlyTheFirstPose) {
     const Registrar system(61, {.robots = 2});
     GrpState a(61), b(61);
     a.SetValues(std::vector<double>(12, 0.5));
@@ -129,7 +129,7 @@ TEST(Orientation, StatesMoveTheFirstPoseAndNothingElse) {
     EXPECT_TRUE(InterpHandle::InterpolationPtsByQuaternion(a, b, 0.9).empty());
 }
 
-TEST(Orientation, PosesStandOnTheSegmentAndTurnAlongIt) {
+TEST(Orientation, PosesLieOnTheSegmentWithBlendedAngles) {
     Draw draw(52);
     for (int i = 0; i < Draws::Count() / 10; ++i) {
         const LocEuler a = Pose(draw);
@@ -145,7 +145,7 @@ TEST(Orientation, PosesStandOnTheSegmentAndTurnAlongIt) {
     }
 }
 
-TEST(Orientation, PosesTakeTheLargerOfBothCounts) {
+TEST(Orientation, PosesTakeTheLargerCount) {
     const auto size = [](double distance, double posStep, double angStep) {
         const LocEuler b({distance, 0, 0}, {1, 0, 0});
         return InterpHandle::InterpolationPtsByQuaternion(LocEuler(), b, posStep, angStep).size();
@@ -155,7 +155,7 @@ TEST(Orientation, PosesTakeTheLargerOfBothCounts) {
     EXPECT_EQ(size(9, 1, 0.1), 10U);
 }
 
-TEST(Orientation, TransformsBlendAsTheKernelDoes) {
+TEST(Orientation, TransformBlendMatchesTheKernel) {
     Draw draw(53);
     for (int i = 0; i < Draws::Count(); ++i) {
         gp_Trsf a = gpHandle::EulerToTrsf(Pose(draw));

@@ -22,7 +22,7 @@ std::vector<double> XsOf(const Path& path) {
     return xs;
 }
 
-TEST(PathLists, CrowdedPosesAreDroppedInFavourOfTheNext) {
+TEST(PathLists, PoseCloserThanOneMillimetreToTheNextIsDropped) {
     EXPECT_THAT(XsOf(InterpHandle::ArrayToPathPair(OnX({0, 0.5, 2, 3}))), ElementsAre(0.5, 2, 3));
     EXPECT_THAT(XsOf(InterpHandle::ArrayToPathPair(OnX({0, 1, 1.9999, 2}))), ElementsAre(0, 2));
     EXPECT_EQ(InterpHandle::ArrayToPathPair(OnX({4}))[0].second.Z(), -1) << "directions come out as units";
@@ -31,7 +31,7 @@ TEST(PathLists, CrowdedPosesAreDroppedInFavourOfTheNext) {
     EXPECT_THROW(InterpHandle::ArrayToPathPair({{0, 0, 0, 0, 0, 0}}), Standard_ConstructionError);
 }
 
-TEST(PathLists, ThinningKeepsTheEndsAndEveryKth) {
+TEST(PathLists, ThinningKeepsBothEndsAndEveryKthPose) {
     const auto path = InterpHandle::ArrayToPathPair(OnX({0, 1, 2, 3, 4, 5, 6}));
     EXPECT_THAT(XsOf(InterpHandle::SparsePathPair(path, 2)), ElementsAre(0, 2, 4, 6));
     EXPECT_THAT(XsOf(InterpHandle::SparsePathPair(path, 1)), ElementsAre(0, 1, 2, 3, 4, 5, 6));
@@ -43,13 +43,16 @@ TEST(PathLists, ThinningKeepsTheEndsAndEveryKth) {
     EXPECT_THROW(InterpHandle::SparsePathPair(path, 0), std::invalid_argument);
 }
 
-TEST(PathLists, ArraysAreSmoothedAtOneMillimetreAtLeast) {
+TEST(PathLists, ArraySpacingIsAtLeastOneMillimetre) {
     auto fine = OnX({0, 10});
     auto one = fine;
     InterpHandle::SplineInterpolationArry(fine, 0.5);
     InterpHandle::SplineInterpolationArry(one, 1.0);
     EXPECT_EQ(fine, one);
     EXPECT_EQ(fine.size(), 11U);
+    auto wide = OnX({0, 10, 200});
+    InterpHandle::SplineInterpolationArry(wide, std::numeric_limits<double>::infinity());
+    EXPECT_THAT(XsOf(InterpHandle::ArrayToPathPair(wide)), ElementsAre(0, 10, 200)) << "no leg is longer";
     auto crowded = OnX({0, 0.2});
     InterpHandle::SplineInterpolationArry(crowded, 1.0);
     EXPECT_EQ(crowded, OnX({0, 0.2})) << "one pose is left, which smooths to nothing: the arrays stay";

@@ -104,7 +104,7 @@ double ParameterAt(const opencascade::handle<Geom_BSplineCurve>& curve, const gp
     return projection.NbPoints() > 0 ? projection.LowerDistanceParameter() : curve->LastParameter();
 }
 
-TEST_P(Spline, EveryLongLegIsTheKernelsCurveEvenlySampledWithTheToolTurnedAlong) {
+TEST_P(Spline, LongLegMatchesTheKernelsCurveAndTurnsTheTool) {
     const Path path = MakePath();
     Path dense = path;
     const double base = 3;
@@ -158,7 +158,7 @@ INSTANTIATE_TEST_SUITE_P(Bends, Spline,
                                          BendCase{"SpaceRightAcross", Space, -0.6, Tool::Across}),
                          sample::NameOf);
 
-TEST(SplinePath, ShortPathsAndShortLegsStayAsTheyAre) {
+TEST(SplinePath, ShortPathsAndShortLegsAreKept) {
     Path one = {{gp_Pnt(1, 2, 3), X}};
     InterpHandle::SplineInterpolation(one, 5);
     EXPECT_TRUE(one.empty());
@@ -174,9 +174,19 @@ TEST(SplinePath, ShortPathsAndShortLegsStayAsTheyAre) {
     Path straight = {{gp_Pnt(), Z}, {gp_Pnt(10, 0, 0), Z}, {gp_Pnt(20, 0, 0), Z}};
     InterpHandle::SplineInterpolation(straight, 10);
     EXPECT_EQ(straight.size(), 3U) << "a leg as long as the base is short";
+    for (const double base : {-10.0, std::numeric_limits<double>::infinity(), -1e300}) {
+        InterpHandle::SplineInterpolation(straight, base);
+        EXPECT_EQ(straight.size(), 3U) << "squares are compared: " << base;
+    }
+    Path fine;
+    for (int k = 0; k < 1'200'000; ++k) {
+        fine.emplace_back(gp_Pnt(k, 0, 0), Z);
+    }
+    InterpHandle::SplineInterpolation(fine, 1);
+    EXPECT_EQ(fine.size(), 1'200'000U) << "no limit on a path without a long leg";
 }
 
-TEST(SplinePath, FailuresLeaveThePathAsItWas) {
+TEST(SplinePath, FailureLeavesThePathUnchanged) {
     const Path good = {{gp_Pnt(), Z}, {gp_Pnt(10, 0, 0), Z}, {gp_Pnt(20, 5, 0), Z}};
     Path coincident = good;
     coincident[2].first = coincident[1].first; // the first leg has no tangent to enter along
@@ -189,7 +199,7 @@ TEST(SplinePath, FailuresLeaveThePathAsItWas) {
         EXPECT_THROW(InterpHandle::SplineInterpolation(path, 4), Standard_Failure);
         EXPECT_EQ(path.size(), 3U);
     }
-    for (const double base : {0.0, -1.0, std::nan(""), std::numeric_limits<double>::infinity()}) {
+    for (const double base : {0.0, -1.0, std::nan("")}) {
         Path path = good;
         EXPECT_THAT(Thrown([&] { InterpHandle::SplineInterpolation(path, base); }),
                     testing::HasSubstr("expected a finite spacing above 0 mm"));

@@ -35,7 +35,7 @@ protected:
     std::mt19937 random{8};
 };
 
-TEST_P(Carrier, TakesItsOwnMotionOutOfWhatItCarries) {
+TEST_P(Carrier, PedestalMotionIsRemovedFromAPose) {
     const gp_Trsf atZero = robot.GetCurrentTrsfTCP();
     for (int draw = 0; draw < 100; ++draw) {
         const auto values = sample::RandomValues(motion, random);
@@ -45,7 +45,7 @@ TEST_P(Carrier, TakesItsOwnMotionOutOfWhatItCarries) {
     }
 }
 
-TEST_P(Carrier, PassesOverRestingAxesAndStopsAtUnknownOnes) {
+TEST_P(Carrier, ZeroAxesAreSkippedAndUnknownJointTypesEndTheRemoval) {
     const gp_Trsf pose = robot.GetCurrentTrsfTCP();
     auto values = std::vector<double>(motion.axes.size(), 9.9e-7);
     EXPECT_THAT(AtZero(values, pose), IsTrsf(pose, 0, 0));
@@ -57,7 +57,7 @@ TEST_P(Carrier, PassesOverRestingAxesAndStopsAtUnknownOnes) {
     EXPECT_THAT(AtZero(values, pose), IsTrsf(pose, 0, 0));
 }
 
-TEST_P(Carrier, LetsGoOfWhatIsTakenOff) {
+TEST_P(Carrier, DismountedRobotLeavesTheSystems) {
     robot.SetAssembleTrsf(motion.flange);
     pedestal->ForwardTrsfWithValue(sample::RandomValues(motion, random), true, true);
     pedestal->DisassembleModel(&robot);

@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(PedestalOrder, EverySystemOwnsOneRunHoweverTheLinksWereListed) {
+TEST(PedestalOrder, EverySystemOwnsAContiguousRangeOfLinks) {
     const std::map<std::uint64_t, std::uint64_t> parents = {{2, 1},   {3, 2},   {4, 1},
                                                             {11, 10}, {12, 11}, {21, 20}};
     std::vector<std::uint64_t> listing = {2, 3, 4, 10, 11, 12, 20, 21};
@@ -32,7 +32,7 @@ TEST(PedestalOrder, EverySystemOwnsOneRunHoweverTheLinksWereListed) {
     }
 }
 
-TEST(PedestalOrder, BranchesOfOneTreeShareTheRunFromItsTop) {
+TEST(PedestalOrder, BranchesOfOneTreeStartAtTheSameLink) {
     Rail rail;
     LinkRod* const top = rail.Add(1);
     rail.Add(9);
@@ -50,7 +50,7 @@ TEST(PedestalOrder, BranchesOfOneTreeShareTheRunFromItsTop) {
     EXPECT_EQ(rail.GetSystem(left), 70U) << "the lowest of those that hold it";
 }
 
-TEST(PedestalOrder, FaultyTreesAreNamedAndTheLinksStayWhole) {
+TEST(PedestalOrder, FaultyTreeThrowsAndKeepsTheLinks) {
     Rail rail;
     LinkRod* const child = rail.Add(2, rail.Add(1));
     rail.Add(3);

@@ -31,7 +31,7 @@ protected:
     LinkRod* const far = rail.Add(11, top, oblique);
 };
 
-TEST_F(Pedestal, WithoutSystemsAnswersForTheWhole) {
+TEST_F(Pedestal, WithoutSystemsAllLinksAnswer) {
     rail.Initial();
     rail.SetCurrentValue({1, 2, 3}, 5);
     EXPECT_THAT(rail.GetCurrentValue(5), ElementsAre(1, 2, 3));
@@ -40,7 +40,7 @@ TEST_F(Pedestal, WithoutSystemsAnswersForTheWhole) {
     EXPECT_THROW(rail.IsInLimit({1, 2, 3}, 5, 0), std::string) << "this one needs a run";
 }
 
-TEST_F(Pedestal, KeepsASystemsValuesAsASliceOfTheWhole) {
+TEST_F(Pedestal, SystemValuesAreASliceOfAllValues) {
     Stand(70, 80);
     EXPECT_EQ(rail.GetSystem(top), 80U) << "the link behind the other's run";
     rail.SetCurrentValue({7, 8, 99}, 80);
@@ -54,14 +54,14 @@ TEST_F(Pedestal, KeepsASystemsValuesAsASliceOfTheWhole) {
     EXPECT_THAT(rail.GetCurrentValue(80), ElementsAre(0, 0)) << "no link was moved by all this";
 }
 
-TEST_F(Pedestal, CopiesTheRunOfARobotWithoutAHashOverItsFront) {
+TEST_F(Pedestal, SystemZeroIsAddressedAsTheWholePedestal) {
     far->value = 8;
     Stand(70, 0);
     EXPECT_EQ(rail.GetCurrentValueData(0).start, 1U);
     EXPECT_THAT(rail.GetCurrentValue(0), ElementsAre(0, 8, 8)) << "not 0, 0, 8";
 }
 
-TEST_F(Pedestal, HasTheLimitsOfTheRun) {
+TEST_F(Pedestal, LimitsAreThoseOfTheSystemsLinks) {
     near->limit = {0, 1};
     Stand(70, 80);
     EXPECT_EQ(rail.GetLimit(0, 0).size(), static_cast<std::size_t>(rail.GetLinkSize()))
@@ -74,7 +74,7 @@ TEST_F(Pedestal, HasTheLimitsOfTheRun) {
     EXPECT_FALSE(rail.IsInLimit({2, 50, 50}, 0, 0)) << "the pedestal as a whole";
 }
 
-TEST_F(Pedestal, FailsWithItsTextsAndLines) {
+TEST_F(Pedestal, FailuresCarryTheStatedTextsAndLines) {
     Stand(70, 80);
     const std::string unknown = "map传入key错误，数据不在范围内";
     const std::tuple<std::function<void()>, int, std::string, std::string, std::string> cases[] = {
@@ -90,7 +90,7 @@ TEST_F(Pedestal, FailsWithItsTextsAndLines) {
     }
 }
 
-TEST_F(Pedestal, SplitsSpeedsAndTranslationsOverItsAxes) {
+TEST_F(Pedestal, SpeedsAndTranslationsAreSplitOverTheAxes) {
     Stand(70, 80);
     const double speeds[] = {10, 5};
     EXPECT_TRUE(rail.GetSpeedValue(speeds, 80).IsEqual(gp_XYZ(-13, 0, 4), Rounding));
@@ -104,7 +104,7 @@ TEST_F(Pedestal, SplitsSpeedsAndTranslationsOverItsAxes) {
     EXPECT_TRUE(gp_XYZ(axis[5], axis[8], axis[11]).IsEqual(oblique.XYZ(), Rounding));
 }
 
-TEST_F(Pedestal, PrefersTheFirstOfItsLongestAxesAndWeighsThemByABox) {
+TEST_F(Pedestal, LongestAxisAndBoxScalesFollowTheRules) {
     EXPECT_TRUE(Rail().GetMaxAxisDir(5).IsEqual(gp::DX(), 0)) << "no links: nobody asks which system";
     Stand(70, 80);
     EXPECT_TRUE(rail.GetMaxAxisDir(80).IsEqual(gp::DY(), 0));

@@ -34,7 +34,7 @@ void ExpectSame(GeoCurve copy, GeoCurve& original) {
     EXPECT_TRUE(copy.GetOriTopoEdge().IsEqual(original.GetOriTopoEdge()));
 }
 
-TEST(GeoCurve, CopiesShareTopologyAndHandles) {
+TEST(GeoCurve, CopyingSharesTopologyAndHandles) {
     GeoCurve original = Sample();
     ExpectSame(original, original);
     GeoCurve assigned;

@@ -21,7 +21,7 @@ mesh::AIS_Mesh Sample() {
     return sample;
 }
 
-TEST(Mesh, HasARunTimeTypeOfItsOwn) {
+TEST(Mesh, RegistersItsRunTimeType) {
     const opencascade::handle<AIS_InteractiveObject> object = new mesh::AIS_Mesh;
     EXPECT_STREQ(object->DynamicType()->Name(), "AIS_Mesh");
     EXPECT_TRUE(object->IsKind(STANDARD_TYPE(AIS_InteractiveObject)));
@@ -30,7 +30,7 @@ TEST(Mesh, HasARunTimeTypeOfItsOwn) {
     EXPECT_EQ(object->TypeOfPresentation3d(), PrsMgr_TOP_AllView);
 }
 
-TEST(Mesh, CopiesShareFacesAndMovesEmptyTheirSource) {
+TEST(Mesh, CopyingSharesFacesAndMovingEmptiesTheSource) {
     mesh::AIS_Mesh original = Sample();
     mesh::AIS_Mesh copy(original);
     copy.GetFaceMeshesData().front()->triangles.push_back(5);
@@ -48,7 +48,7 @@ TEST(Mesh, CopiesShareFacesAndMovesEmptyTheirSource) {
     EXPECT_TRUE(original.GetMeshs().empty() && original.GetFaceMeshesData().empty());
 }
 
-TEST(Mesh, GivenItsOwnListsStaysAsItIs) {
+TEST(Mesh, SettingItsOwnListsChangesNothing) {
     mesh::AIS_Mesh sample = Sample();
     sample.SetMeshe(sample.GetMeshs());
     EXPECT_EQ(sample.GetMeshs().size(), 3U);
@@ -59,7 +59,7 @@ TEST(Mesh, GivenItsOwnListsStaysAsItIs) {
     EXPECT_EQ(sample.GetFaceMeshesData().size(), 1U);
 }
 
-TEST(Mesh, IsDrawnAsOneArrayALayerAndSelectedByTheSameTriangles) {
+TEST(Mesh, DrawsOneArrayPerLayerAndSelectsTheSameTriangles) {
     opencascade::handle<Mesh> sample = new Mesh;
     sample->SetMeshe(
         {Triangle(0, 1), Triangle(5, 2), Triangle(7, 1), {{{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}, 2}});

@@ -14,7 +14,7 @@ protected:
     RobotEntity coupledRobot{sample::Build(wrist, Hash).get()};
 };
 
-TEST_F(AxisQueries, AxesAreCountedFromOneAndRefusedOutside) {
+TEST_F(AxisQueries, AxisNumbersStartAtOneAndThrowOutsideTheRange) {
     EXPECT_EQ(robot.GetAxis(6), robot.GetLink(5));
     for (const int axis : {0, -1, 7}) {
         ExpectFailure([&] { robot.GetAxis(axis); }, "RobotEntity", "RobotEntity::GetAxis",
@@ -24,7 +24,7 @@ TEST_F(AxisQueries, AxesAreCountedFromOneAndRefusedOutside) {
     EXPECT_EQ(coupledRobot.GetRobotDOF(), 6);
 }
 
-TEST_F(AxisQueries, JointPositionsNeedSevenLinks) {
+TEST_F(AxisQueries, JointPositionsThrowForFewerThanSevenLinks) {
     EXPECT_THROW(robot.GetLinkJointPos(), std::out_of_range);
     const auto positions = coupledRobot.GetLinkJointPos();
     ASSERT_EQ(positions.size(), 6U);
@@ -33,7 +33,7 @@ TEST_F(AxisQueries, JointPositionsNeedSevenLinks) {
     }
 }
 
-TEST_F(AxisQueries, LimitsFollowTheCouplingRecordOnlyAsItSays) {
+TEST_F(AxisQueries, LimitsFollowTheCouplingRecord) {
     EXPECT_TRUE(robot.GetLimit(Hash, 0).empty()) << "an unfilled record has no first index";
     CoupedValue& coupled = GrpConfig::GetCoupledValue(Hash);
     coupled.index[0] = 0;
@@ -55,7 +55,7 @@ TEST_F(AxisQueries, LimitsFollowTheCouplingRecordOnlyAsItSays) {
     EXPECT_EQ(robot.GetLimit(666, 0).size(), std::size(coupled.index)) << "ends without a terminator too";
 }
 
-TEST_F(AxisQueries, ARobotIsUpUnlessItHangsWithinTwentyDegreesOfStraightDown) {
+TEST_F(AxisQueries, RobotIsUprightUnlessWithinTwentyDegreesOfStraightDown) {
     for (const double tilt : {0, 90, 159, 165, 180}) {
         gp_Trsf base;
         base.SetRotation(gp_Ax1(gp_Pnt(100, 0, 50), gp_Dir(1, 1, 0)), tilt * Degree);
@@ -64,7 +64,7 @@ TEST_F(AxisQueries, ARobotIsUpUnlessItHangsWithinTwentyDegreesOfStraightDown) {
     }
 }
 
-TEST_F(AxisQueries, ACoupledWristTurnsBackAndOrdinaryOnesDoNot) {
+TEST_F(AxisQueries, CoupledWristSetsValueSixToMinusValueFive) {
     const std::vector<double> values = {0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0.7};
     coupledRobot.SetCurrentValue(values, Hash);
     EXPECT_THAT(coupledRobot.GetCurrentValue(0), testing::ElementsAre(0.1, 0.2, 0.3, 0.4, 0.5, -0.5, 0.7));
@@ -72,7 +72,7 @@ TEST_F(AxisQueries, ACoupledWristTurnsBackAndOrdinaryOnesDoNot) {
     EXPECT_THAT(robot.GetCurrentValue(0), testing::ElementsAre(0.1, 0.2, 0.3, 0.4, 0.5, 0.6));
 }
 
-TEST_F(AxisQueries, InitialValuesAreTheConfiguredOnesAndZeroBeyond) {
+TEST_F(AxisQueries, InitialValuesAreTheConfiguredDefaultsThenZero) {
     auto& defaults = CADParamConfig::GetInstance()->defaultRobotValues;
     const auto before = std::exchange(defaults, {1, 2, 3, 4, 5, 6});
     const RobotEntity fresh(sample::Build(wrist, Hash).get());
@@ -80,7 +80,7 @@ TEST_F(AxisQueries, InitialValuesAreTheConfiguredOnesAndZeroBeyond) {
     defaults = before;
 }
 
-TEST_F(AxisQueries, WhatCannotBeAnArmIsRefused) {
+TEST_F(AxisQueries, IncompleteArmsAreRefused) {
     EXPECT_THROW(RobotEntity(nullptr), std::invalid_argument);
     GenericEntityConfig noFlange;
     EXPECT_THROW(RobotEntity{&noFlange}, std::out_of_range);

@@ -55,7 +55,7 @@ protected:
     std::unique_ptr<RobotEntity> robot;
 };
 
-TEST_P(Normalisation, MovesNothingHoweverOftenTheArmIsRewritten) {
+TEST_P(Normalisation, RepeatedRewritingMovesNoAxisModelOrFlange) {
     ExpectEverythingInPlace("as built");
     robot->SetName("renamed");
     robot->UpdateLinkModelNames();
@@ -64,7 +64,7 @@ TEST_P(Normalisation, MovesNothingHoweverOftenTheArmIsRewritten) {
     ExpectEverythingInPlace("saved and loaded");
 }
 
-TEST_P(Normalisation, EveryLinkTurnsAboutItsOwnZAndExtractionIsItsOwnInverse) {
+TEST_P(Normalisation, LinksTurnAboutTheirZAndExtractionIsIdempotent) {
     const auto table = robot->GetArmDH();
     ASSERT_EQ(table.size(), arm.axes.size());
     for (int i = 0; i < robot->GetLinkSize(); ++i) {
@@ -77,14 +77,14 @@ TEST_P(Normalisation, EveryLinkTurnsAboutItsOwnZAndExtractionIsItsOwnInverse) {
     }
 }
 
-TEST_P(Normalisation, RepeatedLoadingSettlesToTheBit) {
+TEST_P(Normalisation, RepeatedLoadingReachesAFixedDocument) {
     robot->LoadFromJson(robot->ToJson(""));
     const Json::Value first = robot->ToJson("");
     robot->LoadFromJson(first);
     EXPECT_EQ(robot->ToJson(""), first);
 }
 
-TEST(ParallelArm, HasATableThatStartsHalfATurnAboutZ) {
+TEST(ParallelArm, TableStartsFromABaseTurnedByPiAboutZ) {
     const RobotEntity robot(sample::Build(sample::ParallelArm(), 4).get());
     gp_Trsf half;
     half.SetRotation(gp::OZ(), std::numbers::pi);

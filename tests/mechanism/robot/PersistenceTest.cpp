@@ -9,7 +9,7 @@ protected:
     const Json::Value saved = robot.ToJson("");
 };
 
-TEST_F(RobotPersistence, EmptyListsAreNotWrittenAndTheBrandIsWrittenApart) {
+TEST_F(RobotPersistence, OmitsEmptyListsAndTheBrand) {
     Json::Value json = saved;
     json["RobotBrand"] = 7;
     robot.LoadFromJson(json);
@@ -23,7 +23,7 @@ TEST_F(RobotPersistence, EmptyListsAreNotWrittenAndTheBrandIsWrittenApart) {
     }
 }
 
-TEST_F(RobotPersistence, OddTablesAreReadAsTheyAlwaysWere) {
+TEST_F(RobotPersistence, IncompleteTablesAreExtractedOrPadded) {
     const auto table = robot.GetArmDH();
     Json::Value notARow = saved;
     notARow["DH"][0] = 3; // the table comes from the links
@@ -31,7 +31,11 @@ TEST_F(RobotPersistence, OddTablesAreReadAsTheyAlwaysWere) {
     noTable.removeMember("DH");
     Json::Value shortRow = saved;
     shortRow["DH"][0].resize(3); // a, alpha, d: theta is padded, and is zero there
-    for (const Json::Value& json : {notARow, noTable, shortRow}) {
+    Json::Value noList = saved;
+    noList["DH"] = 3;
+    Json::Value emptyObject = saved;
+    emptyObject["DH"] = Json::Value(Json::objectValue);
+    for (const Json::Value& json : {notARow, noTable, shortRow, noList, emptyObject}) {
         robot.LoadFromJson(json);
         ASSERT_EQ(robot.GetArmDH().size(), table.size());
         for (std::size_t row = 0; row < table.size(); ++row) {
@@ -40,7 +44,7 @@ TEST_F(RobotPersistence, OddTablesAreReadAsTheyAlwaysWere) {
     }
 }
 
-TEST_F(RobotPersistence, AnotherTableMovesAxesAndNoBodies) {
+TEST_F(RobotPersistence, LoadingAnotherTableMovesAxesAndNoBodies) {
     Json::Value longer = saved;
     longer["DH"][2][0] = saved["DH"][2][0].asDouble() + 10;
     const auto place = [&] {
@@ -53,14 +57,14 @@ TEST_F(RobotPersistence, AnotherTableMovesAxesAndNoBodies) {
     EXPECT_NEAR(robot.GetArmDH()[2][0], longer["DH"][2][0].asDouble(), 1e-9);
 }
 
-TEST_F(RobotPersistence, MoreRowsThanLinksFailLoudly) {
+TEST_F(RobotPersistence, MoreRowsThanLinksLogsAndThrows) {
     Json::Value json = saved;
     json["DH"].append(json["DH"][5]);
     ExpectFailure([&] { robot.LoadFromJson(json); }, "RobotEntity", "RobotEntity::LoadFromJson",
                   "存在异常的空数据");
 }
 
-TEST_F(RobotPersistence, FaultyDocumentsAreRefusedByKeyAndChangeNothing) {
+TEST_F(RobotPersistence, FaultyDocumentIsRefusedByKeyAndChangesNothing) {
     const std::tuple<const char*, const char*, const char*> faults[] = {
         {".ID", "\"no identifier\"", "ID: \"no identifier\""},
         {".ToolLib[0]", "[1, 0, 0]", "ToolLib[0]"},
@@ -70,6 +74,7 @@ TEST_F(RobotPersistence, FaultyDocumentsAreRefusedByKeyAndChangeNothing) {
         {".J3.axis_min", "500", "J3.axis_min"},
         {".J4", "4", "J4"},
         {".RobotBrand", "\"x\"", "RobotBrand"},
+        {".DH", "[[1e9, 0, 0, 0], [1e9, 0, 0, 0]]", "DH"},
     };
     for (const auto& [path, value, complaint] : faults) {
         Json::Value json = saved;
@@ -86,7 +91,31 @@ TEST_F(RobotPersistence, FaultyDocumentsAreRefusedByKeyAndChangeNothing) {
     EXPECT_EQ(robot.ToJson(""), saved) << "links are looked at before the table is taken from them";
 }
 
-TEST_F(RobotPersistence, NullModelsAreSkippedWithAWarning) {
+TEST_F(RobotPersistence, UnreadableCurrentToolOfAnEmptyListChangesNothing) {
+    Json::Value json = saved;
+    json["HashID"] = 12;
+    json["ToolLib"] = Json::Value(Json::arrayValue);
+    json["CurrentToolIndex"] = 11;
+    EXPECT_EQ(Thrown([&] { robot.LoadFromJson(json); }), "invalid vector subscript");
+    EXPECT_EQ(robot.ToJson(""), saved);
+}
+
+TEST_F(RobotPersistence, RenamingAndInitialKeepTheCurrentValues) {
+    const std::vector<double> values = {0.1, 0.2, 0.3, 0.4, 0.5, 0.6};
+    for (const bool moved : {false, true}) {
+        robot.SetCurrentValue(values, 31);
+        if (moved) {
+            robot.ForwardTrsfWithValue({1, 0, 0, 0, 0, 0}, true, true);
+        }
+        robot.UpdateLinkModelNames();
+        EXPECT_EQ(robot.GetCurrentValue(0), values);
+        robot.Initial();
+        EXPECT_EQ(robot.GetCurrentValue(0), values);
+        EXPECT_EQ(robot.GetLink(0)->value, moved ? 1 : 0) << "nor do the links move";
+    }
+}
+
+TEST_F(RobotPersistence, NullModelIsSkippedWithAWarning) {
     robot.GetLink(2)->models.push_back(nullptr);
     robot.UpdateLinkModelNames();
     LogCapture log;

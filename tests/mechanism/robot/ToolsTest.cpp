@@ -17,7 +17,7 @@ protected:
     RobotEntity robot{sample::Build(sample::SixAxisArm(), 5).get()};
 };
 
-TEST_F(RobotTools, TheListGrowsForReadersUpToTenAndForWritersBeyond) {
+TEST_F(RobotTools, ListGrowsOnReadingUpToTenAndOnWritingWithoutLimit) {
     EXPECT_EQ(robot.GetTools().size(), 1U) << "the tool frame asked for tool 0";
     EXPECT_THAT(robot.GetToolFromVector(5), IsTrsf(gp_Trsf(), 0, 0));
     EXPECT_EQ(robot.GetTools().size(), 6U);
@@ -36,7 +36,7 @@ TEST_F(RobotTools, TheListGrowsForReadersUpToTenAndForWritersBeyond) {
     EXPECT_THROW(robot.GetToolFromVector(11), std::out_of_range);
 }
 
-TEST_F(RobotTools, BothFormsOfARotationGiveOneFrameAndComeBack) {
+TEST_F(RobotTools, AnglesAndQuaternionGiveTheSameFrame) {
     const gp_Pnt angles(20 * Degree, -35 * Degree, 110 * Degree);
     const gp_Trsf expected = gpHandle::EulerToTrsf(LocEuler({12, -5, 320}, angles));
     Json::Value euler = Record(0);
@@ -63,7 +63,7 @@ TEST_F(RobotTools, BothFormsOfARotationGiveOneFrameAndComeBack) {
     EXPECT_EQ(robot.GetTools().size(), 3U);
 }
 
-TEST_F(RobotTools, TheToolCentreIsEndFlangeToolAndOffsetInThisOrder) {
+TEST_F(RobotTools, ToolCentreComposesEndFlangeToolAndOffset) {
     Json::Value tool = Record(0);
     tool["RX"] = 30;
     tool["RY"] = 40;
@@ -79,7 +79,7 @@ TEST_F(RobotTools, TheToolCentreIsEndFlangeToolAndOffsetInThisOrder) {
     EXPECT_THAT(gpHandle::EulerToTrsf(robot.GetCurrentTCP()), IsTrsf(expected));
 }
 
-TEST_F(RobotTools, TheTriadStandsAtTheToolAndMovesWithTheEndLink) {
+TEST_F(RobotTools, TriadStandsAtTheToolAndMovesWithTheEndLink) {
     robot.SetToolData(Record(0));
     robot.ChangeCurrentTool(2);
     robot.UpdateToolFrame();
@@ -101,7 +101,7 @@ TEST_F(RobotTools, TheTriadStandsAtTheToolAndMovesWithTheEndLink) {
               1e-6);
 }
 
-TEST_F(RobotTools, WorkbenchesKeepTheirAsymmetries) {
+TEST_F(RobotTools, DeletingAWorkbenchAdjustsTheCurrentIndex) {
     const auto a = sample::Build(sample::Positioner(), 21);
     const auto b = sample::Build(sample::Positioner(), 22);
     const auto c = sample::Build(sample::Positioner(), 23);
@@ -119,6 +119,23 @@ TEST_F(RobotTools, WorkbenchesKeepTheirAsymmetries) {
     EXPECT_EQ(robot.GetCurrentWorkbench(), b.get()) << "a bench that is not listed still moves the index";
     robot.DeleteWorkbench(b.get());
     EXPECT_EQ(robot.GetCurrentWorkbenchIndex(), 0);
+}
+
+TEST_F(RobotTools, DestroyedWorkbenchIsRemovedLikeADeletedOne) {
+    auto first = sample::Build(sample::Positioner(), 21);
+    const auto second = sample::Build(sample::Positioner(), 22);
+    {
+        RobotEntity shortLived(sample::Build(sample::SixAxisArm(), 8).get());
+        shortLived.AddWorkbench(first.get());
+    }
+    robot.AddWorkbench(first.get());
+    robot.AddWorkbench(second.get());
+    robot.SetCurrentWorkbench(second.get());
+    first.reset();
+    EXPECT_EQ(robot.GetCurrentWorkbench(), second.get());
+    EXPECT_EQ(robot.ToJson("")["Workbenches"].size(), 1U);
+    robot.DeleteWorkbench(second.get());
+    EXPECT_EQ(robot.GetCurrentWorkbench(), nullptr);
 }
 
 } // namespace

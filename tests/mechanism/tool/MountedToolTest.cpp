@@ -19,7 +19,7 @@ protected:
         ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second;
 };
 
-TEST_F(MountedTool, TakesTheFirstEmptySlotAndJoinsTheRobotsSystem) {
+TEST_F(MountedTool, TakesTheFirstEmptySlotAndTheRobotsSystem) {
     EXPECT_EQ(robot.GetToolEntity(), torch.get());
     EXPECT_EQ(robot.GetToolIndex(), 0);
     EXPECT_THAT(robot.GetCurrentTool(), IsTrsf(torch->GetToolTrsf(), 0, 0));
@@ -36,7 +36,7 @@ TEST_F(MountedTool, TakesTheFirstEmptySlotAndJoinsTheRobotsSystem) {
     }
 }
 
-TEST_F(MountedTool, MovesWithTheFlangeUntilItIsResetToTheZeroPose) {
+TEST_F(MountedTool, MovesWithTheFlangeAndStaysOnItWhenReset) {
     robot.SetCurrentValue(values, 5);
     robot.ForwardTrsf(5, true, true);
     EXPECT_THAT(torch->GetFixMdls()[0]->Transformation(), IsTrsf(flange)) << "parts follow their root";
@@ -51,7 +51,20 @@ TEST_F(MountedTool, MovesWithTheFlangeUntilItIsResetToTheZeroPose) {
     EXPECT_THAT(body->Transformation(), IsTrsf(pose));
     EXPECT_EQ(robot.GetCurrentValue(0), values);
     EXPECT_THAT(robot.GetCurrentTrsfTool0(), IsTrsf(flange));
-    EXPECT_THAT(torch->GetFixMdls()[0]->LocalTransformation(), IsTrsf(arm.flange));
+    for (const auto& part : torch->GetFixMdls()) {
+        EXPECT_THAT(part->Transformation(), IsTrsf(flange)) << "on the flange as before";
+    }
+}
+
+TEST_F(MountedTool, ToolCentreIsTheSameWhenInitialFollowsMounting) {
+    RobotEntity other(sample::Build(arm, 6).get());
+    const auto late = ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second;
+    other.AssembleOtherModel(late.get(), sample::Place(other.GetEndLink(0)->linkHash, 0));
+    late->Initial();
+    late->UpdateLinkModelNames();
+    EXPECT_EQ(other.GetToolIndex(), robot.GetToolIndex());
+    EXPECT_EQ(other.GetTools().size(), robot.GetTools().size());
+    EXPECT_THAT(other.GetCurrentTrsfTCP(), IsTrsf(robot.GetCurrentTrsfTCP()));
 }
 
 TEST_F(MountedTool, SharesTheRobotsCollisionState) {

@@ -29,7 +29,7 @@ bool Contains(const TopoDS_Shape& shape, const gp_Pnt& point) {
     return classifier.State() == TopAbs_IN;
 }
 
-TEST(Nozzle, GivesFiveValidSolidsWhereTheNumbersPutThem) {
+TEST(Nozzle, BuildsFiveValidSolidsAtTheGivenSizes) {
     for (const double angle : {180.0, 158.0, 135.0}) {
         Json::Value json = sample::TorchParameters();
         json["torch_angle"] = angle;
@@ -66,7 +66,7 @@ NozzleParam Changed(const Change& change) {
     return nozzle;
 }
 
-TEST(Nozzle, ZeroingLeavesTheToolCentreAndWhatFollows) {
+TEST(Nozzle, SetZeroKeepsValuesSixToEleven) {
     NozzleParam nozzle = Changed({"stick_out", 3});
     nozzle.SetZero();
     EXPECT_EQ(nozzle.tipRadius + nozzle.tipLength + nozzle.nozzleRadius + nozzle.nozzleLength +
@@ -77,7 +77,7 @@ TEST(Nozzle, ZeroingLeavesTheToolCentreAndWhatFollows) {
     EXPECT_EQ(nozzle.guardClearance, NozzleParam().guardClearance);
 }
 
-TEST(Nozzle, RefusesNumbersByName) {
+TEST(Nozzle, InvalidNumberIsRefusedByName) {
     const double infinity = std::numeric_limits<double>::infinity();
     const std::vector<Change> bad = {
         {"tip_radius", 0.0},      {"tip_length", -1.0},          {"nozzle_radius", "12"}, {"tcp_z", infinity},

@@ -20,7 +20,7 @@ protected:
         ToolEntity::CreateToolEntityByParameter(sample::TorchParameters()).second;
 };
 
-TEST_F(Painting, TheConeStandsAtTheToolCentreAndFollowsTheTool) {
+TEST_F(Painting, ConeStandsAtTheToolCentreAndFollowsTheTool) {
     const gp_Trsf place = gpHandle::EulerToTrsf(LocEuler({100, 0, 50}, {0, 0.3, 0}));
     tool->SetRootMdlTrsf(place);
     tool->Initial();
@@ -37,7 +37,7 @@ TEST_F(Painting, TheConeStandsAtTheToolCentreAndFollowsTheTool) {
     EXPECT_EQ(tool->GetFixMdls().size(), 3U) << "a cone is no part of the tool";
 }
 
-TEST_F(Painting, IsRebuiltOnlyWhenSizeFrameOrSwitchChanged) {
+TEST_F(Painting, ConeIsRebuiltOnlyWhenSizeFrameOrSwitchChange) {
     tool->Initial();
     const TopoDS_Shape first = Cone();
     tool->SetPaintedTool();
@@ -54,9 +54,14 @@ TEST_F(Painting, IsRebuiltOnlyWhenSizeFrameOrSwitchChanged) {
     EXPECT_FALSE(tool->GetPaintedMdl()->IsDisplayed());
     tool->GetRootMdl()->Display(1, 0);
     EXPECT_FALSE(tool->GetPaintedMdl()->IsDisplayed()) << "showing the tool does not bring the cone back";
+    EXPECT_TRUE(tool->UpdataToolParameterData(sample::TorchParameters()));
+    EXPECT_FALSE(tool->GetPaintedMdl()->IsDisplayed()) << "nor does a rebuild";
+    const gp_Trsf elsewhere = gpHandle::EulerToTrsf(LocEuler({0, 70, 0}, {0, 0, 1}));
+    tool->SetRootMdlTrsf(elsewhere);
     config.paintShown = true;
     tool->SetPaintedTool();
     EXPECT_TRUE(tool->GetPaintedMdl()->IsDisplayed());
+    EXPECT_THAT(tool->GetPaintedMdl()->Transformation(), IsTrsf(elsewhere)) << "moved while switched off";
     EXPECT_FALSE(Cone().IsSame(second));
     EXPECT_TRUE(tool->UpdataToolParameterData(sample::TorchParameters())) << "the cone is not a fourth part";
     EXPECT_EQ(tool->GetRootMdl()->Children().Size(), 4);
@@ -71,7 +76,7 @@ TEST_F(Painting, IsRebuiltOnlyWhenSizeFrameOrSwitchChanged) {
     EXPECT_THAT(Thrown([&] { tool->Initial(); }), testing::HasSubstr("ToolWorkType: \"paint\", expected"));
 }
 
-TEST_F(Painting, WaitsWhileAMeshIsLoadedAndSwitchedOffToolsHaveNoCone) {
+TEST_F(Painting, ConeIsNotBuiltDuringMeshLoadingOrWhenSwitchedOff) {
     LogCapture log;
     LogUtils::Logger()->set_level(spdlog::level::debug);
     tool->SetLoadMeshModel(true);

@@ -21,8 +21,7 @@ protected:
 
 TEST_F(Torch, IsBuiltFromItsParameters) {
     tool->Initial();
-    const double bend = 22 * std::numbers::pi / 180;
-    EXPECT_THAT(tool->GetToolTrsf(), IsTrsf(gpHandle::EulerToTrsf(LocEuler({60, 0, 330}, {0, bend, 0}))));
+    EXPECT_THAT(tool->GetToolTrsf(), IsTrsf(sample::TorchCentre()));
     EXPECT_EQ(tool->GetRootMdl()->GetPrimitiveProperty().name, "默认焊枪");
     EXPECT_EQ(tool->GetCheckCollisionGap(), 5.0);
     const auto parts = tool->GetFixMdls();
@@ -52,7 +51,23 @@ TEST_F(Torch, IsBuiltFromItsParameters) {
     EXPECT_EQ(tool->GetEndToolMdl()->simulationTolerance, 5.0);
 }
 
-TEST_F(Torch, IsNotBuiltFromOtherTypesOrImpossibleNumbers) {
+TEST_F(Torch, UpdateAcceptsAnyRootModelOrNone) {
+    gp_Trsf place;
+    place.SetTranslation(gp_Vec(1, 2, 3));
+    for (const opencascade::handle<ViewShape>& root :
+         {opencascade::handle<ViewShape>(new ViewShape(TopoDS_Shape())), opencascade::handle<ViewShape>()}) {
+        tool->SetRootMdl(root);
+        tool->SetRootMdlTrsf(place);
+        EXPECT_TRUE(tool->UpdataToolParameterData(sample::TorchParameters()));
+        EXPECT_EQ(tool->GetFixMdls().size(), 3U);
+        EXPECT_TRUE(root.IsNull() || root->LocalTransformation().TranslationPart().Z() == 3);
+    }
+    const Json::Value before = tool->GetParameters();
+    tool->Initial();
+    EXPECT_EQ(tool->GetParameters(), before) << "reading the work type adds no key";
+}
+
+TEST_F(Torch, OtherTypesAndImpossibleNumbersAreNotBuilt) {
     for (const char* type : {"weldgun", "Spray", ""}) {
         const auto [built, other] = ToolEntity::CreateToolEntityByParameter(With("Type", type));
         EXPECT_FALSE(built);
@@ -76,7 +91,7 @@ TEST_F(Torch, IsNotBuiltFromOtherTypesOrImpossibleNumbers) {
     EXPECT_THROW(ToolEntity::CreateToolEntityByParameter(With("tcp_z", -1.0)), std::invalid_argument);
 }
 
-TEST_F(Torch, IsRebuiltInPlaceUnderTheSameIdentities) {
+TEST_F(Torch, UpdateKeepsIdentifiersAndPlacement) {
     tool->SetRootMdlTrsf(gpHandle::EulerToTrsf(LocEuler({5, 6, 7}, {0.1, 0, 0})));
     const gp_Trsf placement = tool->GetRootMdl()->LocalTransformation();
     const auto before = tool->GetFixMdls();
@@ -98,7 +113,7 @@ TEST_F(Torch, IsRebuiltInPlaceUnderTheSameIdentities) {
     EXPECT_EQ(tool->GetParameters()["tcp_z"].asDouble(), 400);
 }
 
-TEST_F(Torch, ADefaultToolHasNothingAndStaysQuiet) {
+TEST_F(Torch, DefaultToolHasNoModels) {
     ToolEntity nothing;
     nothing.SetSimulatorState(true);
     nothing.Initial();
@@ -108,7 +123,7 @@ TEST_F(Torch, ADefaultToolHasNothingAndStaysQuiet) {
     EXPECT_EQ(out.size(), 2U);
 }
 
-TEST_F(Torch, KeepsAWorkTypeOfNoMeaningAndRefusesATextAsAWhole) {
+TEST_F(Torch, UnknownWorkTypeIsKeptAndTextIsRefused) {
     tool->SetToolWorkType(static_cast<ToolEntity::ToolWorkType>(17));
     Json::Value json = tool->ToJson("");
     tool->LoadFromJson(json);

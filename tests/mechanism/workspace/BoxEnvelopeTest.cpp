@@ -6,6 +6,7 @@
 #include <TopTools_IndexedMapOfShape.hxx>
 #include <TopoDS.hxx>
 #include <cmath>
+#include <support/TrsfMatcher.h>
 
 namespace {
 
@@ -14,7 +15,7 @@ constexpr double VolumeShare = 1e-6;
 constexpr double Mm = 1e-3;
 
 const Registrar::Layout WithRail{.pedestal = 1};
-const Registrar::Layout TooFewValues{.pedestal = -1};
+const Registrar::Layout TooFewValues{.pedestal = 5, .robots = 0};
 
 struct Extent {
     gp_Pnt low, high;
@@ -37,7 +38,7 @@ Extent Untrimmed() {
 
 TopoDS_Shape Block(const gp_Pnt& low, const gp_Pnt& high) { return BRepPrimAPI_MakeBox(low, high).Shape(); }
 
-TEST(BoxEnvelope, OfAnUprightRobotIsMirroredThroughItsBase) {
+TEST(BoxEnvelope, UprightRobotsBoxIsMirroredThroughItsBase) {
     Cell cell(WithRail);
     gp_Trsf place;
     place.SetTranslation(gp_Vec(300, 2000, 0));
@@ -55,6 +56,16 @@ TEST(BoxEnvelope, OfAnUprightRobotIsMirroredThroughItsBase) {
     const TopoDS_Shape first = cell.Shown();
     cell.workspace.UpdateWorkspaceShape(0);
     EXPECT_TRUE(cell.Shown().IsEqual(first));
+}
+
+TEST(BoxEnvelope, OfARobotThatHadARevolvedOneIsInTheWorld) {
+    Cell cell;
+    cell.robot.SetRootMdlTrsf(sample::Frame({500, 0, 100}, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0)));
+    cell.workspace.UpdateWorkspaceShape(0);
+    const Registrar withRail(Cell::Hash, WithRail);
+    cell.workspace.UpdateWorkspaceShape(0);
+    EXPECT_TRUE(cell.workspace.GetRobotData().systemType == PedestalTypeAdditional);
+    EXPECT_THAT(cell.workspace.GetDisplayShape()->LocalTransformation(), IsTrsf(gp_Trsf(), 0, 0));
 }
 
 // The envelope of a hanging arm that is scaled until its box is this wide.
@@ -77,7 +88,7 @@ TopoDS_Shape HangingEnvelope(double width) {
     return robot.GetWorkspace()->GetDisplayShape()->Shape();
 }
 
-TEST(BoxEnvelope, OfAHangingRobotStandsAloneAndIsRoundedFromTwoRadiiAndAStripOn) {
+TEST(BoxEnvelope, HangingRobotsBoxIsRoundedFrom1210MillimetresOn) {
     const TopoDS_Shape narrow = HangingEnvelope(1200);
     const TopoDS_Shape rounded = HangingEnvelope(1210.001);
     for (const auto& [shape, corners] :
@@ -89,7 +100,7 @@ TEST(BoxEnvelope, OfAHangingRobotStandsAloneAndIsRoundedFromTwoRadiiAndAStripOn)
     }
 }
 
-TEST(BoxEnvelope, WithTooFewValuesIsTrimmedAlongX) {
+TEST(BoxEnvelope, ReducedSystemsBoxIsTrimmedAlongX) {
     const Extent whole = Untrimmed();
     Cell cell(TooFewValues);
     const double edge = whole.low.X() + 150;
@@ -106,7 +117,7 @@ TEST(BoxEnvelope, WithTooFewValuesIsTrimmedAlongX) {
 // How much the slab beside the carrier may take; what lies below the carrier goes in any case.
 class Trim : public testing::TestWithParam<double> {};
 
-TEST_P(Trim, IsDiscardedWhenItLeavesHalfOrLessAndTheFloorStillCounts) {
+TEST_P(Trim, CutToHalfOrLessIsDiscardedButTheFloorCutApplies) {
     const Extent whole = Untrimmed();
     const double left = GetParam();
     const double edge = whole.high.Y() - left * (whole.high.Y() - whole.low.Y());
@@ -130,7 +141,7 @@ TEST_P(Trim, IsDiscardedWhenItLeavesHalfOrLessAndTheFloorStillCounts) {
 INSTANTIATE_TEST_SUITE_P(PartLeft, Trim, testing::Values(0.501, 0.499));
 
 // A slab through the middle leaves two bodies, whose bottoms lie level.
-TEST(BoxEnvelope, HasTwoBottomFacesWhereTheCarrierPartsIt) {
+TEST(BoxEnvelope, BoxDividedByTheCarrierHasTwoBottomFaces) {
     const Extent whole = Untrimmed();
     const double middle = (whole.low.Y() + whole.high.Y()) / 2;
     const double floor = whole.low.Z() + 40;

@@ -16,7 +16,7 @@ struct Numbers {
 
 class MaxReach : public testing::TestWithParam<Numbers> {};
 
-TEST_P(MaxReach, IsASpheroidBelowTheRootModel) {
+TEST_P(MaxReach, ModelIsASpheroidBelowTheRootModel) {
     Cell cell;
     const auto& [a, polar] = GetParam();
     cell.robot.SetUnSaftyWorkSpaceVisible(true);
@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(Numbers, MaxReach,
                          testing::Values(Numbers{{0, 0, 400, 1500}, 1500}, Numbers{{300, 0, 400, 1500}, 1200},
                                          Numbers{{300, 50, 400, 1500}, 1200}));
 
-TEST(MaxReachModel, StaysWhereNumbersMakeNone) {
+TEST(MaxReachModel, UnusableNumbersKeepTheOldModel) {
     Cell cell;
     cell.robot.SetMaxWorkSpaceModel({0, 0, 400, 1500});
     const auto model = cell.robot.GetUnsafeWorkspaceModel();
@@ -62,14 +62,14 @@ TEST(MaxReachModel, StaysWhereNumbersMakeNone) {
         EXPECT_EQ(record.function, "RobotEntity::SetMaxWorkSpaceModel");
         EXPECT_EQ(record.text, text);
     };
-    expect(0, spdlog::level::debug, 693, "0,0,0,0.0005");
+    expect(0, spdlog::level::debug, 693, "0,0,0,5e-04");
     expect(1, spdlog::level::debug, 693, "1600,0,0,1500");
     expect(2, spdlog::level::err, 728, "gp_Elips() - invalid construction parameters");
     EXPECT_EQ(cell.robot.GetUnsafeWorkspaceModel(), model);
     EXPECT_EQ(model->Parent(), cell.robot.GetRootMdl().get());
 }
 
-TEST(MaxReachModel, FollowsTheRecordOfTheLastBuild) {
+TEST(MaxReachModel, UsesTheRecordOfTheLastBuild) {
     Cell cell;
     cell.robot.UpdateMaxWork();
     EXPECT_TRUE(cell.robot.GetUnsafeWorkspaceModel().IsNull()) << "nothing was built yet";

@@ -20,8 +20,13 @@ double FirstMoment(const std::vector<std::vector<double>>& profile) {
     return moment;
 }
 
-TEST(RevolvedEnvelope, IsTwoSolidsWithTheVolumeThatPappusGives) {
+/// Lower and upper limit of joint 1, degrees.
+class RevolvedBy : public testing::TestWithParam<std::pair<double, double>> {};
+
+TEST_P(RevolvedBy, HasTwoSolidsWithTheVolumeByPappus) {
+    constexpr double Degree = std::numbers::pi / 180;
     Cell cell;
+    cell.robot.GetLink(0)->limit = {GetParam().first * Degree, GetParam().second * Degree};
     cell.workspace.UpdateWorkspaceShape(0.1);
     const WorkSpace::Robot& record = cell.workspace.GetRobotData();
     EXPECT_EQ(record.ratio, 0.7) << "whatever the caller says";
@@ -30,11 +35,15 @@ TEST(RevolvedEnvelope, IsTwoSolidsWithTheVolumeThatPappusGives) {
     const double moment = FirstMoment(WorkSpace::GetRobotWorkSpace(record));
     for (const auto& [solid, angle] :
          {std::pair{solids[0], record.jointMax[0]}, {solids[1], -record.jointMin[0]}}) {
-        EXPECT_NEAR(ShapeHandle::GetAreaOrVol(solid) / (moment * angle), 1, VolumeShare);
+        const double turned = std::min(angle, 360 * Degree);
+        EXPECT_NEAR(ShapeHandle::GetAreaOrVol(solid) / (moment * turned), 1, VolumeShare);
     }
 }
 
-TEST(RevolvedEnvelope, TheRecordIsFilledFromTheRobot) {
+INSTANTIATE_TEST_SUITE_P(FirstJoint, RevolvedBy,
+                         testing::Values(std::pair{-170, 175}, std::pair{-400, 400}, std::pair{-20, 370}));
+
+TEST(RevolvedEnvelope, RecordIsFilledFromTheRobot) {
     Cell cell;
     const gp_Trsf tool = sample::Frame({10, -20, 300}, gp_Dir(1, 0, 1), gp_Dir(0, 1, 0));
     cell.robot.SetTools({tool});
@@ -61,7 +70,7 @@ TEST(RevolvedEnvelope, TheRecordIsFilledFromTheRobot) {
     EXPECT_EQ(record.systemType, 0);
 }
 
-TEST(RevolvedEnvelope, TheRecordTellsHowFarTheCarrierGoes) {
+TEST(RevolvedEnvelope, RecordHoldsTheCarriersLimits) {
     struct Limited : GenericEntityConfig {
         std::vector<std::pair<double, double>> GetLimit(size_t, double) override { return {{1, 2}, {3, 4}}; }
     } carrier;
@@ -76,7 +85,7 @@ TEST(RevolvedEnvelope, TheRecordTellsHowFarTheCarrierGoes) {
     carrier.DisassembleModel(&cell.robot);
 }
 
-TEST(RevolvedEnvelope, IsBuiltOnceHandedOverAgainAndBuiltAnewForAnotherTool) {
+TEST(RevolvedEnvelope, IsRebuiltOnlyWhenTheToolChanges) {
     Cell cell;
     cell.robot.ShowBestWorkspace(true);
     EXPECT_TRUE(cell.workspace.GetDisplayShape()->IsDisplayed());
@@ -104,7 +113,7 @@ struct Fault {
 
 class FaultyRobot : public testing::TestWithParam<Fault> {};
 
-TEST_P(FaultyRobot, IsLoggedAndWhatWasShownStays) {
+TEST_P(FaultyRobot, FailedBuildIsLoggedAndKeepsTheShownShape) {
     Cell cell;
     cell.workspace.UpdateWorkspaceShape(0);
     const TopoDS_Shape shown = cell.Shown();
@@ -142,7 +151,7 @@ INSTANTIATE_TEST_SUITE_P(
                           "机器人最佳工作区间生成异常"}),
     [](const auto& which) { return which.param.name; });
 
-TEST(RevolvedEnvelope, WithoutARobotHarmsNothing) {
+TEST(RevolvedEnvelope, WorkspaceWithoutARobotBuildsNothing) {
     RobotWorkspace workspace;
     workspace.ShowWorkspaceShape(true, 0.65);
     EXPECT_TRUE(workspace.GetDisplayShape()->Shape().IsNull());
