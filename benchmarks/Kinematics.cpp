@@ -1,8 +1,8 @@
 #include "Harness.h"
+#include "KdlArm.h"
 
 #include <array>
 #include <cmath>
-#include <kdl/chain.hpp>
 #include <kdl/chainfksolverpos_recursive.hpp>
 #include <mechanism/RobotEntity.h>
 #include <memory>
@@ -47,28 +47,9 @@ void RunOurs(Inputs& in) {
     }
 }
 
-KDL::Vector ToKdl(const gp_Vec& v) { return {v.X(), v.Y(), v.Z()}; }
-
-KDL::Chain KdlChain(const sample::Mechanism& arm) {
-    KDL::Chain chain;
-    const KDL::Frame base(ToKdl(gp_Vec(arm.axes[0].Location().XYZ())));
-    chain.addSegment(KDL::Segment(KDL::Joint(KDL::Joint::None), base));
-    for (std::size_t i = 0; i < arm.axes.size(); ++i) {
-        const gp_Dir& axis = arm.axes[i].Direction();
-        const auto type = axis.X() > 0.5   ? KDL::Joint::RotX
-                          : axis.Y() > 0.5 ? KDL::Joint::RotY
-                                           : KDL::Joint::RotZ;
-        const bool last = i + 1 == arm.axes.size();
-        const gp_XYZ next = last ? arm.flange.TranslationPart() : arm.axes[i + 1].Location().XYZ();
-        chain.addSegment(
-            KDL::Segment(KDL::Joint(type), KDL::Frame(ToKdl(gp_Vec(next - arm.axes[i].Location().XYZ())))));
-    }
-    return chain;
-}
-
 Work AgainstKdl(bool /*quick*/) {
     auto in = std::make_shared<Inputs>();
-    auto chain = std::make_shared<KDL::Chain>(KdlChain(in->arm));
+    auto chain = std::make_shared<KDL::Chain>(bench::KdlChain(in->arm));
     auto solver = std::make_shared<KDL::ChainFkSolverPos_recursive>(*chain);
     const auto runPeer = [in, chain, solver] {
         in->peer.clear();
