@@ -1,7 +1,7 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
-#include <cell/Commands.h>
-#include <cell/InputError.h>
+#include <app/commands/Commands.h>
+#include <cell/text/InputError.h>
 
 using testing::AllOf;
 using testing::HasSubstr;

@@ -1,8 +1,8 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
-#include <cell/Commands.h>
-#include <cell/InputError.h>
-#include <cell/JointValues.h>
+#include <app/commands/Commands.h>
+#include <cell/model/JointValues.h>
+#include <cell/text/InputError.h>
 #include <random>
 
 using namespace cell;
