@@ -79,7 +79,8 @@ TEST_P(ShapeFile, IsReadInMillimetresOrRefused) {
             << "of " << length << " bytes " << kept;
     }
     std::filesystem::remove(file);
-    EXPECT_THAT(ReportOf(cellFile), HasSubstr(name + ": cannot be read, expected"));
+    EXPECT_THAT(ReportOf(cellFile),
+                HasSubstr(name + ": cannot be read (No such file or directory), expected"));
     json["mechanisms"][0]["file"] = "part.obj";
     EXPECT_THAT(ReportOf(folder.WriteJson("cell.json", json)),
                 HasSubstr("mechanisms[0].file: \"part.obj\", expected a file that ends in .step"));

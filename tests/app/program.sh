@@ -46,7 +46,11 @@ coupled=$examples/arms/abb_irb5400_paint.json
 "$program" fk "$coupled" --values-deg 10,20,30,40,50,60 >"$work/pose"
 "$program" ik "$coupled" <"$work/pose" >"$work/solutions" || fail "ik: does not take what fk prints"
 "$program" fk "$coupled" <"$work/solutions" >"$work/poses" || fail "fk: does not take what ik prints"
-[ "$(cut -c 1-45 "$work/poses" | sort -u)" = "$(cut -c 1-45 "$work/pose")" ] || fail "fk | ik | fk: another pose"
+cat "$work/pose" "$work/poses" | tr -c '0-9eE.+\n-' ' ' | awk '
+    { split("", now); n = 0; for (i = 1; i <= NF; ++i) if ($i ~ /[0-9]/) now[++n] = $i }
+    NR == 1 { for (i = 1; i <= 12; ++i) first[i] = now[i] }
+    { for (i = 1; i <= 12; ++i) if ((now[i] - first[i])^2 > 1e-14) bad = 1 }
+    END { exit bad || NR < 9 }' || fail "fk | ik | fk: another pose, or fewer than 8"
 printf '%s\n{"tcp_origin_mm": [1, 2]}\n' "$(cat "$work/pose")" | "$program" ik "$coupled" >"$work/out" 2>"$work/err" &&
     fail "ik: takes a pose of two numbers"
 cmp -s "$work/out" "$work/solutions" || fail "ik: the line before a faulty one is not answered"
