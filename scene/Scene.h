@@ -31,6 +31,8 @@ public:
     void ShowCaption(const std::string& text);
     /// The way of the tool centre in every motion with its key poses, and every tool path.
     void ShowPaths(const Cell& cell, const std::vector<PlannedMotion>& plan);
+    /// Brings tool paths and columns to where the mechanisms stand now that they belong to.
+    void Follow();
     /// Takes the paths, key poses and tool paths out of sight, or brings them back.
     void SetPathsVisible(bool visible);
     /// Shows the frames of mechanisms, their links and flanges, and the tool centres where they are now, in
@@ -51,12 +53,17 @@ private:
     double Size() const;
     void ShowBody(const opencascade::handle<ViewShape>& model);
     void ShowPlinth(RobotEntity& robot);
+    void ShowColumn(RobotEntity& robot);
+    /// @param frame of the box, in the world.
+    static Bnd_Box BoxOf(const opencascade::handle<BaseViewShape>& model, const gp_Trsf& frame = gp_Trsf());
     void ShowNeck(const gp_Trsf& flange, const gp_Pnt& tip);
     void ShowToolCentre(const RobotEntity& robot, bool withFrame);
     void Include(const opencascade::handle<ViewShape>& model);
     void ShowPath(const PlannedMotion& planned, std::size_t number);
     /// The points of a tool path, and at each the way the tool comes from.
-    void ShowToolPath(const WorkedPath& path, std::size_t number);
+    void ShowToolPath(const WorkedPath& path, const Workpiece& workpiece, std::size_t number);
+    /// Lets a shape that was made in a mechanism's frame move with it.
+    void Attach(const opencascade::handle<BaseViewShape>& shape, const GenericEntityConfig& carrier);
     void ShowScale();
     void ShowKeyPose(const KeyState& key, const Quantity_Color& colour);
     opencascade::handle<BaseViewShape> ShowSolid(const TopoDS_Shape& shape, const Quantity_Color& colour,
@@ -73,6 +80,7 @@ private:
     int tcpSize = 0;
     opencascade::handle<AIS_TextLabel> caption;
     std::vector<opencascade::handle<AIS_InteractiveObject>> pathMarks;
+    std::vector<std::pair<opencascade::handle<BaseViewShape>, const GenericEntityConfig*>> attached;
     std::vector<opencascade::handle<AIS_InteractiveObject>> triads;
     std::vector<std::pair<opencascade::handle<AIS_TextLabel>, gp_Pnt>> triadNames;
     std::vector<std::string> shownKeys;

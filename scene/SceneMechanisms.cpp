@@ -1,5 +1,4 @@
 #include <BRepBndLib.hxx>
-#include <BRepPrimAPI_MakeBox.hxx>
 #include <algorithm>
 #include <cell/bodies/Solids.h>
 #include <host/tools/gpHandle.h>
@@ -13,8 +12,6 @@ namespace {
 
 /// The triad, as part of the cell's size.
 constexpr double TriadSize = 0.085;
-/// Robots nearer to the floor than this (mm) stand on it.
-constexpr double LowestPlinth = 10;
 /// Tools shorter than this need no neck to be seen as part of the arm.
 constexpr double ShortestTool = 30; // mm
 
@@ -22,19 +19,18 @@ constexpr double ShortestTool = 30; // mm
 constexpr double RelativeDeflection = 0.0004;
 constexpr double AngularDeflection = 0.1; // rad
 
-const Quantity_Color Concrete(0.66, 0.68, 0.70, Quantity_TOC_sRGB);
 const Quantity_Color Neck(0.30, 0.32, 0.35, Quantity_TOC_sRGB);
 
-Bnd_Box BoxOf(const opencascade::handle<BaseViewShape>& model) {
+} // namespace
+
+Bnd_Box Scene::BoxOf(const opencascade::handle<BaseViewShape>& model, const gp_Trsf& frame) {
     Bnd_Box box;
     BRepBndLib::AddOptimal(model->Shape(), box, Standard_False);
     if (box.IsVoid()) { // triangles without a surface
         BRepBndLib::Add(model->Shape(), box);
     }
-    return box.Transformed(model->Transformation());
+    return box.Transformed(frame.Inverted() * model->Transformation());
 }
-
-} // namespace
 
 void Scene::ShowBody(const opencascade::handle<ViewShape>& model) {
     if (model.IsNull()) {
@@ -60,6 +56,7 @@ void Scene::Include(const Cell& cell) {
             Include(part);
         }
     }
+    Follow();
 }
 
 Bnd_Box Scene::ExtentOf(GenericEntityConfig& entity) {
@@ -90,6 +87,7 @@ void Scene::Show(GenericEntityConfig& entity) {
     }
     if (auto* robot = dynamic_cast<RobotEntity*>(&entity)) {
         ShowPlinth(*robot);
+        ShowColumn(*robot);
         // The robot's own frame is meant for a screen that can be zoomed.
         if (!robot->GetToolFrame().IsNull()) {
             robot->GetToolFrame()->Hide();
@@ -106,23 +104,6 @@ void Scene::ShowMaxReach(const Reach& reach) {
     const auto& model = reach.robot->GetUnsafeWorkspaceModel();
     model->Display(1, -1);
     extent.Add(BoxOf(model));
-}
-
-/// A robot that is placed above the floor and carried by nothing stands on a block.
-void Scene::ShowPlinth(RobotEntity& robot) {
-    const double height = robot.GetRootMdlTrsf().TranslationPart().Z();
-    if (height < LowestPlinth || robot.GetMountingEntity() != nullptr || !robot.IsRobotUp()) {
-        return;
-    }
-    Bnd_Box foot;
-    for (const auto& model : robot.GetFixMdls()) {
-        foot.Add(BoxOf(model));
-    }
-    const gp_Pnt low = foot.CornerMin();
-    const gp_Pnt high = foot.CornerMax();
-    ShowSolid(BRepPrimAPI_MakeBox(gp_Pnt(low.X(), low.Y(), 0), gp_Pnt(high.X(), high.Y(), height)).Shape(),
-              Concrete, true);
-    extent.Add(gp_Pnt(low.X(), low.Y(), 0));
 }
 
 /// A tool that is a frame in the robot's list and nothing more.

@@ -28,7 +28,8 @@ void Scene::ShowPaths(const Cell& cell, const std::vector<PlannedMotion>& plan) 
         ShowPath(plan[i], i);
     }
     for (std::size_t i = 0; i < cell.ToolPaths().size(); ++i) {
-        ShowToolPath(WorkUp(cell.ToolPaths()[i]), i);
+        const ToolPath& path = cell.ToolPaths()[i];
+        ShowToolPath(WorkUp(path), *path.workpiece, i);
     }
 }
 
@@ -50,7 +51,7 @@ void Scene::ShowPath(const PlannedMotion& planned, std::size_t number) {
     }
 }
 
-void Scene::ShowToolPath(const WorkedPath& path, std::size_t number) {
+void Scene::ShowToolPath(const WorkedPath& path, const Workpiece& workpiece, std::size_t number) {
     BRepBuilderAPI_MakePolygon line;
     Assembly tools;
     const double length = ToolLength * Size();
@@ -60,13 +61,16 @@ void Scene::ShowToolPath(const WorkedPath& path, std::size_t number) {
         // Lifted a little, or half of the line would lie inside the part.
         line.Add(point.Translated(gp_Vec(dx, dy, dz) * (-LineWidth * Size())));
         tools.Add(BRepBuilderAPI_MakeEdge(point, from).Shape());
-        extent.Add(from);
     }
     if (line.IsDone()) {
-        pathMarks.push_back(
-            ShowLines(line.Shape(), PathColours[(number + 1) % PathColours.size()], 4.0, Aspect_TOL_SOLID));
-        pathMarks.push_back(
-            ShowLines(tools.Shape(), PathColours[number % PathColours.size()], 2.5, Aspect_TOL_SOLID));
+        const auto show = [&](const TopoDS_Shape& shape, std::size_t colour, double width) {
+            const auto mark =
+                ShowLines(shape, PathColours[colour % PathColours.size()], width, Aspect_TOL_SOLID);
+            Attach(mark, workpiece);
+            pathMarks.push_back(mark);
+        };
+        show(line.Shape(), number + 1, 4.0);
+        show(tools.Shape(), number, 2.5);
     }
 }
 

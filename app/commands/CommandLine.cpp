@@ -66,13 +66,14 @@ void AddInfo(CLI::App& app, Run& run) {
 }
 
 void AddFk(CLI::App& app, Run& run) {
-    const auto [fk, request] =
-        Add<FkRequest>(app, run, "fk", "Print flange, tool centre and joint origins in the world, as JSON",
-                       "  mechanism-cell fk examples/arms/ur_ur10e.json --values-deg 0,-90,90,0,90,0\n"
-                       "  mechanism-cell fk examples/cells/two_robots.json --robot left < values.txt",
-                       CellOrArm, [](const FkRequest& wanted) { Fk(wanted, std::cin, std::cout); });
+    const auto [fk, request] = Add<FkRequest>(
+        app, run, "fk", "Print flange, tool centre and joint origins in the world, as JSON",
+        "  mechanism-cell fk examples/arms/ur_ur10e.json --values-deg 0,-90,90,0,90,0\n"
+        "  mechanism-cell fk examples/cells/two_robots.json --robot left < values.txt",
+        CellOrArm, [](const FkRequest& wanted) { Fk(wanted, std::cin, std::cout, std::cerr); });
     fk.add_option("--robot", request->robot, "Robot to move, where the cell has several");
     fk.add_option("--values-deg", request->values, "Joint values a,b,... (else lines from standard input)");
+    fk.add_flag("--strict", request->strict, "Refuse values outside the limits");
 }
 
 void AddIk(CLI::App& app, Run& run) {
@@ -102,6 +103,8 @@ void AddPath(CLI::App& app, Run& run) {
                          "  mechanism-cell path examples/cells/seam.json --name saddle --out saddle.json",
                          CellFile, [](const PathRequest& wanted) { WritePath(wanted, std::cout); });
     path.add_option("--name", request->name, "Name of the tool path")->required();
+    path.add_option("--state", request->state,
+                    "Key state or file (state, trace): poses in the world there, not on the workpiece");
     path.add_option("--out", request->target, "JSON file to write")->required();
     path.add_flag("--json", request->json, "Print the counts as JSON");
 }
@@ -120,9 +123,9 @@ void AddRender(CLI::App& app, Run& run) {
         app, run, "render", "Draw the cell into a PNG file (needs a display)",
         "  xvfb-run -a mechanism-cell render examples/cells/arc_welding.json --out cell.png\n"
         "  mechanism-cell render CELL --frames 6 --sheet --out motion.png\n"
-        "  mechanism-cell render CELL --triads --focus torch --out torch.png",
+        "  mechanism-cell render CELL --state home --triads --focus torch --out torch.png",
         CellOrArm, Render);
-    auto* state = render.add_option("--state", request->state, "State or trace to show");
+    auto* state = render.add_option("--state", request->state, "Key state or file (state, trace) to show");
     auto* frames =
         render.add_option("--frames", request->frames, "Pictures of the motion, FILE_01.png and so on");
     frames->check(CLI::Range(1, MostFrames))->excludes(state);

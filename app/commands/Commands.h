@@ -21,9 +21,11 @@ struct FkRequest {
     std::string robot; ///< empty: the cell's only robot
     /// Degrees; none: one set a line from `in`, or the solutions of inverse kinematics.
     std::optional<std::string> values;
+    bool strict = false; ///< refuse values outside the limits
 };
-/// Prints one JSON object a set of values: flange, tool centre and joint origins in the world.
-void Fk(const FkRequest& request, std::istream& in, std::ostream& out);
+/// Prints one JSON object a set of values: flange, tool centre and joint origins in the world. Values outside
+/// the limits are computed too; `remarks` gets a line for each such value.
+void Fk(const FkRequest& request, std::istream& in, std::ostream& out, std::ostream& remarks);
 
 struct IkRequest {
     std::filesystem::path file;
@@ -47,10 +49,11 @@ struct PathRequest {
     std::filesystem::path file;
     std::string name; ///< of the tool path
     std::filesystem::path target;
-    bool json = false; ///< the counts as JSON
+    bool json = false;      ///< the counts as JSON
+    std::string state = {}; ///< key state, or file of a state or trace; empty: poses on the workpiece
 };
-/// Smooths, thins and checks a tool path, writes its poses (world, mm) as JSON and prints how many poses each
-/// step left.
+/// Smooths, thins and checks a tool path, writes its poses (mm) as JSON and prints how many poses each step
+/// left. The poses are in the workpiece's frame, or with a state in the world.
 void WritePath(const PathRequest& request, std::ostream& out);
 
 struct SaveRequest {
@@ -74,7 +77,7 @@ void WriteWorkspace(const WorkspaceRequest& request, std::ostream& out);
 
 struct RenderRequest {
     std::filesystem::path file;
-    std::filesystem::path state; ///< state or trace to show; empty: a third through the last motion
+    std::string state; ///< key state, or file of a state or trace; empty: a third through the last motion
     std::filesystem::path picture;
     int frames = 0;         ///< pictures of the whole motion, evenly spaced; 0 for one picture of the cell
     bool sheet = false;     ///< all of them side by side in the one file

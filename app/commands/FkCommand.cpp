@@ -42,55 +42,76 @@ Json::Value PosesToJson(const RobotEntity& robot) {
     return json;
 }
 
-std::vector<double> ReadValues(const std::vector<double>& numbers, const RobotEntity& robot,
-                               const FkRequest& request, const std::string& place) {
-    return FullValues(robot, numbers, [&](const std::string& shown, const std::string& expected) {
-        throw InputError(request.file.string(), place, shown, expected);
-    });
-}
+/// Reads sets of values, and takes note of those outside the limits.
+class ValueReader {
+public:
+    ValueReader(RobotEntity& robot_, const FkRequest& request_, std::ostream& remarks_)
+        : robot(robot_), request(request_), remarks(remarks_) {}
 
-std::vector<double> ReadValues(const std::string& text, const RobotEntity& robot, const FkRequest& request,
-                               const std::string& place) {
-    const auto numbers = ParseNumbers(text);
-    if (!numbers) {
-        throw InputError(request.file.string(), place, text, "finite numbers separated by commas or blanks");
-    }
-    return ReadValues(*numbers, robot, request, place);
-}
-
-std::vector<std::vector<double>> ReadAllValues(const RobotEntity& robot, const FkRequest& request,
-                                               std::istream& in) {
-    if (request.values) {
-        return {ReadValues(*request.values, robot, request, "--values-deg")};
-    }
-    std::vector<std::vector<double>> sets;
-    std::string line;
-    for (std::size_t number = 1; std::getline(in, line); ++number) {
-        if (line.find_first_not_of(" \t\r") != std::string::npos) {
-            const std::string place = "standard input, line " + std::to_string(number);
-            if (line.find_first_not_of(" \t") != line.find('{')) {
-                sets.push_back(ReadValues(line, robot, request, place));
-                continue;
-            }
-            const std::string full = request.file.string() + ": " + place;
-            for (const std::vector<double>& numbers : ReadSolutions(ParseLine(line, full), full)) {
-                sets.push_back(ReadValues(numbers, robot, request, place));
+    std::vector<std::vector<double>> ReadAll(std::istream& in) const {
+        if (request.values) {
+            return {Read(*request.values, "--values-deg")};
+        }
+        std::vector<std::vector<double>> sets;
+        std::string line;
+        for (std::size_t number = 1; std::getline(in, line); ++number) {
+            if (line.find_first_not_of(" \t\r") != std::string::npos) {
+                AddLine(line, "standard input, line " + std::to_string(number), sets);
             }
         }
+        if (sets.empty()) {
+            throw InputError(request.file.string(), "standard input", "no values",
+                             "a line for each set of values");
+        }
+        return sets;
     }
-    if (sets.empty()) {
-        throw InputError(request.file.string(), "standard input", "no values",
-                         "a line for each set of values");
+
+private:
+    void AddLine(const std::string& line, const std::string& place,
+                 std::vector<std::vector<double>>& sets) const {
+        if (line.find_first_not_of(" \t") != line.find('{')) {
+            sets.push_back(Read(line, place));
+            return;
+        }
+        const std::string full = request.file.string() + ": " + place;
+        for (const std::vector<double>& numbers : ReadSolutions(ParseLine(line, full), full)) {
+            sets.push_back(Read(numbers, place));
+        }
     }
-    return sets;
-}
+    std::vector<double> Read(const std::string& text, const std::string& place) const {
+        const auto numbers = ParseNumbers(text);
+        if (!numbers) {
+            throw InputError(request.file.string(), place, text,
+                             "finite numbers separated by commas or blanks");
+        }
+        return Read(*numbers, place);
+    }
+    std::vector<double> Read(const std::vector<double>& numbers, const std::string& place) const {
+        const auto refuse = [&](const std::string& shown, const std::string& expected) {
+            throw InputError(request.file.string(), place, shown, expected);
+        };
+        std::vector<double> values = FullValues(robot, numbers, refuse);
+        RequireInLimits(robot, values, [&](const std::string& shown, const std::string& expected) {
+            const InputError report(request.file.string(), place, shown, expected);
+            if (request.strict) {
+                throw report;
+            }
+            remarks << report.what() << "; computed all the same\n";
+        });
+        return values;
+    }
+
+    RobotEntity& robot;
+    const FkRequest& request;
+    std::ostream& remarks;
+};
 
 } // namespace
 
-void Fk(const FkRequest& request, std::istream& in, std::ostream& out) {
+void Fk(const FkRequest& request, std::istream& in, std::ostream& out, std::ostream& remarks) {
     const Cell cell = Cell::Load(request.file);
     RobotEntity& robot = ChooseRobot(cell, request.file, request.robot);
-    for (const std::vector<double>& values : ReadAllValues(robot, request, in)) {
+    for (const std::vector<double>& values : ValueReader(robot, request, remarks).ReadAll(in)) {
         MoveTo(robot, values);
         out << JsonLine(PosesToJson(robot)) << '\n';
     }

@@ -55,9 +55,7 @@ std::vector<Moment> EvenlySpaced(const std::vector<Moment>& moments, std::size_t
 /// at work and hides little of what is to come.
 void Pose(const RenderRequest& request, const Cell& cell, std::vector<PlannedMotion>& plan) {
     if (!request.state.empty()) {
-        for (GrpState& state : LoadStates(request.state, cell)) {
-            MoveTo(*cell.FindSystem(state.GetSystem()), state);
-        }
+        MoveToNamedState(request.state, cell);
     } else if (!plan.empty()) {
         MoveToStep(cell, plan.back(), plan.back().Steps() / 3);
     }
@@ -88,12 +86,17 @@ void Save(Viewer& viewer, const fs::path& picture) {
     WriteWhole(picture, [&](const fs::path& beside) { return viewer.Save(beside); });
 }
 
-void RenderOne(const RenderRequest& request, const Cell& cell, std::vector<PlannedMotion>& plan) {
+/// The mechanism that is to fill the picture, or null for all of the cell.
+GenericEntityConfig* FocusOf(const RenderRequest& request, const Cell& cell) {
     GenericEntityConfig* focus = request.focus.empty() ? nullptr : cell.Find(request.focus);
     if (focus == nullptr && !request.focus.empty()) {
         throw InputError(request.file.string(), "--focus", request.focus,
                          "the name of a mechanism of the cell");
     }
+    return focus;
+}
+
+void RenderOne(const RenderRequest& request, const Cell& cell, std::vector<PlannedMotion>& plan) {
     Pose(request, cell, plan);
     Viewer viewer(PictureWidth, PictureHeight);
     Scene scene(viewer);
@@ -102,6 +105,7 @@ void RenderOne(const RenderRequest& request, const Cell& cell, std::vector<Plann
     ShowReaches(request, cell, scene);
     scene.ShowToolCentres(cell.Robots(), !request.triads);
     scene.ShowFloor();
+    GenericEntityConfig* focus = FocusOf(request, cell);
     const Bnd_Box subject = focus != nullptr ? Scene::ExtentOf(*focus) : scene.Extent();
     if (request.triads) {
         scene.ShowTriads(cell, subject);
@@ -113,24 +117,36 @@ void RenderOne(const RenderRequest& request, const Cell& cell, std::vector<Plann
 /// Shows each moment in turn, all from one place that sees all of them.
 class Film {
 public:
-    Film(const RenderRequest& request, const Cell& cell_, std::vector<PlannedMotion>& plan,
+    Film(const RenderRequest& request_, const Cell& cell_, std::vector<PlannedMotion>& plan,
          const std::vector<Moment>& moments_, int part)
-        : cell(cell_), moments(moments_), viewer(PictureWidth / part, PictureHeight / part), scene(viewer) {
+        : request(request_), cell(cell_), moments(moments_),
+          viewer(PictureWidth / part, PictureHeight / part), scene(viewer) {
         scene.Show(cell);
         scene.ShowPaths(cell, plan);
         ShowReaches(request, cell, scene);
+        GenericEntityConfig* focus = FocusOf(request, cell);
         for (const Moment& moment : moments) {
             MoveToStep(cell, *moment.planned, moment.step);
             scene.Include(cell);
+            if (focus != nullptr) {
+                subject.Add(Scene::ExtentOf(*focus));
+            }
         }
         scene.ShowFloor();
-        viewer.LookAt(scene.Extent());
+        if (focus == nullptr) {
+            subject = scene.Extent();
+        }
+        viewer.LookAt(subject);
     }
 
     void Show(std::size_t frame) {
         const Moment& moment = moments[frame];
         MoveToStep(cell, *moment.planned, moment.step);
-        scene.ShowToolCentres(cell.Robots());
+        scene.Follow();
+        scene.ShowToolCentres(cell.Robots(), !request.triads);
+        if (request.triads) {
+            scene.ShowTriads(cell, subject);
+        }
         scene.ShowCaption(moment.planned->motion->name + ", state " + std::to_string(moment.step + 1) +
                           " of " + std::to_string(moment.planned->Steps()));
     }
@@ -138,10 +154,12 @@ public:
     Viewer& View() { return viewer; }
 
 private:
+    const RenderRequest& request;
     const Cell& cell;
     const std::vector<Moment>& moments;
     Viewer viewer;
     Scene scene;
+    Bnd_Box subject; ///< of all pictures
 };
 
 void RenderSheet(Film& film, std::size_t count, const fs::path& picture) {
@@ -180,6 +198,7 @@ void Render(const RenderRequest& request) {
                          "a name that ends in .png");
     }
     const Cell cell = Cell::Load(request.file);
+    FocusOf(request, cell); // refused before anything is planned
     std::vector<PlannedMotion> plan = PlanMotions(cell, [](std::size_t, std::size_t) {});
     if (request.frames > 0) {
         RenderFrames(request, cell, plan);

@@ -77,6 +77,7 @@ void ViewSession::Jogged() {
 }
 
 void ViewSession::UpdateMarks() {
+    scene.Follow();
     scene.ShowToolCentres(cell.Robots(), !triads);
     if (triads) {
         scene.ShowTriads(cell, scene.Extent());

@@ -11,6 +11,8 @@ namespace {
 constexpr double MostPoses = 1e6;
 constexpr int MostSkipped = 1000000;
 constexpr int MostEdges = 1000000;
+/// Poses nearer to each other than this (mm) are one.
+constexpr double SamePlace = 1e-6;
 
 ToolPose ReadPose(const JsonNode& node) {
     const std::vector<double> n = node.Numbers();
@@ -63,24 +65,57 @@ std::vector<ToolPose> ReadPoses(const JsonNode& item, const Workpiece& workpiece
     return poses;
 }
 
+double Apart(const ToolPose& a, const ToolPose& b) { return Length({b[0] - a[0], b[1] - a[1], b[2] - a[2]}); }
+
 double LengthOf(const std::vector<ToolPose>& poses) {
     double length = 0;
     for (std::size_t i = 1; i < poses.size(); ++i) {
-        length += Length(
-            {poses[i][0] - poses[i - 1][0], poses[i][1] - poses[i - 1][1], poses[i][2] - poses[i - 1][2]});
+        length += Apart(poses[i - 1], poses[i]);
     }
     return length;
 }
 
-std::vector<ToolPose> InWorld(const ToolPath& path) {
-    const Rigid world = Rigid::From(path.workpiece->GetRootMdlTrsf());
-    std::vector<ToolPose> poses;
-    for (const ToolPose& pose : path.poses) {
-        const Triple p = Apply(world, {pose[0], pose[1], pose[2]});
-        const Triple d = Turn(world, {pose[3], pose[4], pose[5]});
-        poses.push_back({p[0], p[1], p[2], d[0], d[1], d[2]});
+/// The spline ends before the final pose where its last leg is long, and crowded poses are dropped from the
+/// start: a closed path would stay open. @return how many ends were missing.
+std::size_t AddEnds(const ToolPose& first, const ToolPose& last, std::vector<ToolPose>& poses) {
+    const std::size_t before = poses.size();
+    if (Apart(poses.front(), first) > SamePlace) {
+        poses.insert(poses.begin(), first);
     }
-    return poses;
+    if (Apart(poses.back(), last) > SamePlace) {
+        poses.push_back(last);
+    }
+    return poses.size() - before;
+}
+
+std::vector<ToolPose> Thinned(const std::vector<ToolPose>& poses, int keepEvery) {
+    std::vector<InterpHandle::PathPose> path;
+    path.reserve(poses.size());
+    for (const auto& [x, y, z, dx, dy, dz] : poses) {
+        path.emplace_back(gp_Pnt(x, y, z), gp_Dir(dx, dy, dz));
+    }
+    std::vector<ToolPose> thinned;
+    for (const auto& [p, d] : InterpHandle::SparsePathPair(path, keepEvery)) {
+        thinned.push_back({p.X(), p.Y(), p.Z(), d.X(), d.Y(), d.Z()});
+    }
+    return thinned;
+}
+
+/// A group a pose tells which of them stay: distances are asked in the world, where the model stands.
+std::vector<ToolPose> OnWorkpiece(const ToolPath& path, const std::vector<ToolPose>& poses) {
+    std::vector<std::vector<std::vector<ToolPose>>> groups;
+    groups.reserve(poses.size());
+    for (const ToolPose& pose : InWorld(*path.workpiece, poses)) {
+        groups.push_back({{pose}});
+    }
+    InterpHandle::CheckPathsOnFace(groups, path.workpiece->GetFixMdlMap().begin()->second, path.tolerance);
+    std::vector<ToolPose> kept;
+    for (std::size_t i = 0; i < poses.size(); ++i) {
+        if (!groups[i].empty()) {
+            kept.push_back(poses[i]);
+        }
+    }
+    return kept;
 }
 
 } // namespace
@@ -103,7 +138,7 @@ ToolPath ReadToolPath(const JsonNode& item, Workpiece& workpiece, const JsonNode
 
 WorkedPath WorkUp(const ToolPath& path) {
     WorkedPath worked;
-    std::vector<ToolPose> poses = InWorld(path);
+    std::vector<ToolPose> poses = path.poses;
     worked.converted = poses.size();
     try {
         InterpHandle::SplineInterpolationArry(poses, path.smooth);
@@ -112,18 +147,23 @@ WorkedPath WorkUp(const ToolPath& path) {
                          "poses apart from each other, through which a smooth curve can be laid");
     }
     worked.smoothed = poses.size();
-    std::vector<ToolPose> thinned;
-    for (const auto& [p, d] :
-         InterpHandle::SparsePathPair(InterpHandle::ArrayToPathPair(poses), path.keepEvery)) {
-        thinned.push_back({p.X(), p.Y(), p.Z(), d.X(), d.Y(), d.Z()});
-    }
+    worked.added = AddEnds(path.poses.front(), path.poses.back(), poses);
+    const std::vector<ToolPose> thinned = Thinned(poses, path.keepEvery);
     worked.thinned = thinned.size();
-    std::vector<std::vector<std::vector<ToolPose>>> groups = {{std::move(thinned)}};
-    InterpHandle::CheckPathsOnFace(groups, path.workpiece->GetFixMdlMap().begin()->second, path.tolerance);
-    if (!groups.front().empty()) {
-        worked.poses = std::move(groups.front().front());
-    }
+    worked.poses = OnWorkpiece(path, thinned);
     return worked;
+}
+
+std::vector<ToolPose> InWorld(const Workpiece& workpiece, const std::vector<ToolPose>& poses) {
+    const Rigid world = Rigid::From(workpiece.GetRootMdlTrsf());
+    std::vector<ToolPose> placed;
+    placed.reserve(poses.size());
+    for (const ToolPose& pose : poses) {
+        const Triple p = Apply(world, {pose[0], pose[1], pose[2]});
+        const Triple d = Turn(world, {pose[3], pose[4], pose[5]});
+        placed.push_back({p[0], p[1], p[2], d[0], d[1], d[2]});
+    }
+    return placed;
 }
 
 } // namespace cell

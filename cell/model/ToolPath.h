@@ -22,11 +22,12 @@ struct ToolPath {
     JsonNode node;
 };
 
-/// A path that was worked up, in the world, with how many poses each step left.
+/// A path that was worked up, with how many poses each step left.
 struct WorkedPath {
-    std::vector<ToolPose> poses;
+    std::vector<ToolPose> poses; ///< in the workpiece's frame, directions of length 1
     std::size_t converted = 0;
     std::size_t smoothed = 0;
+    std::size_t added = 0; ///< ends of the path that smoothing left out
     std::size_t thinned = 0;
 };
 
@@ -34,9 +35,12 @@ struct WorkedPath {
 /// @param described the workpiece's own item, whose "edges" may give edges names. @throws InputError.
 ToolPath ReadToolPath(const JsonNode& item, Workpiece& workpiece, const JsonNode& described);
 
-/// Smooths and thins the path and takes out what is not on the workpiece where it stands.
+/// Smooths and thins the path, keeps both of its ends, and takes out what is not on the workpiece.
 /// @throws InputError for a path that cannot be smoothed.
 WorkedPath WorkUp(const ToolPath& path);
+
+/// Poses of the workpiece's frame in the world, where the workpiece stands now.
+std::vector<ToolPose> InWorld(const Workpiece& workpiece, const std::vector<ToolPose>& poses);
 
 /// Poses along an edge of the shape, evenly spaced, ends included. The tool points against the mean of the
 /// normals of the faces that meet in the edge, so that it stands between them.

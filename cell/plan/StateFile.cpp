@@ -1,4 +1,6 @@
+#include <cell/model/SystemValues.h>
 #include <cell/plan/StateFile.h>
+#include <cell/text/InputError.h>
 #include <json/value.h>
 
 namespace cell {
@@ -55,6 +57,21 @@ std::vector<GrpState> LoadStates(const std::filesystem::path& file, const Cell& 
         states.push_back(ReadState(node, cell));
     }
     return states;
+}
+
+void MoveToNamedState(const std::string& nameOrFile, const Cell& cell) {
+    std::vector<GrpState> states;
+    if (const KeyState* key = cell.FindKeyState(nameOrFile)) {
+        states.push_back(key->state);
+    } else if (std::error_code ignored; std::filesystem::exists(nameOrFile, ignored)) {
+        states = LoadStates(nameOrFile, cell);
+    } else {
+        throw InputError(cell.Node().File().string(), "--state", nameOrFile,
+                         "the name of a key state of the cell, or of a file with a state");
+    }
+    for (GrpState& state : states) {
+        MoveTo(*cell.FindSystem(state.GetSystem()), state);
+    }
 }
 
 } // namespace cell

@@ -2,6 +2,7 @@
 
 #include <cell/model/Cell.h>
 #include <filesystem>
+#include <string>
 
 namespace cell {
 
@@ -9,5 +10,10 @@ namespace cell {
 /// one of a trace.
 /// @throws InputError.
 std::vector<GrpState> LoadStates(const std::filesystem::path& file, const Cell& cell);
+
+/// Moves the cell to what `--state` names: a key state of the cell, which comes first, or a file of
+/// LoadStates.
+/// @throws InputError.
+void MoveToNamedState(const std::string& nameOrFile, const Cell& cell);
 
 } // namespace cell
