@@ -3,7 +3,7 @@
 #include <Standard_Failure.hxx>
 #include <app/commands/CommandLine.h>
 #include <app/commands/Signals.h>
-#include <cell/text/InputError.h>
+#include <cell/InputError.h>
 #include <cell/text/Notice.h>
 #include <csignal>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-#include <cell/model/Cell.h>
-#include <cell/text/InputError.h>
+#include <cell/Cell.h>
+#include <cell/InputError.h>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>

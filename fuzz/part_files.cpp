@@ -4,7 +4,7 @@
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <cell/documents/ShapeFile.h>
-#include <cell/text/InputError.h>
+#include <cell/InputError.h>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>

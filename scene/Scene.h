@@ -2,7 +2,7 @@
 
 #include <AIS_TextLabel.hxx>
 #include <Bnd_Box.hxx>
-#include <cell/plan/Planner.h>
+#include <cell/Planner.h>
 #include <cell/plan/Reach.h>
 #include <scene/Viewer.h>
 #include <vector>

@@ -1,7 +1,7 @@
 #include <BRepPrimAPI_MakeBox.hxx>
 #include <algorithm>
-#include <cell/Scene.h>
-#include <cell/Solids.h>
+#include <cell/bodies/Solids.h>
+#include <scene/Scene.h>
 
 // What robots stand on in pictures, and shapes that move with a mechanism without being part of it.
 

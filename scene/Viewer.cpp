@@ -4,7 +4,7 @@
 #include <V3d_AmbientLight.hxx>
 #include <V3d_DirectionalLight.hxx>
 #include <V3d_Viewer.hxx>
-#include <cell/text/InputError.h>
+#include <cell/InputError.h>
 #include <cstdlib>
 #include <host/view/ViewContext.h>
 #include <scene/Picture.h>

@@ -3,8 +3,8 @@
 #include <app/commands/Commands.h>
 #include <app/commands/Completion.h>
 #include <app/commands/InstalledFile.h>
+#include <cell/InputError.h>
 #include <cell/documents/ShapeFile.h>
-#include <cell/text/InputError.h>
 #include <cmath>
 #include <iostream>
 #include <new>

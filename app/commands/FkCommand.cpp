@@ -1,8 +1,8 @@
 #include <app/commands/Commands.h>
 #include <app/commands/PoseLine.h>
+#include <cell/InputError.h>
 #include <cell/model/ChooseRobot.h>
 #include <cell/model/JointValues.h>
-#include <cell/text/InputError.h>
 #include <cell/text/Text.h>
 #include <istream>
 #include <ostream>

@@ -1,8 +1,9 @@
 #include <app/commands/Commands.h>
 #include <app/commands/InfoJson.h>
-#include <cell/model/Cell.h>
-#include <cell/model/JointValues.h>
+#include <cell/Cell.h>
+#include <cell/model/Systems.h>
 #include <cell/text/Text.h>
+#include <cell/text/Units.h>
 #include <host/tools/gpHandle.h>
 #include <mechanism/ToolEntity.h>
 #include <ostream>
@@ -27,7 +28,7 @@ void PrintAxes(const GenericEntity& entity, std::ostream& out) {
     for (int i = 0; i < entity.GetLinkSize(); ++i) {
         const LinkRod& link = *entity.GetLink(static_cast<std::size_t>(i));
         const auto& [low, high] = link.GetLimit();
-        const bool slides = link.jointType == JointLinear;
+        const bool slides = Slides(link);
         const gp_Ax1 axis = link.axis.Transformed(link.worldTrsf);
         out << "    " << i + 1 << ": " << (slides ? Rounded(low, ShownDecimals) : Degrees(low)) << " to "
             << (slides ? Rounded(high, ShownDecimals) + " mm" : Degrees(high)) << ", direction "

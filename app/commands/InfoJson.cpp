@@ -1,5 +1,6 @@
 #include <app/commands/InfoJson.h>
-#include <cell/model/JointValues.h>
+#include <cell/model/Systems.h>
+#include <cell/text/Units.h>
 #include <host/tools/gpHandle.h>
 #include <mechanism/ToolEntity.h>
 
@@ -27,11 +28,10 @@ Json::Value Pose(const gp_Trsf& trsf) { return Pose(gpHandle::TrsfToEuler(trsf))
 Json::Value Axes(const GenericEntity& entity) {
     Json::Value axes(Json::arrayValue);
     for (const LinkRod* link : AxesOf(entity)) {
-        const bool slides = link->jointType == JointLinear;
-        const double unit = slides ? 1 : RadiansPerDegree;
+        const double unit = FileUnit(*link);
         const gp_Ax1 axis = link->axis.Transformed(link->worldTrsf);
         Json::Value json;
-        json["unit"] = slides ? "mm" : "deg";
+        json["unit"] = Slides(*link) ? "mm" : "deg";
         json["min"] = link->GetLimit().first / unit;
         json["max"] = link->GetLimit().second / unit;
         json["direction"] = Numbers(axis.Direction().XYZ());

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <app/commands/Commands.h>
-#include <cell/model/Cell.h>
+#include <cell/Cell.h>
+#include <cell/InputError.h>
 #include <cell/plan/StateFile.h>
-#include <cell/text/InputError.h>
 #include <cell/text/OutputFile.h>
 #include <cell/text/Text.h>
 #include <json/value.h>

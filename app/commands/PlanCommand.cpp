@@ -1,8 +1,9 @@
 #include <app/commands/Commands.h>
-#include <cell/model/JointValues.h>
-#include <cell/plan/Planner.h>
+#include <cell/Planner.h>
+#include <cell/documents/JsonNode.h>
 #include <cell/text/OutputFile.h>
 #include <cell/text/Text.h>
+#include <cell/text/Units.h>
 #include <iostream>
 
 namespace cell {

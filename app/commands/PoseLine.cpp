@@ -1,6 +1,6 @@
 #include <algorithm>
 #include <app/commands/PoseLine.h>
-#include <cell/text/InputError.h>
+#include <cell/InputError.h>
 #include <cmath>
 #include <gp_Trsf.hxx>
 #include <json/reader.h>

@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <app/commands/Commands.h>
+#include <cell/InputError.h>
 #include <cell/model/SystemValues.h>
 #include <cell/plan/Reach.h>
 #include <cell/plan/StateFile.h>
-#include <cell/text/InputError.h>
 #include <cell/text/OutputFile.h>
 #include <cell/text/Text.h>
 #include <scene/ContactSheet.h>

@@ -1,6 +1,6 @@
 #include <app/commands/Commands.h>
+#include <cell/Cell.h>
 #include <cell/documents/SavedMechanism.h>
-#include <cell/model/Cell.h>
 #include <cell/model/Kinds.h>
 #include <cell/text/OutputFile.h>
 #include <cell/text/Text.h>
@@ -39,7 +39,7 @@ void SaveInto(const Cell& cell, const fs::path& folder) {
     Json::Value& items = json["mechanisms"];
     for (Json::ArrayIndex i = 0; i < items.size(); ++i) {
         const Mechanism& mechanism = cell.Mechanisms()[i];
-        items[i] = InlinedItem(mechanism.node, folder);
+        items[i] = InlinedItem(*mechanism.node, folder);
         SaveMechanism(*mechanism.entity, folder, FolderName, items[i]);
     }
     WriteText(folder / CellName, JsonText(json));

@@ -1,8 +1,8 @@
 #include <TopExp_Explorer.hxx>
 #include <app/commands/Commands.h>
+#include <cell/InputError.h>
 #include <cell/documents/ShapeOutput.h>
 #include <cell/plan/Reach.h>
-#include <cell/text/InputError.h>
 #include <cell/text/OutputFile.h>
 #include <cell/text/Text.h>
 #include <host/tools/ShapeHandle.h>

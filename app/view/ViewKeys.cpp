@@ -1,5 +1,5 @@
 #include <app/view/ViewSession.h>
-#include <cell/text/InputError.h>
+#include <cell/InputError.h>
 
 // What the keys do.
 

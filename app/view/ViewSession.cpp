@@ -1,6 +1,6 @@
 #include <app/view/ViewSession.h>
+#include <cell/InputError.h>
 #include <cell/model/SystemValues.h>
-#include <cell/text/InputError.h>
 #include <cell/text/OutputFile.h>
 #include <cell/text/Text.h>
 

@@ -1,6 +1,6 @@
 #include <cell/documents/ArmFile.h>
-#include <cell/model/JointValues.h>
 #include <cell/text/Text.h>
+#include <cell/text/Units.h>
 #include <cmath>
 #include <gp_Quaternion.hxx>
 #include <gp_Vec.hxx>

@@ -1,5 +1,5 @@
+#include <cell/InputError.h>
 #include <cell/documents/ChildProcess.h>
-#include <cell/text/InputError.h>
 #include <cell/text/Text.h>
 #include <csignal>
 #include <cstring>

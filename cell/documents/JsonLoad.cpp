@@ -1,6 +1,6 @@
 #include <algorithm>
+#include <cell/InputError.h>
 #include <cell/documents/JsonNode.h>
-#include <cell/text/InputError.h>
 #include <cell/text/Notice.h>
 #include <fstream>
 #include <host/tools/DataHandle.h>

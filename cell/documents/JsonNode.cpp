@@ -1,6 +1,6 @@
 #include <algorithm>
+#include <cell/InputError.h>
 #include <cell/documents/JsonNode.h>
-#include <cell/text/InputError.h>
 #include <cmath>
 #include <host/tools/DataHandle.h>
 #include <json/writer.h>

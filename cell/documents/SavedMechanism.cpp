@@ -1,6 +1,6 @@
 #include <algorithm>
+#include <cell/InputError.h>
 #include <cell/documents/SavedMechanism.h>
-#include <cell/text/InputError.h>
 #include <cell/text/OutputFile.h>
 #include <cell/text/Text.h>
 

@@ -8,10 +8,10 @@
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 #include <algorithm>
+#include <cell/InputError.h>
 #include <cell/documents/ChildProcess.h>
 #include <cell/documents/ShapeFile.h>
 #include <cell/documents/ShapeFormats.h>
-#include <cell/text/InputError.h>
 #include <cell/text/Notice.h>
 #include <cmath>
 #include <host/view/TriangleModel.h>

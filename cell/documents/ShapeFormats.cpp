@@ -6,8 +6,8 @@
 #include <TopoDS_Face.hxx>
 #include <XSControl_WorkSession.hxx>
 #include <algorithm>
+#include <cell/InputError.h>
 #include <cell/documents/ShapeFormats.h>
-#include <cell/text/InputError.h>
 #include <cstdint>
 #include <cstring>
 #include <fstream>

@@ -1,39 +1,39 @@
 #include <algorithm>
 #include <cell/documents/SavedMechanism.h>
-#include <cell/model/Cell.h>
+#include <cell/model/CellReader.h>
 #include <cell/model/Kinds.h>
 
 // Mechanisms, mounts and systems of a cell file, item by item.
 
 namespace cell {
 
-void Cell::ReadMechanism(const JsonNode& item) {
+void CellReader::ReadMechanism(const JsonNode& item) {
     const std::string mechanism = item.At("name").Text();
-    if (Find(mechanism) != nullptr) {
+    if (cell.Find(mechanism) != nullptr) {
         item.At("name").Refuse("a name that no other mechanism has");
     }
     const std::uint64_t hash = item.At("hash").Hash();
     if (const auto other = mechanismOfHash.find(hash); other != mechanismOfHash.end()) {
         item.At("hash").Refuse("a hash that no other mechanism has (" +
-                               mechanisms[other->second].entity->GetName() + " has this one)");
+                               cell.mechanisms[other->second].entity->GetName() + " has this one)");
     }
     const JsonNode kind = item.At("kind");
     auto entity = RequireKind(MechanismKinds(), kind)(item, mechanism, hash);
     if (const auto placement = item.Find("placement")) {
         entity->SetRootMdlTrsf(ReadPlacement(*placement));
     }
-    Add({kind.Text(), std::move(entity), item});
+    Add({kind.Text(), std::move(entity), std::make_shared<const JsonNode>(item)});
 }
 
 /// After the mounts: mounting a tool enters it into its robot's list, and the robot's document has the list
 /// with the tool in it.
-void Cell::RestoreMechanisms() const {
-    for (const Mechanism& mechanism : mechanisms) {
-        RestoreSaved(*mechanism.entity, mechanism.node);
+void CellReader::RestoreMechanisms() const {
+    for (const Mechanism& mechanism : cell.mechanisms) {
+        RestoreSaved(*mechanism.entity, *mechanism.node);
     }
 }
 
-void Cell::ReadMount(const JsonNode& item) const {
+void CellReader::ReadMount(const JsonNode& item) const {
     item.OnlyKeys({"entity", "on", "place", "placement"});
     GenericEntityConfig& entity = RequireMechanism(item.At("entity"));
     GenericEntityConfig& carrier = RequireMechanism(item.At("on"));
@@ -62,10 +62,10 @@ void Cell::ReadMount(const JsonNode& item) const {
     }
 }
 
-void Cell::ReadSystem(const JsonNode& item) {
+void CellReader::ReadSystem(const JsonNode& item) {
     item.OnlyKeys({"robot", "pedestal", "benches"});
     RobotEntity& robot = RequireRobot(item.At("robot"));
-    if (FindSystem(robot.GetRobotSystem()) != nullptr) {
+    if (cell.FindSystem(robot.GetRobotSystem()) != nullptr) {
         item.At("robot").Refuse("a robot that does not lead a system yet");
     }
     System system{&robot};
@@ -82,42 +82,42 @@ void Cell::ReadSystem(const JsonNode& item) {
     Add(std::move(system));
 }
 
-GenericEntityConfig& Cell::RequireMechanism(const JsonNode& reference) const {
-    GenericEntityConfig* entity = Find(reference.Text());
+GenericEntityConfig& CellReader::RequireMechanism(const JsonNode& reference) const {
+    GenericEntityConfig* entity = cell.Find(reference.Text());
     if (entity == nullptr) {
         reference.Refuse("the name of a mechanism of this cell");
     }
     return *entity;
 }
 
-Workpiece& Cell::RequireWorkpiece(const JsonNode& reference) const {
-    auto* workpiece = dynamic_cast<Workpiece*>(Find(reference.Text()));
+Workpiece& CellReader::RequireWorkpiece(const JsonNode& reference) const {
+    auto* workpiece = dynamic_cast<Workpiece*>(cell.Find(reference.Text()));
     if (workpiece == nullptr) {
         reference.Refuse("the name of a workpiece of this cell");
     }
     return *workpiece;
 }
 
-RobotEntity& Cell::RequireRobot(const JsonNode& reference) const {
-    auto* robot = dynamic_cast<RobotEntity*>(Find(reference.Text()));
+RobotEntity& CellReader::RequireRobot(const JsonNode& reference) const {
+    auto* robot = dynamic_cast<RobotEntity*>(cell.Find(reference.Text()));
     if (robot == nullptr) {
         reference.Refuse("the name of a robot of this cell");
     }
     return *robot;
 }
 
-PedestalEntity* Cell::RequirePedestal(const JsonNode& reference, const RobotEntity& robot) const {
-    auto* pedestal = dynamic_cast<PedestalEntity*>(Find(reference.Text()));
+PedestalEntity* CellReader::RequirePedestal(const JsonNode& reference, const RobotEntity& robot) const {
+    auto* pedestal = dynamic_cast<PedestalEntity*>(cell.Find(reference.Text()));
     if (pedestal == nullptr || robot.GetMountingEntity() != pedestal) {
         reference.Refuse("the pedestal that " + robot.GetName() + " is mounted on");
     }
     return pedestal;
 }
 
-std::vector<BenchEntity*> Cell::RequireBenches(const JsonNode& list) const {
+std::vector<BenchEntity*> CellReader::RequireBenches(const JsonNode& list) const {
     std::vector<BenchEntity*> benches;
     for (const JsonNode& reference : list.Items("names of benches")) {
-        auto* bench = dynamic_cast<BenchEntity*>(Find(reference.Text()));
+        auto* bench = dynamic_cast<BenchEntity*>(cell.Find(reference.Text()));
         if (bench == nullptr || std::find(benches.begin(), benches.end(), bench) != benches.end()) {
             reference.Refuse("the name of a bench that the list does not have yet");
         }
@@ -129,8 +129,8 @@ std::vector<BenchEntity*> Cell::RequireBenches(const JsonNode& list) const {
     return benches;
 }
 
-const System& Cell::RequireSystem(const JsonNode& reference) const {
-    const System* system = FindSystem(RequireRobot(reference).GetRobotSystem());
+const System& CellReader::RequireSystem(const JsonNode& reference) const {
+    const System* system = cell.FindSystem(RequireRobot(reference).GetRobotSystem());
     if (system == nullptr) {
         reference.Refuse("a robot that leads one of systems");
     }

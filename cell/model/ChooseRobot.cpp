@@ -1,5 +1,5 @@
+#include <cell/InputError.h>
 #include <cell/model/ChooseRobot.h>
-#include <cell/text/InputError.h>
 
 namespace cell {
 

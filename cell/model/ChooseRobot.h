@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cell/model/Cell.h>
+#include <cell/Cell.h>
 
 namespace cell {
 

@@ -7,7 +7,7 @@
 #include <TopExp.hxx>
 #include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
 #include <TopoDS.hxx>
-#include <cell/model/ToolPath.h>
+#include <cell/model/ToolPathReader.h>
 #include <cmath>
 
 namespace cell {

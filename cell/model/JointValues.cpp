@@ -1,5 +1,6 @@
 #include <cell/model/JointValues.h>
 #include <cell/text/Text.h>
+#include <cell/text/Units.h>
 #include <cmath>
 
 namespace cell {

@@ -7,8 +7,6 @@
 
 namespace cell {
 
-inline constexpr double RadiansPerDegree = 0.017453292519943295;
-
 /// Told what is wrong with a set of values (the value shown, what was expected); throws, unless it is only to
 /// take note of values outside the limits.
 using Refusal = std::function<void(const std::string& shown, const std::string& expected)>;

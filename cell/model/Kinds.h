@@ -1,6 +1,8 @@
 #pragma once
 
-#include <cell/model/Cell.h>
+#include <cell/Motion.h>
+#include <cell/documents/JsonNode.h>
+#include <host/workpiece/GenericEntityConfig.h>
 #include <map>
 #include <string>
 

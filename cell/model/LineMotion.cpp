@@ -1,6 +1,6 @@
-#include <cell/model/JointValues.h>
 #include <cell/model/LineMotion.h>
 #include <cell/text/Text.h>
+#include <cell/text/Units.h>
 #include <cmath>
 #include <gp_Quaternion.hxx>
 #include <host/tools/gpHandle.h>

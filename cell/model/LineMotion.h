@@ -1,6 +1,9 @@
 #pragma once
 
-#include <cell/model/Cell.h>
+#include <cell/documents/JsonNode.h>
+#include <cell/model/Systems.h>
+#include <mechanism/GrpState.h>
+#include <vector>
 
 namespace cell {
 

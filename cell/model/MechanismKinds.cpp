@@ -1,6 +1,6 @@
 #include <cell/model/ArmBuilder.h>
-#include <cell/model/JointValues.h>
 #include <cell/model/Kinds.h>
+#include <cell/text/Units.h>
 #include <host/tools/gpHandle.h>
 
 namespace cell {

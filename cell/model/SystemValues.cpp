@@ -1,16 +1,13 @@
 #include <cell/model/JointValues.h>
 #include <cell/model/SystemValues.h>
 #include <cell/text/Text.h>
+#include <cell/text/Units.h>
 
 namespace cell {
 
 namespace {
 
 using Axes = std::vector<const LinkRod*>;
-
-bool Slides(const LinkRod& axis) { return axis.jointType == JointLinear; }
-
-double Unit(const LinkRod& axis) { return Slides(axis) ? 1.0 : RadiansPerDegree; }
 
 /// Rounded so that a limit comes out as its file said it.
 std::string Shown(double value, const LinkRod& axis) {
@@ -31,7 +28,7 @@ std::vector<JsonNode> RequireCount(const JsonNode& list, std::size_t count, cons
 using AxisReader = double (*)(const JsonNode& node, const LinkRod& axis);
 
 double ReadValue(const JsonNode& node, const LinkRod& axis) {
-    const double value = node.Number() * Unit(axis);
+    const double value = node.Number() * FileUnit(axis);
     const auto& [low, high] = axis.GetLimit();
     if (!(value >= low && value <= high)) {
         node.Refuse(std::string(Slides(axis) ? "mm" : "degrees") + " from " + Shown(low, axis) + " to " +
@@ -40,7 +37,7 @@ double ReadValue(const JsonNode& node, const LinkRod& axis) {
     return value;
 }
 
-double ReadStep(const JsonNode& node, const LinkRod& axis) { return node.Positive() * Unit(axis); }
+double ReadStep(const JsonNode& node, const LinkRod& axis) { return node.Positive() * FileUnit(axis); }
 
 /// What stands beside the robot in a system, in the order of the layout.
 void AppendExternal(const JsonNode& item, const System& system, AxisReader read,

@@ -1,24 +1,17 @@
 #pragma once
 
+#include <cell/System.h>
+#include <cell/text/Units.h>
 #include <cstdint>
-#include <mechanism/BenchEntity.h>
 #include <mechanism/GrpConfig.h>
-#include <mechanism/PedestalEntity.h>
-#include <mechanism/RobotEntity.h>
 #include <vector>
 
 namespace cell {
 
-/// Mechanisms that one state moves: a robot, what carries it, and the benches it works at.
-struct System {
-    RobotEntity* robot;
-    PedestalEntity* pedestal = nullptr;     ///< null where the robot stands still
-    std::vector<BenchEntity*> benches = {}; ///< all with the same number of axes
-
-    std::uint64_t Hash() const { return robot->GetRobotSystem(); }
-    /// The pedestal's links that this robot's place moves with, top first.
-    std::vector<const LinkRod*> PedestalAxes() const;
-};
+/// Whether the axis slides (mm) or turns (rad; degrees in files).
+inline bool Slides(const LinkRod& axis) { return axis.jointType == JointLinear; }
+/// What one unit of a file is worth on the axis: 1 where it slides, else radians per degree.
+inline double FileUnit(const LinkRod& axis) { return Slides(axis) ? 1.0 : RadiansPerDegree; }
 
 std::vector<const LinkRod*> AxesOf(const GenericEntity& entity);
 

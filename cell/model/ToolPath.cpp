@@ -1,6 +1,6 @@
 #include <Standard_Failure.hxx>
 #include <cell/documents/Frames.h>
-#include <cell/model/ToolPath.h>
+#include <cell/model/ToolPathReader.h>
 #include <mechanism/InterpHandle.h>
 
 namespace cell {
@@ -129,7 +129,7 @@ ToolPath ReadToolPath(const JsonNode& item, Workpiece& workpiece, const JsonNode
                   item.At("smooth_mm").Length(),
                   item.At("keep_every").Whole(1, MostSkipped),
                   item.At("tolerance_mm").Length(),
-                  item};
+                  std::make_shared<const JsonNode>(item)};
     if (LengthOf(path.poses) / path.smooth > MostPoses) {
         item.At("smooth_mm").Refuse("a distance that gives at most 1000000 poses");
     }
@@ -143,8 +143,8 @@ WorkedPath WorkUp(const ToolPath& path) {
     try {
         InterpHandle::SplineInterpolationArry(poses, path.smooth);
     } catch (const Standard_Failure&) {
-        path.node.Refuse("these poses",
-                         "poses apart from each other, through which a smooth curve can be laid");
+        path.node->Refuse("these poses",
+                          "poses apart from each other, through which a smooth curve can be laid");
     }
     worked.smoothed = poses.size();
     worked.added = AddEnds(path.poses.front(), path.poses.back(), poses);

@@ -3,6 +3,7 @@
 #include <cell/model/SystemValues.h>
 #include <cell/plan/Jog.h>
 #include <cell/text/Text.h>
+#include <cell/text/Units.h>
 
 namespace cell {
 
@@ -13,11 +14,7 @@ constexpr double FinePart = 0.1;
 constexpr std::size_t Leader = 4;
 constexpr std::size_t Follower = 5;
 
-bool Slides(const LinkRod& link) { return link.jointType == JointLinear; }
-
-std::string Shown(double value, const LinkRod& link) {
-    return Rounded(Slides(link) ? value : value / RadiansPerDegree, 1);
-}
+std::string Shown(double value, const LinkRod& link) { return Rounded(value / FileUnit(link), 1); }
 
 } // namespace
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cell/model/JointValues.h>
-#include <cell/plan/Planner.h>
+#include <cell/Planner.h>
+#include <cell/text/Units.h>
 #include <memory>
 #include <planning/CarriedArm.h>
 #include <string>

@@ -1,6 +1,6 @@
 #include <algorithm>
+#include <cell/Planner.h>
 #include <cell/model/SystemValues.h>
-#include <cell/plan/Planner.h>
 #include <cmath>
 #include <mechanism/GrpStateUtils.h>
 

@@ -1,10 +1,10 @@
 #include <Precision.hxx>
 #include <algorithm>
-#include <cell/model/JointValues.h>
+#include <cell/InputError.h>
 #include <cell/model/Kinds.h>
 #include <cell/plan/Reach.h>
-#include <cell/text/InputError.h>
 #include <cell/text/Text.h>
+#include <cell/text/Units.h>
 #include <host/tools/LogUtils.h>
 #include <mechanism/RobotWorkspace.h>
 #include <spdlog/sinks/base_sink.h>
@@ -106,7 +106,7 @@ RobotEntity& RequireRobot(const Cell& cell, const std::string& name) {
 }
 
 Reach ReachOf(const Cell& cell, RobotEntity& robot) {
-    const JsonNode& item = ItemOf(cell, robot).node;
+    const JsonNode& item = *ItemOf(cell, robot).node;
     RequireSystem(cell, robot);
     RequireCoupling(robot, item);
     RequireRanges(robot, item);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <TopoDS_Shape.hxx>
-#include <cell/model/Cell.h>
+#include <cell/Cell.h>
 #include <vector>
 
 namespace cell {

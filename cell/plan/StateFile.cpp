@@ -1,6 +1,6 @@
+#include <cell/InputError.h>
 #include <cell/model/SystemValues.h>
 #include <cell/plan/StateFile.h>
-#include <cell/text/InputError.h>
 #include <json/value.h>
 
 namespace cell {

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <cell/text/InputError.h>
+#include <cell/InputError.h>
 #include <host/tools/DataHandle.h>
 
 namespace {

@@ -1,4 +1,4 @@
-#include <cell/text/InputError.h>
+#include <cell/InputError.h>
 #include <cell/text/OutputFile.h>
 #include <cell/text/Placing.h>
 #include <cell/text/ScratchFolder.h>

@@ -1,6 +1,6 @@
 #include <array>
-#include <cell/model/JointValues.h>
 #include <cell/text/Text.h>
+#include <cell/text/Units.h>
 #include <charconv>
 #include <cmath>
 #include <json/writer.h>

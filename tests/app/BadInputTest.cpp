@@ -1,7 +1,7 @@
 #include "../cell/Documents.h"
 
 #include <app/commands/Commands.h>
-#include <cell/text/InputError.h>
+#include <cell/InputError.h>
 
 using testing::AllOf;
 using testing::HasSubstr;

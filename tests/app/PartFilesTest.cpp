@@ -4,10 +4,10 @@
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
 #include <app/commands/Commands.h>
+#include <cell/InputError.h>
 #include <cell/documents/ChildProcess.h>
 #include <cell/documents/ShapeFile.h>
 #include <cell/documents/ShapeFormats.h>
-#include <cell/text/InputError.h>
 #include <csignal>
 #include <thread>
 

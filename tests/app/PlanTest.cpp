@@ -1,8 +1,8 @@
 #include "../cell/Documents.h"
 
 #include <app/commands/Commands.h>
+#include <cell/Planner.h>
 #include <cell/model/SystemValues.h>
-#include <cell/plan/Planner.h>
 #include <cell/plan/StateFile.h>
 #include <cmath>
 #include <host/tools/gpHandle.h>

@@ -1,8 +1,8 @@
 #include "../cell/Documents.h"
 
 #include <app/commands/Commands.h>
+#include <cell/InputError.h>
 #include <cell/model/JointValues.h>
-#include <cell/text/InputError.h>
 #include <random>
 
 using namespace cell;

@@ -11,6 +11,7 @@
 #include <cell/model/ArmBuilder.h>
 #include <cell/model/JointValues.h>
 #include <cell/model/Kinds.h>
+#include <cell/text/Units.h>
 #include <host/tools/ShapeHandle.h>
 #include <support/TrsfMatcher.h>
 

@@ -1,6 +1,6 @@
 #include "Documents.h"
 
-#include <cell/plan/Planner.h>
+#include <cell/Planner.h>
 #include <gp_Lin.hxx>
 
 using namespace cell;

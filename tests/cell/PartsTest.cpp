@@ -1,7 +1,7 @@
 #include "Documents.h"
 
+#include <cell/InputError.h>
 #include <cell/documents/Frames.h>
-#include <cell/text/InputError.h>
 #include <cell/text/OutputFile.h>
 #include <cell/text/Text.h>
 #include <host/workpiece/LinkRod.h>

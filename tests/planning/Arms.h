@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cell/model/Cell.h>
+#include <cell/Cell.h>
 #include <gmock/gmock.h>
 #include <mechanism/RobotEntity.h>
 #include <planning/InverseKinematics.h>

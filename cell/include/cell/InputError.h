@@ -1,12 +1,13 @@
 #pragma once
 
+#include <cell/Export.h>
 #include <stdexcept>
 #include <string>
 
 namespace cell {
 
 /// What is wrong with the input, on one line: "FILE: KEY.PATH: VALUE, expected EXPECTATION".
-class InputError : public std::runtime_error {
+class CELL_EXPORT InputError : public std::runtime_error {
 public:
     /// @param line a whole report.
     explicit InputError(const std::string& line);

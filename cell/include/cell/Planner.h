@@ -1,8 +1,8 @@
 #pragma once
 
-#include <cell/model/Cell.h>
+#include <cell/Cell.h>
 #include <functional>
-#include <json/value.h>
+#include <json/forwards.h>
 #include <mechanism/ContextState.h>
 #include <vector>
 
@@ -26,13 +26,13 @@ using Progress = std::function<void(std::size_t done, std::size_t total)>;
 
 /// Plans every motion, drops states that repeat others, and applies each state to its system. States that the
 /// interpolation left without a pose get the tool centre that the robot then has. The systems end at zero.
-std::vector<PlannedMotion> PlanMotions(const Cell& cell, const Progress& progress);
+CELL_EXPORT std::vector<PlannedMotion> PlanMotions(const Cell& cell, const Progress& progress);
 
 /// Moves the mechanisms of the cell to a step of a motion.
-void MoveToStep(const Cell& cell, PlannedMotion& planned, std::size_t step);
+CELL_EXPORT void MoveToStep(const Cell& cell, PlannedMotion& planned, std::size_t step);
 
 /// {"cell", "motions": [{"name", "states": [state, ...]}]}, each state in its own form; motions that run
 /// together have "contexts" in place of "states".
-Json::Value TraceToJson(const Cell& cell, std::vector<PlannedMotion>& plan);
+CELL_EXPORT Json::Value TraceToJson(const Cell& cell, std::vector<PlannedMotion>& plan);
 
 } // namespace cell
