@@ -110,7 +110,12 @@ std::vector<PlannedMotion> PlanMotions(const Cell& cell, const Progress& progres
     std::size_t done = 0;
     for (PlannedMotion& planned : plan) {
         if (planned.motion->parts.empty()) {
-            Apply(planned, [&] { progress(++done, total); });
+            Apply(planned, [&] {
+                ++done;
+                if (progress) {
+                    progress(done, total);
+                }
+            });
         } else {
             planned = PlanTogether(*planned.motion, plan);
         }

@@ -21,7 +21,7 @@ struct PlannedMotion {
     std::size_t Steps() const { return contexts.empty() ? states.size() : contexts.size(); }
 };
 
-/// Told how many states of how many have been applied.
+/// Told how many states of how many have been applied; may be empty.
 using Progress = std::function<void(std::size_t done, std::size_t total)>;
 
 /// Plans every motion, drops states that repeat others, and applies each state to its system. States that the
