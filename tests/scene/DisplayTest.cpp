@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cell/model/SystemValues.h>
-#include <host/tools/AIS_Mesh.h>
+#include <host/view/AIS_Mesh.h>
 #include <scene/Scene.h>
 #include <scene/Viewer.h>
 

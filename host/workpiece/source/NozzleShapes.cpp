@@ -18,8 +18,9 @@
 #include <host/tools/NozzleParam.h>
 #include <host/tools/gpHandle.h>
 
-// A welding torch from its numbers. The body stands on the mounting frame; the nozzle points along the tool
-// centre's Z and ends where tip and wire leave room for it; the neck is a pipe along the curve between them.
+// A welding torch from its numbers: here and not in host/tools, which knows no solid modelling of its own.
+// The body stands on the mounting frame; the nozzle points along the tool centre's Z and ends where tip and
+// wire leave room for it; the neck is a pipe along the curve between them.
 
 namespace {
 
