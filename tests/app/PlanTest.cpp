@@ -1,9 +1,9 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
-#include <cell/Commands.h>
+#include <app/commands/Commands.h>
 #include <cell/Planner.h>
-#include <cell/StateFile.h>
-#include <cell/SystemValues.h>
+#include <cell/model/SystemValues.h>
+#include <cell/plan/StateFile.h>
 #include <cmath>
 #include <host/tools/gpHandle.h>
 

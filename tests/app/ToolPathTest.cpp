@@ -1,7 +1,7 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
 #include <algorithm>
-#include <cell/Commands.h>
+#include <app/commands/Commands.h>
 #include <cmath>
 #include <limits>
 
