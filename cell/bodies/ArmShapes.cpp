@@ -40,7 +40,7 @@ public:
         }
         points.push_back({arm.flange.p[0], arm.flange.p[1], arm.flange.p[2]});
         for (std::size_t i = 0; i + 1 < points.size(); ++i) {
-            chain += Length(Minus(points[i + 1], points[i]));
+            chain += Length(points[i + 1] - points[i]);
         }
         chain = std::max(chain, ShortestChain);
     }
@@ -59,16 +59,16 @@ private:
 
     /// How high along the first axis the fixed column ends.
     double Column() const {
-        const double height = Dot(Minus(points[1], points[0]), arm.joints[0].axis);
+        const double height = Dot(points[1] - points[0], arm.joints[0].axis);
         return std::max(ColumnHeight * height, 4 * FootHalfHeight * At(0));
     }
 
     std::vector<Body> Base() const {
-        const Triple& up = arm.joints[0].axis;
+        const Vec& up = arm.joints[0].axis;
         Assembly cast;
-        cast.Add(Drum(Point(Plus(points[0], FootHalfHeight * At(0), up)), Direction(up), FootRadius * At(0),
+        cast.Add(Drum(Point(points[0] + FootHalfHeight * At(0) * up), Direction(up), FootRadius * At(0),
                       FootHalfHeight * At(0)));
-        cast.Add(Tube(Point(points[0]), Point(Plus(points[0], Column(), up)), 1.35 * At(0), 1.12 * At(0)));
+        cast.Add(Tube(Point(points[0]), Point(points[0] + Column() * up), 1.35 * At(0), 1.12 * At(0)));
         return {{cast.Shape(), Cast}};
     }
 
@@ -91,7 +91,7 @@ private:
     TopoDS_Shape Joint(std::size_t i) const {
         const gp_Dir axis = Direction(arm.joints[i].axis);
         if (i == 0) {
-            const Triple top = Plus(points[0], Column(), arm.joints[0].axis);
+            const Vec top = points[0] + Column() * arm.joints[0].axis;
             return Drum(Point(top), axis, 1.28 * At(0), 0.14 * At(0));
         }
         const bool roll = RollsLimb(i);
@@ -102,7 +102,7 @@ private:
 
     bool RollsLimb(std::size_t i) const {
         const auto along = [&](std::size_t from) {
-            const Triple d = Minus(points[from + 1], points[from]);
+            const Vec d = points[from + 1] - points[from];
             return std::abs(Dot(d, arm.joints[i].axis)) > AlongLimb * Length(d) && Length(d) > 0;
         };
         return along(i) || along(i - 1);
@@ -110,15 +110,15 @@ private:
 
     /// From a joint to the next: along the own axis first, then across, as castings do.
     void AddLimb(std::size_t i, Assembly& paint) const {
-        const Triple& axis = arm.joints[i].axis;
-        const Triple start = i == 0 ? Plus(points[0], Column(), axis) : points[i];
-        const Triple& end = points[i + 1];
-        const Triple corner = Plus(start, Dot(Minus(end, start), axis), axis);
+        const Vec& axis = arm.joints[i].axis;
+        const Vec start = i == 0 ? points[0] + Column() * axis : points[i];
+        const Vec& end = points[i + 1];
+        const Vec corner = start + Dot(end - start, axis) * axis;
         const double thick = LimbRadius * At(i) * (i == 0 ? 1.3 : 1.0);
         const double thin = LimbRadius * At(i + 1);
         const double least = ShortestLimb * At(i);
-        const bool rises = Length(Minus(corner, start)) > least;
-        const bool crosses = Length(Minus(end, corner)) > least;
+        const bool rises = Length(corner - start) > least;
+        const bool crosses = Length(end - corner) > least;
         const double bend = crosses ? thick : thin;
         if (rises) {
             paint.Add(Tube(Point(start), Point(corner), thick, bend));
@@ -133,18 +133,18 @@ private:
 
     TopoDS_Shape Flange() const {
         const std::size_t last = arm.joints.size() - 1;
-        const Triple normal = Turn(arm.flange, {0, 0, 1});
+        const Vec normal = spatial::Column(arm.flange, 2);
         // Flange frames point every way; the disc lies on the side that the last axis comes from.
-        const Triple& axis = arm.joints[last].axis;
-        const Triple centre = Plus(points.back(), -FlangeHalfHeight * At(last), axis);
+        const Vec& axis = arm.joints[last].axis;
+        const Vec centre = points.back() - FlangeHalfHeight * At(last) * axis;
         const bool faces = std::abs(Dot(normal, axis)) > AlongLimb;
         return Drum(Point(centre), Direction(faces ? normal : axis), FlangeRadius * At(last),
                     FlangeHalfHeight * At(last));
     }
 
     const ArmDescription& arm;
-    std::vector<Triple> points; ///< joint origins, then the flange's
-    double chain = 0;           ///< length from joint to joint to flange
+    std::vector<Vec> points; ///< joint origins, then the flange's
+    double chain = 0;        ///< length from joint to joint to flange
 };
 
 } // namespace

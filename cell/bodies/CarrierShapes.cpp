@@ -92,8 +92,7 @@ private:
 
     /// Uprights on both sides of the flange, and a beam between them that tilts.
     void AddTiltingFrame(std::size_t i, const CarrierJoint& joint) {
-        const gp_Pnt middle =
-            Point(Plus(joint.origin, Dot(Minus(top, joint.origin), joint.axis), joint.axis));
+        const gp_Pnt middle = Point(joint.origin + Dot(top - joint.origin, joint.axis) * joint.axis);
         const gp_Ax2 frame(middle, gp::DZ(), Direction(joint.axis));
         const double span = Span * radius;
         const double outer = span + UprightThickness * radius;
@@ -143,7 +142,7 @@ private:
     }
 
     const CarrierDescription& carrier;
-    Triple top;    ///< the flange's origin
+    Vec top;       ///< the flange's origin
     double height; ///< of the flange above the floor
     double radius; ///< of a table on it
     bool tilts = false;

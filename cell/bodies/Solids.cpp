@@ -21,8 +21,8 @@ constexpr double SameRadius = 1e-3;
 
 } // namespace
 
-gp_Pnt Point(const Triple& t) { return {t[0], t[1], t[2]}; }
-gp_Dir Direction(const Triple& t) { return {t[0], t[1], t[2]}; }
+gp_Pnt Point(const Vec& t) { return {t[0], t[1], t[2]}; }
+gp_Dir Direction(const Vec& t) { return {t[0], t[1], t[2]}; }
 
 TopoDS_Shape Drum(const gp_Pnt& centre, const gp_Dir& axis, double radius, double halfLength) {
     const gp_Ax2 frame(centre, axis);

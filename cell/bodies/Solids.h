@@ -8,8 +8,8 @@
 
 namespace cell {
 
-gp_Pnt Point(const Triple& t);
-gp_Dir Direction(const Triple& t);
+gp_Pnt Point(const Vec& t);
+gp_Dir Direction(const Vec& t);
 
 /// A cylinder with bevelled rims, centred on a point.
 TopoDS_Shape Drum(const gp_Pnt& centre, const gp_Dir& axis, double radius, double halfLength);

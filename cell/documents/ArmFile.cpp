@@ -50,7 +50,7 @@ std::string Shown(const gp_Vec& v) {
 }
 
 /// Tools hang along the flange's Z, and the reach is computed as if they did along the last axis.
-void RequireOutwardFlange(const JsonNode& node, const Rigid& flange, const Triple& axis) {
+void RequireOutwardFlange(const JsonNode& node, const Rigid& flange, const Vec& axis) {
     const gp_Vec z = Column(flange, 2);
     const gp_Vec outward(axis[0], axis[1], axis[2]);
     if ((z - outward).Magnitude() <= UnitTolerance) {
@@ -67,8 +67,8 @@ void RequireOutwardFlange(const JsonNode& node, const Rigid& flange, const Tripl
 
 } // namespace
 
-Triple ReadDirection(const JsonNode& node) {
-    const Triple direction = node.Triple();
+Vec ReadDirection(const JsonNode& node) {
+    const Vec direction = node.Triple();
     if (!(std::abs(Length(direction) - 1) <= UnitTolerance)) {
         node.Refuse("a direction of length 1 (within 1e-6)");
     }
@@ -76,9 +76,9 @@ Triple ReadDirection(const JsonNode& node) {
 }
 
 Rigid ReadFlange(const JsonNode& node) {
-    const Triple origin = node.At("origin_mm").Position();
-    const Triple x = ReadDirection(node.At("x_axis"));
-    const Triple z = ReadDirection(node.At("z_axis"));
+    const Vec origin = node.At("origin_mm").Position();
+    const Vec x = ReadDirection(node.At("x_axis"));
+    const Vec z = ReadDirection(node.At("z_axis"));
     if (!(std::abs(Dot(x, z)) <= UnitTolerance)) {
         node.At("x_axis").Refuse("a direction perpendicular to z_axis (within 1e-6)");
     }

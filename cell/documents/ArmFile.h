@@ -9,8 +9,8 @@ namespace cell {
 
 /// One joint at value zero, in the robot's frame.
 struct ArmJoint {
-    Triple origin; ///< mm
-    Triple axis;   ///< unit, positive sense
+    Vec origin; ///< mm
+    Vec axis;   ///< unit, positive sense
     double minDeg;
     double maxDeg;
 };
@@ -26,7 +26,7 @@ struct ArmDescription {
 };
 
 /// A direction of length 1.
-Triple ReadDirection(const JsonNode& node);
+Vec ReadDirection(const JsonNode& node);
 /// "origin_mm", "x_axis" and "z_axis", which are perpendicular.
 Rigid ReadFlange(const JsonNode& node);
 

@@ -9,8 +9,8 @@ namespace cell {
 
 /// One axis of a rail or positioner at value zero, in its entity's frame.
 struct CarrierJoint {
-    Triple origin;  ///< mm
-    Triple axis;    ///< unit, positive sense
+    Vec origin;     ///< mm
+    Vec axis;       ///< unit, positive sense
     JointType type; ///< JointRotary or JointLinear
     double low;     ///< degrees, mm where linear
     double high;

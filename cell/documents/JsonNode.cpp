@@ -179,7 +179,7 @@ std::vector<double> JsonNode::Numbers() const {
     return numbers;
 }
 
-std::array<double, 3> JsonNode::Triple() const {
+spatial::Vec JsonNode::Triple() const {
     if (!value->isArray() || value->size() != 3) {
         Refuse("three numbers");
     }
@@ -187,9 +187,9 @@ std::array<double, 3> JsonNode::Triple() const {
     return {numbers[0], numbers[1], numbers[2]};
 }
 
-std::array<double, 3> JsonNode::Position() const {
-    const std::array<double, 3> position = Triple();
-    if (std::any_of(position.begin(), position.end(), [](double v) { return std::abs(v) > FarthestOut; })) {
+spatial::Vec JsonNode::Position() const {
+    const spatial::Vec position = Triple();
+    if (std::max({std::abs(position.x), std::abs(position.y), std::abs(position.z)}) > FarthestOut) {
         Refuse("three numbers from -1000000 to 1000000 mm");
     }
     return position;

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <filesystem>
 #include <host/tools/RefusedValue.h>
+#include <host/tools/Vec.h>
 #include <json/value.h>
 #include <memory>
 #include <optional>
@@ -46,9 +46,9 @@ public:
     /// A whole number from 1 to 2^64 - 1.
     std::uint64_t Hash() const;
     std::vector<double> Numbers() const;
-    std::array<double, 3> Triple() const;
+    spatial::Vec Triple() const;
     /// A point of a cell: three numbers (mm), none farther out than a kilometre.
-    std::array<double, 3> Position() const;
+    spatial::Vec Position() const;
 
     /// Reports the value as something other than what was expected.
     [[noreturn]] void Refuse(const std::string& expected) const;

@@ -3,10 +3,8 @@
 #include <cell/model/ArmBuilder.h>
 #include <cell/model/Systems.h>
 #include <cell/text/Text.h>
-#include <gp_Vec.hxx>
+#include <host/tools/ArmFacts.h>
 #include <host/tools/DataHandle.h>
-#include <host/tools/gpHandle.h>
-#include <numbers>
 
 namespace cell {
 
@@ -31,21 +29,14 @@ Json::Value LinkRecord(std::size_t number, const ArmJoint& joint, JointType type
     return record;
 }
 
-/// Structure 1 counts its chain from a base that is turned by half a turn.
-Rigid ChainBase(int structure) {
-    return structure == 1 ? Rigid::From(gpHandle::AxisRotateToTrsf(gp_Vec(0, 0, 1), std::numbers::pi))
-                          : Rigid();
-}
-
 /// The table ends at the last link's frame, and what the arm reaches is computed from the table alone: the
 /// frame goes along its own axis to where the flange is. Joint, bodies and flange stay where they are.
 void MoveLastFrameToFlange(const ArmDescription& arm, GenericEntityConfig& structure) {
     const std::size_t last = arm.joints.size() - 1;
     const ArmJoint& joint = arm.joints[last];
     const ArmJoint& before = arm.joints[last - 1];
-    const Triple flange = {arm.flange.p[0], arm.flange.p[1], arm.flange.p[2]};
-    const double along = Dot(Minus(flange, joint.origin), joint.axis);
-    const auto [frame, type] = FrameOfJoint(Plus(joint.origin, along, joint.axis), joint.axis);
+    const double along = Dot(Origin(arm.flange) - joint.origin, joint.axis);
+    const auto [frame, type] = FrameOfJoint(joint.origin + along * joint.axis, joint.axis);
     structure.UpdateLinkRodPara(
         LinkRecord(last + 1, joint, type, Inverse(FrameOfJoint(before.origin, before.axis).frame) * frame),
         false);
@@ -54,7 +45,7 @@ void MoveLastFrameToFlange(const ArmDescription& arm, GenericEntityConfig& struc
 void AddLinks(const ArmDescription& arm, GenericEntityConfig& structure) {
     const Bodies bodies = ShapeArm(arm);
     AddBase(bodies.base, structure);
-    Rigid parent = ChainBase(arm.structure);
+    Rigid parent = ArmFacts::ChainBase(arm.structure);
     for (std::size_t i = 0; i < arm.joints.size(); ++i) {
         const auto [frame, type] = FrameOfJoint(arm.joints[i].origin, arm.joints[i].axis);
         LinkRod* link = structure.UpdateLinkRodPara(
@@ -75,9 +66,9 @@ void RequireSameAxes(const ArmDescription& arm, const RobotEntity& robot) {
     for (std::size_t i = 0; i < arm.joints.size(); ++i) {
         const Rigid& world = robot.GetLink(i)->GetWorld();
         const ArmJoint& joint = arm.joints[i];
-        const Triple offset = Minus({world.p[0], world.p[1], world.p[2]}, joint.origin);
+        const Vec offset = Origin(world) - joint.origin;
         const double apart = Length(Cross(offset, joint.axis));
-        const double turned = Length(Minus(Turn(world, {0, 0, 1}), joint.axis));
+        const double turned = Length(Column(world, 2) - joint.axis);
         if (!(apart <= SameLine && turned <= SameDirection)) {
             const JsonNode node = arm.node.At("joints").Items("joints")[i];
             node.At(turned <= SameDirection ? "origin_mm" : "axis")

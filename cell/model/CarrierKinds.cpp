@@ -16,8 +16,8 @@ Json::Value LinkRecord(std::size_t number, const CarrierJoint& joint) {
     record["link_hash"] = Json::UInt64(number);
     record["parent_link_hash"] = Json::UInt64(number - 1);
     record["center_trsf"] = DataHandle::TrsfToJsonSix(gp_Trsf());
-    for (const Triple& triple : {joint.origin, joint.axis}) {
-        for (const double coordinate : triple) {
+    for (const Vec& triple : {joint.origin, joint.axis}) {
+        for (const double coordinate : {triple.x, triple.y, triple.z}) {
             record["joint_axis"].append(coordinate);
         }
     }

@@ -2,21 +2,21 @@
 #include <cell/text/Text.h>
 #include <cell/text/Units.h>
 #include <cmath>
+#include <host/tools/ArmFacts.h>
 
 namespace cell {
 
 namespace {
 
-/// The wrist of a coupled arm: the follower turns against the leader.
-constexpr std::size_t Leader = 4;
-constexpr std::size_t Follower = 5;
+using ArmFacts::WristFollower;
+using ArmFacts::WristLeader;
 /// Coupled values that were written by hand or by a program agree to this many degrees.
 constexpr double CouplingTolerance = 1e-6;
 
 void RequireCoupling(const std::vector<double>& degrees, const Refusal& refuse) {
-    if (!(std::abs(degrees[Leader] + degrees[Follower]) <= CouplingTolerance)) {
-        refuse(Shortest(degrees[Follower]),
-               "minus the fifth value, " + Shortest(-degrees[Leader]) + ", as value 6 of a coupled wrist");
+    if (!(std::abs(degrees[WristLeader] + degrees[WristFollower]) <= CouplingTolerance)) {
+        refuse(Shortest(degrees[WristFollower]), "minus the fifth value, " + Shortest(-degrees[WristLeader]) +
+                                                     ", as value 6 of a coupled wrist");
     }
 }
 
@@ -28,7 +28,7 @@ std::vector<double> FullValues(const RobotEntity& robot, const std::vector<doubl
     const bool coupled = robot.IsCouplingRobot();
     std::vector<double> values = degrees;
     if (coupled && values.size() + 1 == dof) {
-        values.insert(values.begin() + Follower, -values[Leader]);
+        values.insert(values.begin() + WristFollower, -values[WristLeader]);
     }
     if (values.size() != dof) {
         refuse(std::to_string(degrees.size()) + (degrees.size() == 1 ? " value" : " values"),

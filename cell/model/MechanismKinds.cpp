@@ -54,8 +54,8 @@ JsonNode StructureOf(const JsonNode& item) {
 
 gp_Trsf ReadPlacement(const JsonNode& node) {
     node.OnlyKeys({"location_mm", "euler_deg"});
-    const Triple location = node.At("location_mm").Position();
-    const Triple euler = node.At("euler_deg").Triple();
+    const Vec location = node.At("location_mm").Position();
+    const Vec euler = node.At("euler_deg").Triple();
     return gpHandle::EulerToTrsf(LocEuler(
         gp_Pnt(location[0], location[1], location[2]),
         gp_Pnt(euler[0] * RadiansPerDegree, euler[1] * RadiansPerDegree, euler[2] * RadiansPerDegree)));

@@ -1,10 +1,11 @@
 #include <cell/model/Systems.h>
+#include <host/tools/ArmFacts.h>
 
 namespace cell {
 
 namespace {
 
-constexpr int WristFollower = 5;
+constexpr auto WristFollower = static_cast<int>(ArmFacts::WristFollower);
 
 } // namespace
 

@@ -19,11 +19,11 @@ ToolPose ReadPose(const JsonNode& node) {
     if (n.size() != 6) {
         node.Refuse("six numbers: a point (mm) and a direction");
     }
-    const Triple direction{n[3], n[4], n[5]};
+    const Vec direction{n[3], n[4], n[5]};
     if (!(Length(direction) > 0)) {
         node.Refuse("a direction that is not zero");
     }
-    const Triple unit = Unit(direction);
+    const Vec unit = Unit(direction);
     return {n[0], n[1], n[2], unit[0], unit[1], unit[2]};
 }
 
@@ -159,8 +159,8 @@ std::vector<ToolPose> InWorld(const Workpiece& workpiece, const std::vector<Tool
     std::vector<ToolPose> placed;
     placed.reserve(poses.size());
     for (const ToolPose& pose : poses) {
-        const Triple p = Apply(world, {pose[0], pose[1], pose[2]});
-        const Triple d = Turn(world, {pose[3], pose[4], pose[5]});
+        const Vec p = Apply(world, {pose[0], pose[1], pose[2]});
+        const Vec d = Rotate(world, {pose[3], pose[4], pose[5]});
         placed.push_back({p[0], p[1], p[2], d[0], d[1], d[2]});
     }
     return placed;

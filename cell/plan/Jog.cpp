@@ -4,15 +4,15 @@
 #include <cell/plan/Jog.h>
 #include <cell/text/Text.h>
 #include <cell/text/Units.h>
+#include <host/tools/ArmFacts.h>
 
 namespace cell {
 
 namespace {
 
 constexpr double FinePart = 0.1;
-/// The sixth value of a coupled wrist follows from the fifth.
-constexpr std::size_t Leader = 4;
-constexpr std::size_t Follower = 5;
+using ArmFacts::WristFollower;
+using ArmFacts::WristLeader;
 
 std::string Shown(double value, const LinkRod& link) { return Rounded(value / FileUnit(link), 1); }
 
@@ -40,7 +40,7 @@ void Jog::Add(std::size_t system, EntityName entity, const std::string& owner,
               const std::vector<const LinkRod*>& links) {
     const bool coupled = entity == Robot && cell.Systems()[system].robot->IsCouplingRobot();
     for (std::size_t i = 0; i < links.size(); ++i) {
-        if (!coupled || i != Follower) {
+        if (!coupled || i != WristFollower) {
             axes.push_back({system, entity, i, owner, links[i]});
         }
     }
@@ -76,8 +76,8 @@ void Jog::Move(int steps, bool fine) {
     const double step = (Slides(*axis.link) ? JogSlide : JogTurn) * (fine ? FinePart : 1);
     const auto& [low, high] = axis.link->GetLimit();
     values[axis.place] = std::clamp(values[axis.place] + steps * step, low, high);
-    if (axis.entity == Robot && system.robot->IsCouplingRobot() && axis.place == Leader) {
-        values[Follower] = -values[Leader];
+    if (axis.entity == Robot && system.robot->IsCouplingRobot() && axis.place == WristLeader) {
+        values[WristFollower] = -values[WristLeader];
     }
     state.SetValues(axis.entity, values);
     MoveTo(system, state);

@@ -3,6 +3,7 @@
 #include "Fit.h"
 
 #include <algorithm>
+#include <host/tools/ArmFacts.h>
 #include <host/tools/TextHandle.h>
 #include <stdexcept>
 
@@ -57,7 +58,8 @@ void SetChain(ArmModel& model, const ArmTable& table) {
     model.chain.count = table.rows.size();
     model.chain.base = Rigid::From(table.base);
     model.chain.flange = Rigid::From(table.flange);
-    std::transform(table.rows.begin(), table.rows.end(), model.chain.centers.begin(), FrameOfRow);
+    std::transform(table.rows.begin(), table.rows.end(), model.chain.centers.begin(),
+                   [](const auto& row) { return ArmFacts::FrameOfRow(row); });
 }
 
 /// Axes at zero in the canonical frame, which they define.

@@ -22,15 +22,6 @@ Rigid ProductTurned(const Rigid& a, const Rigid& b, double angle) {
 
 } // namespace
 
-Rigid FrameOfRow(const std::array<double, 4>& row) {
-    const auto& [a, alpha, d, theta] = row;
-    const double ca = std::cos(alpha);
-    const double sa = std::sin(alpha);
-    const double ct = std::cos(theta);
-    const double st = std::sin(theta);
-    return {{ct, -st, 0, ca * st, ca * ct, -sa, sa * st, sa * ct, ca}, {a, -sa * d, ca * d}};
-}
-
 void JointChain::Place(const double* values, Frames& frames) const {
     const Rigid* before = &base;
     for (std::size_t i = 0; i < count; ++i) {

@@ -20,9 +20,6 @@ struct JointChain {
     Rigid FlangeAt(const double* values) const;
 };
 
-/// Frame of a table row (a, alpha, d, theta): RotX(alpha) * TransX(a) * RotZ(theta) * TransZ(d).
-Rigid FrameOfRow(const std::array<double, 4>& row);
-
 /// Columns of the geometric Jacobian at the flange: linear (mm/rad), then angular (rad/rad) rows.
 using Jacobian6 = std::array<std::array<double, 6>, MaxJoints>;
 void FlangeJacobian(const JointChain& chain, const double* values, Rigid& flange, Jacobian6& columns);

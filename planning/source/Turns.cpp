@@ -1,4 +1,5 @@
 #include <cmath>
+#include <host/tools/ArmFacts.h>
 #include <numbers>
 #include <planning/InverseKinematics.h>
 
@@ -7,8 +8,8 @@ namespace planning {
 namespace {
 
 constexpr double Turn = 2 * std::numbers::pi;
-constexpr std::size_t Leader = 4;
-constexpr std::size_t Follower = 5;
+using ArmFacts::WristFollower;
+using ArmFacts::WristLeader;
 
 } // namespace
 
@@ -20,8 +21,8 @@ TurnCounter::TurnCounter(const InverseKinematics& solver_, const Solution& start
 }
 
 void TurnCounter::ToLowest(std::size_t joint) {
-    if (solver.Coupled() && joint == Follower) {
-        current.values[Follower] = -current.values[Leader];
+    if (solver.Coupled() && joint == WristFollower) {
+        current.values[WristFollower] = -current.values[WristLeader];
         return;
     }
     double& value = current.values[joint];
@@ -30,7 +31,7 @@ void TurnCounter::ToLowest(std::size_t joint) {
 
 bool TurnCounter::Next() {
     for (std::size_t i = 0; i < solver.Joints(); ++i) {
-        if (solver.Coupled() && i == Follower) {
+        if (solver.Coupled() && i == WristFollower) {
             continue;
         }
         const bool more = current.values[i] + Turn <= solver.Limit(i).second;
@@ -39,8 +40,8 @@ bool TurnCounter::Next() {
         } else {
             ToLowest(i);
         }
-        if (solver.Coupled() && i == Leader) {
-            current.values[Follower] = -current.values[Leader];
+        if (solver.Coupled() && i == WristLeader) {
+            current.values[WristFollower] = -current.values[WristLeader];
         }
         if (more) {
             return true;

@@ -45,11 +45,12 @@ protected:
 };
 
 gp_Trsf FlangeOf(const JsonNode& sample) {
-    const Triple origin = sample.At("flange_origin_mm").Triple();
+    const Vec origin = sample.At("flange_origin_mm").Triple();
     const auto rows = sample.At("flange_rotation").Items("rows");
     Rigid flange{.r = {}, .p = {origin[0], origin[1], origin[2]}};
     for (std::size_t row = 0; row < 3; ++row) {
-        std::ranges::copy(rows[row].Triple(), flange.r + 3 * row);
+        const Vec numbers = rows[row].Triple();
+        std::ranges::copy(std::array{numbers.x, numbers.y, numbers.z}, flange.r + 3 * row);
     }
     return flange.ToTrsf();
 }

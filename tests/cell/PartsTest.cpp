@@ -14,26 +14,26 @@ namespace {
 constexpr double Rounding = 1e-15;
 
 TEST(FrameOfJoint, TurnsAboutTheAxisWhicheverWayItPoints) {
-    const Triple origin{10, -20, 30};
-    for (const Triple& raw : std::vector<Triple>{{1, 0, 0},
-                                                 {0, 1, 0},
-                                                 {0, 0, 1},
-                                                 {-1, 0, 0},
-                                                 {0, -1, 0},
-                                                 {0, 0, -1},
-                                                 {0.6, 0, -0.8},
-                                                 {0.1, 0.99, 0.05},
-                                                 {1, 1e-9, 0},
-                                                 {1, 2, 3}}) {
-        const Triple axis = Unit(raw);
+    const Vec origin{10, -20, 30};
+    for (const Vec& raw : std::vector<Vec>{{1, 0, 0},
+                                           {0, 1, 0},
+                                           {0, 0, 1},
+                                           {-1, 0, 0},
+                                           {0, -1, 0},
+                                           {0, 0, -1},
+                                           {0.6, 0, -0.8},
+                                           {0.1, 0.99, 0.05},
+                                           {1, 1e-9, 0},
+                                           {1, 2, 3}}) {
+        const Vec axis = Unit(raw);
         const auto [frame, type] = FrameOfJoint(origin, axis);
         const gp_Dir own = LinkRod::GetAxis(type);
-        EXPECT_LE(Length(Minus(Turn(frame, {own.X(), own.Y(), own.Z()}), axis)), Rounding);
-        const Triple x = Turn(frame, {1, 0, 0});
-        const Triple y = Turn(frame, {0, 1, 0});
-        const Triple z = Turn(frame, {0, 0, 1});
+        EXPECT_LE(Length(Rotate(frame, {own.X(), own.Y(), own.Z()}) - axis), Rounding);
+        const Vec x = Column(frame, 0);
+        const Vec y = Column(frame, 1);
+        const Vec z = Column(frame, 2);
         EXPECT_NEAR(Dot(Cross(x, y), z), 1, Rounding) << "right-handed";
-        for (const Triple& side : {x, y, z}) {
+        for (const Vec& side : {x, y, z}) {
             EXPECT_NEAR(Length(side), 1, Rounding);
         }
         EXPECT_EQ(Apply(frame, {0, 0, 0}), origin);
@@ -43,10 +43,10 @@ TEST(FrameOfJoint, TurnsAboutTheAxisWhicheverWayItPoints) {
 TEST(FrameOfFlange, KeepsZAndCorrectsX) {
     const Rigid frame =
         FrameOfFlange({1, 2, 3}, {-0.0001, 0.001, -0.999999995}, {0.999999995, 1e-7, -0.0001});
-    const Triple z = Unit({0.999999995, 1e-7, -0.0001});
-    EXPECT_LE(Length(Minus(Turn(frame, {0, 0, 1}), z)), Rounding);
-    EXPECT_NEAR(Dot(Turn(frame, {1, 0, 0}), z), 0, Rounding);
-    EXPECT_NEAR(Length(Turn(frame, {1, 0, 0})), 1, Rounding);
+    const Vec z = Unit({0.999999995, 1e-7, -0.0001});
+    EXPECT_LE(Length((Column(frame, 2) - z)), Rounding);
+    EXPECT_NEAR(Dot(Column(frame, 0), z), 0, Rounding);
+    EXPECT_NEAR(Length(Column(frame, 0)), 1, Rounding);
 }
 
 TEST(Text, NumbersReadAsPeopleWroteThem) {

@@ -2,6 +2,7 @@
 
 #include <BRepMesh_IncrementalMesh.hxx>
 #include <TopExp_Explorer.hxx>
+#include <host/tools/ArmFacts.h>
 #include <host/tools/DataHandle.h>
 #include <host/tools/gpHandle.h>
 #include <memory>
@@ -32,8 +33,7 @@ Json::Value FlangeToJson(const Flange& flange) {
 
 void GenericEntityConfig::SetArmStructureCode(int code) {
     armStructureCode = code;
-    chainBase =
-        code == 1 ? Rigid::From(gpHandle::AxisRotateToTrsf(gp_Vec(0, 0, 1), std::numbers::pi)) : Rigid();
+    chainBase = ArmFacts::ChainBase(code);
     UpdateRootTrsf(rootTrsf, true);
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <host/tools/ArmFacts.h>
 #include <numbers>
 #include <stdexcept>
 #include <string>
@@ -60,22 +61,7 @@ Range LeaderRange(const Robot& robot) {
     return RangeOf(bounded, 4);
 }
 
-double Length(const Point3& v) { return std::hypot(v.x, v.y, v.z); }
-
 } // namespace
-
-Pose Pose::operator*(const Pose& other) const {
-    Pose product{};
-    for (int row = 0; row < 3; ++row) {
-        for (int column = 0; column < 3; ++column) {
-            product.r[3 * row + column] = r[3 * row] * other.r[column] +
-                                          r[3 * row + 1] * other.r[3 + column] +
-                                          r[3 * row + 2] * other.r[6 + column];
-        }
-    }
-    product.p = *this * other.p;
-    return product;
-}
 
 std::vector<double> Range::Spread(int count) const {
     if (count < 2) {
@@ -117,28 +103,21 @@ void Arm::RequireParallelArm() const {
     }
 }
 
-Pose Arm::Row(std::size_t row, double value) const {
-    const auto& [a, alpha, d, theta] = table[row];
-    const double ca = std::cos(alpha);
-    const double sa = std::sin(alpha);
-    const double ct = std::cos(theta + value);
-    const double st = std::sin(theta + value);
-    return {{ct, -st, 0, ca * st, ca * ct, -sa, sa * st, sa * ct, ca}, {a, -sa * d, ca * d}};
-}
+Rigid Arm::Row(std::size_t row, double value) const { return ArmFacts::FrameOfRow(table[row], value); }
 
-Point3 Arm::Shoulder() const { return (Row(0, 0) * Row(1, 0)).p; }
+Vec Arm::Shoulder() const { return spatial::Origin(Row(0, 0) * Row(1, 0)); }
 
-Pose Arm::Elbow(double upper, double fore) const { return Row(0, 0) * Row(1, upper) * Row(2, fore); }
+Rigid Arm::Elbow(double upper, double fore) const { return Row(0, 0) * Row(1, upper) * Row(2, fore); }
 
 double Arm::AxisPlane() const {
-    const Pose elbow = Elbow(0, 0);
-    return -elbow.p.y / elbow.r[5];
+    const Rigid elbow = Elbow(0, 0);
+    return -elbow.p[1] / elbow.r[5];
 }
 
-Point3 Arm::ToolInElbow(const std::array<double, 3>& values) const {
+Vec Arm::ToolInElbow(const std::array<double, 3>& values) const {
     const auto& [fourth, fifth, last] = values;
-    const Pose hand = Coupled() ? Row(5, -fifth) * Row(6, last) : Row(5, last);
-    return Row(3, fourth) * (Row(4, fifth) * (hand * tool));
+    const Rigid hand = Coupled() ? Row(5, -fifth) * Row(6, last) : Row(5, last);
+    return Apply(Row(3, fourth), Apply(Row(4, fifth), Apply(hand, tool)));
 }
 
 } // namespace WorkSpace

@@ -1,26 +1,13 @@
 #pragma once
 
 #include <array>
+#include <host/tools/Vec.h>
 #include <host/workspace/WorkSpace.h>
 #include <vector>
 
 namespace WorkSpace {
 
-struct Point3 {
-    double x, y, z;
-};
-
-/// A frame on plain numbers: rotation row by row, then origin.
-struct Pose {
-    double r[9];
-    Point3 p;
-
-    Point3 operator*(const Point3& v) const {
-        return {r[0] * v.x + r[1] * v.y + r[2] * v.z + p.x, r[3] * v.x + r[4] * v.y + r[5] * v.z + p.y,
-                r[6] * v.x + r[7] * v.y + r[8] * v.z + p.z};
-    }
-    Pose operator*(const Pose& other) const;
-};
+using spatial::Vec;
 
 struct Range {
     double low, high;
@@ -41,23 +28,23 @@ public:
     std::array<double, 3> leverage; ///< how far (mm) the tool centre can be from each wrist joint's axis
 
     /// Origin of the second row's frame, which joint 2 turns about, while joint 1 is at zero.
-    Point3 Shoulder() const;
+    Vec Shoulder() const;
     /// Frame of the third row, which carries the wrist, joint 1 at zero. Its Z is the robot's +Y or -Y.
-    Pose Elbow(double upper, double fore) const;
+    Rigid Elbow(double upper, double fore) const;
     /// The z, in the frame of the third row, of the plane through joint 1's axis.
     double AxisPlane() const;
     /// Tool centre in the frame of the third row.
-    Point3 ToolInElbow(const std::array<double, 3>& values) const;
+    Vec ToolInElbow(const std::array<double, 3>& values) const;
     /// Greatest distance of the tool centre from the shoulder over all joint values, to 1e-4 of itself.
     double StretchedLength() const;
 
 private:
     void RequireParallelArm() const;
-    Pose Row(std::size_t row, double value) const;
+    Rigid Row(std::size_t row, double value) const;
     bool Coupled() const { return table.size() == 7; }
 
     std::vector<std::array<double, 4>> table;
-    Point3 tool;
+    Vec tool;
 };
 
 } // namespace WorkSpace

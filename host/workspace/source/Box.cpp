@@ -52,7 +52,7 @@ public:
           raster(CellShare * length, std::hypot(std::abs(shoulder.x) + length, length), shoulder.z - length,
                  shoulder.z + length) {
         ArmSweep sweep(arm, StepShare * length);
-        const std::vector<Point3> places = WristNet(arm, CellShare * length).places;
+        const std::vector<Vec> places = WristNet(arm, CellShare * length).places;
         const std::size_t step = places.size() / WristCount + 1;
         for (std::size_t i = 0; i < places.size(); i += step) {
             sweep.MarkRegion(places[i], raster);
@@ -101,7 +101,7 @@ private:
         return distance;
     }
 
-    Point3 shoulder;
+    Vec shoulder;
     double length;
     Raster raster;
     std::vector<bool> good;

@@ -17,13 +17,13 @@ constexpr double LastStep = 1e-4;
 
 struct Stretch {
     const Arm& arm;
-    Point3 shoulder = arm.Shoulder();
+    Vec shoulder = arm.Shoulder();
     std::array<Range, 4> ranges = {arm.forearm, arm.wrist[0], arm.wrist[1], arm.wrist[2]};
     Values best{};
     double length = -1;
 
     bool Try(const Values& q) {
-        const Point3 centre = arm.Elbow(0, q[0]) * arm.ToolInElbow({q[1], q[2], q[3]});
+        const Vec centre = Apply(arm.Elbow(0, q[0]), arm.ToolInElbow({q[1], q[2], q[3]}));
         const double found = std::hypot(centre.x - shoulder.x, centre.y - shoulder.y, centre.z - shoulder.z);
         if (found > length) {
             length = found;
@@ -78,7 +78,7 @@ std::array<double, 4> GetRobotMaxWorkSpace(const Robot& robot) {
         return {};
     }
     const Arm arm(robot);
-    const Point3 shoulder = arm.Shoulder();
+    const Vec shoulder = arm.Shoulder();
     const double offset = std::abs(shoulder.x);
     return {offset, shoulder.y, shoulder.z, offset + arm.StretchedLength()};
 }

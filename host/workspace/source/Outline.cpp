@@ -7,13 +7,13 @@
 namespace WorkSpace {
 
 ArmSweep::ArmSweep(const Arm& arm, double longestPiece) : step(longestPiece), axisPlane(arm.AxisPlane()) {
-    const Pose elbow = arm.Elbow(0, 0);
-    const Point3 origin = arm.Shoulder();
+    const Rigid elbow = arm.Elbow(0, 0);
+    const Vec origin = arm.Shoulder();
     sense = elbow.r[5] < 0 ? -1 : 1;
     upper = JointOf(arm.upperArm);
     fore = JointOf(arm.forearm);
     shoulder = {origin.x, origin.z};
-    upperArm = Place(elbow.p.x, elbow.p.z) - shoulder;
+    upperArm = Place(elbow.p[0], elbow.p[2]) - shoulder;
     foreFrame = {elbow.r[0], elbow.r[6]};
 }
 
@@ -27,7 +27,7 @@ bool ArmSweep::Joint::Leads(const Place& from, const Place& to) const {
     return Times(to, std::conj(Times(from, middle))).real() >= (halfCosine - Rounding) * std::norm(from);
 }
 
-void ArmSweep::TakeWrist(const Point3& tool) {
+void ArmSweep::TakeWrist(const Vec& tool) {
     wrist = foreFrame * Place(tool.x, -sense * tool.y);
     lateral = tool.z - axisPlane;
 }
@@ -98,7 +98,7 @@ ArmSweep::Arcs ArmSweep::ArcsOfWrist() const {
              aboutElbow(upper.high)}};
 }
 
-void ArmSweep::MarkOutline(const Point3& tool, const Raster* known, Raster& raster) {
+void ArmSweep::MarkOutline(const Vec& tool, const Raster* known, Raster& raster) {
     inside = known;
     TakeWrist(tool);
     const Arcs arcs = ArcsOfWrist();
@@ -112,7 +112,7 @@ void ArmSweep::MarkOutline(const Point3& tool, const Raster* known, Raster& rast
     }
 }
 
-void ArmSweep::MarkRegion(const Point3& tool, Raster& raster) {
+void ArmSweep::MarkRegion(const Vec& tool, Raster& raster) {
     TakeWrist(tool);
     const auto count = [&](const Range& range, double lever) {
         return static_cast<int>(range.Width() * lever / step) + 2;

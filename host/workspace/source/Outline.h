@@ -16,17 +16,17 @@ struct WristNet {
     WristNet(const Arm& arm, double tolerance);
 
     /// Some of the places, from all over.
-    std::vector<Point3> Some(std::size_t most) const;
+    std::vector<Vec> Some(std::size_t most) const;
     /// Calls visit with every place, and with those between neighbours in the plane through joint 1's axis.
     template <class Visit>
     void ForEach(const Visit& visit) const {
         std::for_each(places.begin(), places.end(), visit);
         ForNeighbours([&](std::size_t i, std::size_t j) {
-            const Point3& a = places[i];
-            const Point3& b = places[j];
+            const Vec& a = places[i];
+            const Vec& b = places[j];
             if ((a.z < axisPlane) != (b.z < axisPlane)) {
                 const double t = (axisPlane - a.z) / (b.z - a.z);
-                visit(Point3{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), axisPlane});
+                visit(Vec{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y), axisPlane});
             }
         });
     }
@@ -44,8 +44,8 @@ struct WristNet {
     }
 
     std::array<std::size_t, 3> counts{};
-    std::vector<Point3> places; ///< the last joint runs fastest
-    double axisPlane;           ///< z of the plane through joint 1's axis
+    std::vector<Vec> places; ///< the last joint runs fastest
+    double axisPlane;        ///< z of the plane through joint 1's axis
 };
 
 // Spelt out: the library's product of complex numbers looks for infinities.
@@ -69,11 +69,11 @@ public:
 
     /// Marks all lines that can bound the region. @param tool tool centre in the frame of the third row.
     /// Pieces that lie inside `known` are left out.
-    void MarkOutline(const Point3& tool, const Raster* known, Raster& raster);
+    void MarkOutline(const Vec& tool, const Raster* known, Raster& raster);
     /// Marks the lines that the corners of the region draw while the wrist moves.
     void MarkWristLines(const WristNet& net, const Raster* known, Raster& raster);
     /// Marks the region itself.
-    void MarkRegion(const Point3& tool, Raster& raster);
+    void MarkRegion(const Vec& tool, Raster& raster);
 
 private:
     using Place = std::complex<double>;
@@ -105,7 +105,7 @@ private:
     /// axis.
     using Corners = std::array<Spot, 4>;
 
-    void TakeWrist(const Point3& tool);
+    void TakeWrist(const Vec& tool);
     Place Turned(double angle) const { return std::polar(1.0, -sense * angle); }
     Joint JointOf(const Range& range) const;
     Arcs ArcsOfWrist() const;

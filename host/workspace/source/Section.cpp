@@ -27,7 +27,7 @@ constexpr double SmallestReach = 1.0; // mm
 
 std::vector<std::vector<double>> GetRobotWorkSpace(const Robot& robot) {
     const Arm arm(robot);
-    const Point3 shoulder = arm.Shoulder();
+    const Vec shoulder = arm.Shoulder();
     const double length = arm.StretchedLength();
     const double reach = std::hypot(std::abs(shoulder.x) + length, shoulder.y);
     if (!(length > SmallestReach)) {
@@ -40,12 +40,12 @@ std::vector<std::vector<double>> GetRobotWorkSpace(const Robot& robot) {
     ArmSweep sweep(arm, StepShare * reach);
     const WristNet wrist(arm, WristShare * reach);
     Raster rough = cells(RoughCellShare);
-    for (const Point3& tool : wrist.Some(FirstLook)) {
+    for (const Vec& tool : wrist.Some(FirstLook)) {
         sweep.MarkOutline(tool, nullptr, rough);
     }
     rough.Fill(0);
     rough.MeasureDepth();
-    wrist.ForEach([&](const Point3& tool) { sweep.MarkOutline(tool, &rough, raster); });
+    wrist.ForEach([&](const Vec& tool) { sweep.MarkOutline(tool, &rough, raster); });
     sweep.MarkWristLines(wrist, &rough, raster);
     raster.Fill(BridgedCells);
     Polygon boundary = TraceBoundary(raster);

@@ -38,10 +38,10 @@ WristNet::WristNet(const Arm& arm, double tolerance) : axisPlane(arm.AxisPlane()
     }
 }
 
-std::vector<Point3> WristNet::Some(std::size_t most) const {
+std::vector<Vec> WristNet::Some(std::size_t most) const {
     // Odd strides do not fall in step with the counts of the joints.
     const std::size_t stride = places.size() / most + 1;
-    std::vector<Point3> some;
+    std::vector<Vec> some;
     for (std::size_t i = 0; i < places.size(); i += stride | 1U) {
         some.push_back(places[i]);
     }

@@ -88,7 +88,9 @@ private:
 /// Steps through the whole turns of values within limits.
 class PLANNING_EXPORT TurnCounter {
 public:
+    /// @param start one of the solver's solutions, which must outlive the counter together with it.
     TurnCounter(const InverseKinematics& solver, const Solution& start);
+    /// The variant that it stands at.
     const Solution& Current() const { return current; }
     /// @return whether there was another variant.
     bool Next();

@@ -2,8 +2,8 @@
 #include "Failure.h"
 
 #include <cmath>
+#include <host/tools/ArmFacts.h>
 #include <host/tools/DataHandle.h>
-#include <host/tools/Rigid.h>
 #include <host/tools/gpHandle.h>
 #include <mechanism/RobotEntity.h>
 #include <numbers>
@@ -76,15 +76,7 @@ void AppendRow(std::vector<Row>& rows, int k, int structure, const Step& step) {
 
 } // namespace
 
-gp_Trsf mechanism_detail::DhToTrsf(const Row& row) {
-    const double ca = std::cos(row[DhAlpha]);
-    const double sa = std::sin(row[DhAlpha]);
-    const double ct = std::cos(row[DhTheta]);
-    const double st = std::sin(row[DhTheta]);
-    return Rigid{{ct, -st, 0, ca * st, ca * ct, -sa, sa * st, sa * ct, ca},
-                 {row[DhA], -sa * row[DhD], ca * row[DhD]}}
-        .ToTrsf();
-}
+gp_Trsf mechanism_detail::DhToTrsf(const Row& row) { return ArmFacts::FrameOfRow(row).ToTrsf(); }
 
 std::vector<Row> RobotEntity::GetArmDH1989(GenericEntity* entity) {
     const auto* arm = dynamic_cast<GenericEntityConfig*>(entity);

@@ -4,6 +4,7 @@
 #include "Failure.h"
 
 #include <algorithm>
+#include <host/tools/ArmFacts.h>
 #include <host/tools/CADParamConfig.h>
 #include <mechanism/GrpConfig.h>
 #include <mechanism/RobotWorkspace.h>
@@ -14,8 +15,6 @@ using namespace mechanism_detail;
 namespace {
 
 /// The wrist values of a coupled arm: the second turns against the first.
-constexpr std::size_t WristLeader = 4;
-constexpr std::size_t WristFollower = 5;
 
 /// The system argument that asks for limits along the coupling index list.
 constexpr size_t CouplingListSystem = 666;
@@ -61,8 +60,8 @@ void RobotEntity::UpdateModelPara() {
 
 void RobotEntity::SetCurrentValue(const std::vector<double>& values, size_t system) {
     GenericEntityConfig::SetCurrentValue(values, system);
-    if (IsCouplingRobot() && currentValues.size() > WristFollower) {
-        currentValues[WristFollower] = -currentValues[WristLeader];
+    if (IsCouplingRobot() && currentValues.size() > ArmFacts::WristFollower) {
+        currentValues[ArmFacts::WristFollower] = -currentValues[ArmFacts::WristLeader];
     }
 }
 
