@@ -92,8 +92,8 @@ TEST_F(Distances, LayersAreThoseOfThePartsThatAreThere) {
         model->SetShapeColorLayer({.red = size / 50});
         model->SetShapeLayer(faceOf(), {.green = 0.5});
         model->SetShapeLayer(faceOf(), {.green = size / 50});
+        model->MoveGeometry(Shift(5));
     }
-    model->MoveGeometry(Shift(5));
     const auto& layers = model->GetLayers();
     ASSERT_EQ(layers.size(), 2U);
     EXPECT_TRUE(layers[0].first.IsEqual(model->Shape()));
