@@ -57,7 +57,9 @@ Uuid Uuid::FromString(std::string text) {
     }
     std::size_t at = 0;
     for (std::size_t i = 0; i < id.value.size() && text.size() == TextLength; ++i) {
-        at += HasDashBefore(i) && text[at] == '-' ? 1 : 0;
+        if (HasDashBefore(i) && text[at] == '-') {
+            ++at;
+        }
         id.value[i] = static_cast<std::uint8_t>(16 * DigitOf(text[at], text) + DigitOf(text[at + 1], text));
         at += 2;
     }
