@@ -58,6 +58,10 @@ install(DIRECTORY examples DESTINATION ${MECHANISM_INSTALL_DATADIR} COMPONENT de
   FILES_MATCHING PATTERN "*.cpp" PATTERN "*.h" PATTERN expected EXCLUDE PATTERN cells EXCLUDE PATTERN arms EXCLUDE
   PATTERN parts EXCLUDE)
 
+# The host's contract as a suite, to be configured where it lies.
+install(DIRECTORY tests/host/contract DESTINATION ${MECHANISM_INSTALL_DATADIR} COMPONENT dev)
+install(DIRECTORY tests/support/include/support DESTINATION ${MECHANISM_INSTALL_DATADIR}/contract COMPONENT dev)
+
 if(TARGET mechanism-cell)
   set_target_properties(mechanism-cell PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
   install(TARGETS mechanism-cell RUNTIME COMPONENT runtime)

@@ -170,9 +170,12 @@ void BaseViewShape::RemoveAllChild() {
 }
 
 void BaseViewShape::MoveGeometry(const gp_Trsf& motion) {
-    // One location instead of a growing chain of them, however often the geometry is moved.
+    // One location instead of a growing chain of them, however often the geometry is moved; parts keep theirs
+    // within the shape, so that they are still found in it.
+    const TopLoc_Location from = Shape().IsNull() ? TopLoc_Location() : Shape().Location();
+    const TopLoc_Location to(motion * from.Transformation());
     const auto moved = [&](const TopoDS_Shape& shape) {
-        return shape.Located(TopLoc_Location(motion * shape.Location().Transformation()));
+        return shape.Located(to * (from.Inverted() * shape.Location()));
     };
     AIS_DataMapOfShapeDrawer aspects;
     for (AIS_DataMapOfShapeDrawer::Iterator it(CustomAspectsMap()); it.More(); it.Next()) {

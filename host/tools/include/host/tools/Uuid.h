@@ -10,7 +10,7 @@ struct Uuid {
     std::array<std::uint8_t, 16> value{};
     std::string text;
 
-    /// A fresh random identifier (version 4).
+    /// An identifier that no call has given before; the built-in host's are random (version 4).
     static Uuid CreateUuid();
 
     /// @param text an identifier in any letter case; the empty text gives the nil identifier.

@@ -82,7 +82,8 @@ public:
     void SetName(const std::string& newName) { name = newName; }
     opencascade::handle<ViewShape> GetRootMdl() const { return rootMdl; }
     const std::map<std::uint64_t, opencascade::handle<ViewShape>>& GetFixMdlMap() const { return fixMdls; }
-    /// Hangs a model below the root model as part of the fixed base. @return the key it is kept under.
+    /// Hangs a model below the root model as a fixed part. @return its hash key: not 0, above those there
+    /// are.
     std::uint64_t AddFixMdl(const opencascade::handle<ViewShape>& model);
 
     /// Fixed model by the key it is kept under (its hash key), null where there is none.

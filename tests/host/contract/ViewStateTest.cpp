@@ -15,9 +15,11 @@ TEST(ViewState, HidingAnEntityHidesItsParts) {
     entity->Hide(3);
     EXPECT_FALSE(entity->GetFixMdls()[0]->IsDisplayed());
     EXPECT_FALSE(entity->GetLink(4)->models[0]->IsDisplayed());
-    const auto newRoot = new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid());
+    const opencascade::handle<ShapeEntity> newRoot = new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid());
     entity->SetRootMdl(newRoot);
     EXPECT_EQ(newRoot->Children().Size(), 1) << "fixed parts hang below the root that is there";
+    entity->SetRootMdl(nullptr);
+    EXPECT_EQ(newRoot->Children().Size(), 0);
 }
 
 TEST(ViewState, HidingAParentHidesItsChildren) {

@@ -120,4 +120,14 @@ TEST_P(Reach, TheProfileIsClosedSimpleAndOnOneSideOfTheAxis) {
 
 INSTANTIATE_TEST_SUITE_P(DescribedArms, Reach, testing::ValuesIn(arms::AllCases()), arms::NameOf);
 
+TEST(SevenRows, FollowersLimitsBoundTheLeader) {
+    WorkSpace::Robot wide = arms::Arm({"abb_irb5400_paint", true}).record;
+    WorkSpace::Robot bounded = wide;
+    wide.jointMin[4] = -0.2;
+    wide.jointMax[4] = 0.5;
+    bounded.jointMin[5] = -0.5;
+    bounded.jointMax[5] = 0.2;
+    EXPECT_EQ(WorkSpace::GetRobotWorkSpace(wide), WorkSpace::GetRobotWorkSpace(bounded));
+}
+
 } // namespace

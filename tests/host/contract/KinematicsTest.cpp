@@ -15,10 +15,17 @@ TEST_P(Kinematics, LinkFramesMatchProductsOfExponentials) {
     std::mt19937 random(3);
     for (int draw = 0; draw < 100; ++draw) {
         const auto values = sample::RandomValues(mechanism, random);
+        const gp_Trsf before = entity->GetCurrentTrsfTool0();
         entity->SetCurrentValue(values, 9);
+        ASSERT_THAT(entity->GetCurrentTrsfTool0(), IsTrsf(before, 0, 0)) << "moved by stored values alone";
         ASSERT_TRUE(entity->ForwardTrsf(9, true, true));
         ASSERT_THAT(entity->GetCurrentTrsfTool0(), IsTrsf(base * mechanism.FlangeAt(values)));
         ASSERT_THAT(entity->GetInstalledTrsf(0), IsTrsf(mechanism.FlangeAt(values)));
+        for (std::size_t i = 0; i < values.size(); ++i) {
+            const LinkRod& link = *entity->GetLink(i);
+            ASSERT_THAT(link.models[0]->Transformation(), IsTrsf(link.worldTrsf, 0, 0))
+                << "model of link " << i;
+        }
     }
     const auto current = entity->GetCurrentValue(9);
     const auto explicitValues = sample::RandomValues(mechanism, random);
