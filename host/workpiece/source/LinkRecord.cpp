@@ -6,17 +6,17 @@
 #include <optional>
 #include <stdexcept>
 
-// Links as JSON records, and what rewriting a link's record means for the bodies that hang on it.
+// Links as JSON records, and how a new record changes the bodies of an existing link.
 
 using DataHandle::Refuse;
 
 namespace {
 
-// Rewriting a frame with itself comes back with the rounding of an Euler conversion (1e-16 rad over metres);
-// below this, frames are the same and stay as they are to the bit.
+// A frame that was written and read again differs by the rounding of an Euler conversion (1e-16 rad over
+// metres); frames closer than this are the same and are not changed.
 constexpr double SameFrame = 1e-10;
 
-/// Directions (rad) that came through text of six decimals are still the same.
+/// Directions (rad) closer than this are the same: they were written with six decimals.
 constexpr double SameAxis = 1e-5;
 
 constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;

@@ -38,8 +38,7 @@ public:
     // --- framework operations ----------------------------------------------------------------------------
     /// Derives everything from the links: table, normalised links, end frame, tool frame model, workspace.
     /// @throws std::out_of_range "invalid vector subscript" for a robot without a flange, or whose chain
-    /// gives
-    ///         fewer rows than it has links.
+    /// gives fewer rows than it has links.
     void Initial() override;
     /// As the base. A maximum-reach model that the view shows stays, but cannot be selected.
     void Hide(size_t system) override;
@@ -125,8 +124,7 @@ public:
     /// Stores the tool of a record ("ToolIndex", "X", "Y", "Z" in mm, then "RX", "RY", "RZ" in degrees for
     /// "Type" 0, else the quaternion "Q1" w, "Q2" x, "Q3" y, "Q4" z). Null does nothing.
     /// @throws std::invalid_argument naming key, value and expectation, with no tool changed: an index is 0
-    /// to
-    ///         65535, every number finite.
+    /// to 65535, every number finite.
     void SetToolData(const Json::Value& json);
     /// Record of the current tool, with both forms of its rotation.
     Json::Value GetToolData() const;

@@ -59,8 +59,7 @@ public:
     /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets a
     /// cone. A tool that was mounted before it had a frame tells its carrier.
     /// @throws std::invalid_argument naming a "ToolWorkType" that is no whole number; nothing has changed.
-    ///         Standard_Failure of the kernel where the configured sizes make no cone; type and frame are
-    ///         new.
+    /// Standard_Failure of the kernel where the configured sizes make no cone; type and frame are new.
     void Initial() override;
     /// Writes the package to `path` (an empty path writes none), then answers the common keys and its own.
     Json::Value ToJson(const std::string& path) override;
