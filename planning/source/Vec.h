@@ -21,7 +21,7 @@ inline Vec Cross(const Vec& a, const Vec& b) {
 }
 inline double Length(const Vec& a) { return std::sqrt(Dot(a, a)); }
 inline Vec Unit(const Vec& a) { return (1 / Length(a)) * a; }
-/// `a` turned about a unit axis by the angle with this cosine and sine.
+/// `a` rotated about a unit axis by the angle with this cosine and sine.
 inline Vec Turned(const Vec& axis, double c, double s, const Vec& a) {
     return c * a + s * Cross(axis, a) + ((1 - c) * Dot(axis, a)) * axis;
 }
@@ -45,7 +45,7 @@ inline Rigid Inverse(const Rigid& t) {
     return out;
 }
 
-/// A point of the arm's plane as z + i x: a positive turn about y multiplies by e^(i angle).
+/// A point of the arm's plane as z + i x: a positive rotation about y multiplies by e^(i angle).
 struct Planar {
     double re, im;
 };

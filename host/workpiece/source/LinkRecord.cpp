@@ -153,7 +153,7 @@ LinkRecord ReadRecord(const Json::Value& json) {
     return record;
 }
 
-void NameModels(const LinkRod& link, const std::vector<Uuid>& ids) {
+void SetModelIds(const LinkRod& link, const std::vector<Uuid>& ids) {
     auto id = ids.begin();
     for (const auto& model : link.models) {
         if (!model.IsNull() && id != ids.end()) {
@@ -209,7 +209,7 @@ LinkRod* GenericEntityConfig::UpdateLinkRodPara(const Json::Value& json, bool ca
     currentValues[linkOrder.at(record.hash)] = record.value;
     link->limit = record.limit.value_or(link->limit);
     link->axis = record.axis.value_or(link->axis);
-    NameModels(*link, record.modelIds);
+    SetModelIds(*link, record.modelIds);
     UpdateRootTrsf(rootTrsf, true);
     return link;
 }
