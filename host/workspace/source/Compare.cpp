@@ -23,7 +23,7 @@ bool SameTable(const Robot& a, const Robot& b) {
                       [](const auto& rowA, const auto& rowB) { return SameList(rowA, rowB); });
 }
 
-// A plain robot's region depends on the arm alone; a box also depends on the placement in the cell.
+// A plain robot's envelope depends on the arm alone; a box also depends on the placement in the cell.
 bool SameMounting(const Robot& a, const Robot& b) {
     return a.upright == b.upright && SameList(a.base, b.base) &&
            std::equal(std::begin(a.externalLimits), std::end(a.externalLimits), std::begin(b.externalLimits),

@@ -10,7 +10,7 @@ namespace WorkSpace {
 
 namespace {
 
-/// Sections lose steps shorter than this (mm) when they become wires.
+/// Profiles lose steps shorter than this (mm) when they become wires.
 constexpr double ShortestStep = 1.0;
 
 struct Step {

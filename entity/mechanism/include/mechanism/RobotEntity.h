@@ -179,12 +179,12 @@ public:
     CheckCollisionState GetCurrentCollisionState() const { return collisionState; }
 
     // --- workspace display --------------------------------------------------------------------------------
-    /// Shows or hides the workspace region.
+    /// Shows or hides the workspace envelope.
     /// @throws std::logic_error for a robot that was not through Initial.
     void ShowBestWorkspace(bool show);
-    /// The region's builder; null before Initial.
+    /// The builder of the envelope; null before Initial.
     const std::shared_ptr<RobotWorkspace>& GetWorkspace() const { return workspace; }
-    /// Rebuilds the maximum-reach model from the record of the last build of the region.
+    /// Rebuilds the maximum-reach model from the record of the last build of the envelope.
     /// @throws std::logic_error as ShowBestWorkspace.
     void UpdateMaxWork();
     /// Makes the maximum-reach model a spheroid below the root model; it is not displayed.

@@ -23,7 +23,7 @@ using namespace mechanism_detail;
 
 namespace {
 
-/// Squared length (mm^2) above which a step of the section becomes an edge.
+/// Squared length (mm^2) above which a step of the profile becomes an edge.
 constexpr double ShortStep = 1.0;
 constexpr double Turn = 2 * std::numbers::pi;
 

@@ -79,7 +79,7 @@ void RobotWorkspace::Build() {
     if (built.IsNull()) {
         return;
     }
-    // The revolved section is in the frame of the robot's root, boxes are in the world.
+    // The revolved profile is in the frame of the robot's root, boxes are in the world.
     const bool isRevolved = robot != nullptr && record.systemType == PedestalTypeNone;
     displayShape->SetLocalTransformation(isRevolved ? robot->GetRootMdlTrsf() : gp_Trsf());
     displayShape->SetShape(built);

@@ -41,7 +41,7 @@ static_assert(offsetof(Robot, upright) == 0x1A0);
 static_assert(offsetof(Robot, armStructureCode) == 0x1A4);
 static_assert(offsetof(Robot, systemType) == 0x1A8);
 
-/// The section of the workspace: outer boundary, holes filled, of the points (radius, height) that the tool
+/// The profile of the workspace: outer boundary, holes filled, of the points (radius, height) that the tool
 /// centre reaches. Closed (the last entry repeats the first), simple, counter-clockwise, radius never
 /// negative. No reachable point lies outside by more than 1 % of the reach, and no vertex lies farther than
 /// that from a reachable point.
