@@ -35,7 +35,7 @@ protected:
     const opencascade::handle<ViewShape> probe = new ViewShape(Block(10, 100));
 };
 
-TEST_F(View, ATreeIsBuiltWhenADistanceIsAsked) {
+TEST_F(View, TreeIsBuiltByTheFirstDistanceQuery) {
     model->CreateBVHMdl(false);
     EXPECT_FALSE(IsTriangulated());
     EXPECT_EQ(DistanceToProbe(), 90);
@@ -47,7 +47,7 @@ TEST_F(View, ATreeIsBuiltWhenADistanceIsAsked) {
     EXPECT_NE(model->GetBVHMdl(), tree);
 }
 
-TEST_F(View, DistancesAreThoseOfTheGeometryThatIsThere) {
+TEST_F(View, DistancesFollowTheCurrentGeometry) {
     EXPECT_EQ(DistanceToProbe(), 90);
     model->SetShape(Block(20, 0));
     EXPECT_EQ(DistanceToProbe(), 80);
@@ -64,7 +64,7 @@ TEST_F(View, DistancesAreThoseOfTheGeometryThatIsThere) {
     EXPECT_EQ(DistanceToProbe(), 75);
 }
 
-TEST_F(View, LayersAreThoseOfThePartsThatAreThere) {
+TEST_F(View, LayersFollowTheCurrentParts) {
     const auto faceOf = [&] { return TopExp_Explorer(model->Shape(), TopAbs_FACE).Current(); };
     for (double size = 1; size < 50; ++size) {
         model->SetShape(Block(size, 0));

@@ -2,7 +2,7 @@
 #include <fstream>
 #include <support/Mechanism.h>
 
-// Documents of earlier versions stay readable, and mean what they meant.
+// Documents of earlier versions stay readable with unchanged meaning.
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <support/Draws.h>
 #include <support/Mechanism.h>
 
-// Held against the kernel's own blends, called directly.
+// Compared with the kernel's own blends.
 
 namespace {
 
