@@ -127,8 +127,7 @@ TEST(Manipulability, IsTheProductOfSingularValuesAndVanishesWhereTheWristIsStrai
     EXPECT_LT(solver.JacobianAt(straight).SingularValues(solver.Reach()).back(), 1e-12);
 }
 
-// --- tables
-// -------------------------------------------------------------------------------------------------
+// --- tables ------------------------------------------------------------------------------------------------
 
 constexpr double HalfPi = std::numbers::pi / 2;
 
