@@ -3,6 +3,7 @@
 #include "Checked.h"
 #include "Failure.h"
 #include "Whole.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>

@@ -3,6 +3,7 @@
 #include "BoundedCopy.h"
 #include "Checked.h"
 #include "Whole.h"
+
 #include <algorithm>
 #include <memory>
 #include <utility>

@@ -1,6 +1,7 @@
 #include <mechanism/GrpState.h>
 
 #include "StateAccess.h"
+
 #include <algorithm>
 #include <cmath>
 

@@ -1,6 +1,7 @@
 #include <mechanism/GrpState.h>
 
 #include "Checked.h"
+
 #include <algorithm>
 #include <json/json.h>
 #include <utility>

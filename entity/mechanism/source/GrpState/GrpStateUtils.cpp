@@ -1,6 +1,7 @@
 #include <mechanism/GrpStateUtils.h>
 
 #include "StateAccess.h"
+
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>

@@ -2,6 +2,7 @@
 
 #include "BoundedCopy.h"
 #include "Checked.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <functional>

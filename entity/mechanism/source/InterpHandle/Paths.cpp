@@ -1,6 +1,7 @@
 #include <mechanism/InterpHandle.h>
 
 #include "Checked.h"
+
 #include <BRepLib_MakeVertex.hxx>
 #include <algorithm>
 #include <cmath>

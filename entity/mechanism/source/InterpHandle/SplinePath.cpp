@@ -1,6 +1,7 @@
 #include <mechanism/InterpHandle.h>
 
 #include "Count.h"
+
 #include <GCPnts_UniformAbscissa.hxx>
 #include <GeomAPI_Interpolate.hxx>
 #include <GeomAdaptor_Curve.hxx>

@@ -3,6 +3,7 @@
 #include "Checked.h"
 #include "Count.h"
 #include "GrpState/StateAccess.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gp_Trsf.hxx>

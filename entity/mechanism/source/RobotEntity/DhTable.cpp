@@ -1,3 +1,5 @@
+#include "DhTable.h"
+
 #include "Checked.h"
 #include "Failure.h"
 
@@ -7,8 +9,6 @@
 #include <host/tools/gpHandle.h>
 #include <mechanism/RobotEntity.h>
 #include <numbers>
-
-#include "DhTable.h"
 
 using namespace mechanism_detail;
 
