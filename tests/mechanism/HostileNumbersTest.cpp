@@ -66,7 +66,6 @@ struct Operation {
     std::size_t (*run)(Fixture&, double);
 };
 
-void PrintTo(const Operation& operation, std::ostream* out) { *out << operation.name; }
 std::string NameOf(const testing::TestParamInfo<Operation>& entry) { return entry.param.name; }
 
 class HostileNumber : public testing::TestWithParam<Operation> {};
@@ -114,9 +113,9 @@ std::size_t Move(GenericEntityConfig& entity, double number) {
 std::vector<double> Two(double a, double b) { return {a, b}; }
 const gp_Pnt Origin, UnitX(1, 0, 0);
 
-std::size_t Filled(const std::vector<std::vector<double>>& in, double step) {
+std::size_t Filled(double to, double step) {
     std::vector<std::vector<double>> out;
-    EquallyDisInterpolate(in, out, step);
+    EquallyDisInterpolate({{0, 0}, {to, 2}, {0, 0}}, out, step);
     return out.size();
 }
 std::size_t Smoothed(std::vector<PathPose> path, double base) {
@@ -145,14 +144,8 @@ constexpr Operation Interpolation[] = {
     {"Vectors", [](Fixture&, double x) { return InterpolationPtsDescartes(Two(0, 1), Two(5, 0), x).size(); }},
     {"VectorsTo",
      [](Fixture&, double x) { return InterpolationPtsDescartes(Two(0, 1), Two(5, x), 1).size(); }},
-    {"Polyline",
-     [](Fixture&, double x) {
-         return Filled({Two(0, 0), Two(1, 2), Two(0, 0)}, x);
-     }},
-    {"PolylineTo",
-     [](Fixture&, double x) {
-         return Filled({Two(0, 0), Two(x, 0)}, 1);
-     }},
+    {"Polyline", [](Fixture&, double x) { return Filled(1, x); }},
+    {"PolylineTo", [](Fixture&, double x) { return Filled(x, 1); }},
     {"Angles", [](Fixture&, double x) { return InterpolationPtsByQuaternion(Origin, UnitX, x).size(); }},
     {"AnglesAlong",
      [](Fixture&, double x) {
@@ -262,11 +255,11 @@ struct Refusal {
 };
 
 class Refused : public testing::TestWithParam<Refusal> {};
-void PrintTo(const Refusal& refusal, std::ostream* out) { *out << refusal.name; }
 
 TEST_P(Refused, ThrowsItsTextAndChangesNothing) {
     Fixture f;
     f.steps.assign(8, 1e-9);
+    EXPECT_THROW(GetParam().run(f), std::logic_error);
     EXPECT_THAT(Thrown([&] { GetParam().run(f); }), HasSubstr(GetParam().text));
     EXPECT_EQ(f.robot.GetTools().size(), 1U);
     EXPECT_EQ(f.robot.GetToolIndex(), 0);

@@ -122,7 +122,7 @@ TEST(Interpolation, CountsBeyondAMillionAreExact) {
     }
     InterpHandle::EquallyDisInterpolate(polyline, filled, 1);
     EXPECT_EQ(filled, polyline) << "vectors one step apart";
-    const Registrar registered(7, {});
+    const Registrar registrar(7, {});
     const std::vector<GrpState> keys(1'100'000, GrpState(7));
     EXPECT_EQ(InterpHandle::InterpolationPts(keys, std::vector<double>(6, 1)).size(), keys.size());
 }
