@@ -13,7 +13,7 @@ namespace {
 
 using Axes = std::array<Axis, MaxJoints>;
 
-/// Offsets (mm) below this say nothing about the side to which an arm leans.
+/// Offsets (mm) below this do not tell to which side an arm leans.
 constexpr double SideOffset = 1e-3;
 
 [[noreturn]] void Refuse(const std::string& what) {
@@ -62,7 +62,7 @@ void SetChain(ArmModel& model, const ArmTable& table) {
                    [](const auto& row) { return ArmFacts::FrameOfRow(row); });
 }
 
-/// Axes at zero in the canonical frame, which they define.
+/// Axes at zero, in the canonical frame that they define.
 Axes CanonicalAxes(ArmModel& model, Rigid& inFlange) {
     const std::array<double, MaxJoints> zero{};
     JointChain::Frames frames;
@@ -109,7 +109,7 @@ PlaneArm MakePlane(const Axes& axes, const Vec& wrist, Fit& fit) {
     return plane;
 }
 
-/// The part of `a` that is square to a unit vector, at length 1.
+/// Unit vector along the part of `a` perpendicular to a unit vector.
 Vec SquareTo(const Vec& unit, const Vec& a) { return Unit(a - Dot(a, unit) * unit); }
 
 OrdinaryArm MakeOrdinary(const Axes& axes, Fit& fit, Rigid& wrist) {
@@ -150,13 +150,13 @@ ParallelArm MakeParallel(const Axes& axes, Fit& fit, Rigid& wrist) {
     return arm;
 }
 
-/// A vector turned about an axis as a sum with 1, cos and sin of the angle.
+/// The coefficients of 1, cos and sin of the angle in a vector that turns about an axis.
 std::array<Vec, 3> TurnTerms(const Vec& axis, const Vec& a) {
     const Vec along = Dot(axis, a) * axis;
     return {along, a - along, Cross(axis, a)};
 }
 
-/// `fixed` plus `turning`, turned back about axis 6 and all of it forth about axis 5.
+/// `fixed` plus `turning`, rotated backwards about axis 6, and the sum rotated forwards about axis 5.
 std::array<Vec, 5> WristTerms(const Axes& axes, const Vec& fixed, const Vec& turning) {
     const Vec& fifth = axes[4].direction;
     const auto back = TurnTerms(axes[5].direction, turning);

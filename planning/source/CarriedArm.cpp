@@ -12,7 +12,7 @@ namespace {
 
 Vec ToVec(const std::array<double, 3>& a) { return {a[0], a[1], a[2]}; }
 
-/// A turn about an axis through a point.
+/// A rotation about an axis through a point.
 Rigid TurnAbout(const Vec& axis, const Vec& point, double angle) {
     const double c = std::cos(angle);
     const double s = std::sin(angle);

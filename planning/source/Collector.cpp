@@ -8,12 +8,12 @@ namespace planning {
 namespace {
 
 constexpr double Turn = 2 * std::numbers::pi;
-/// Values that leave a limit by rounding alone are put on it.
+/// Values (rad) outside a limit by rounding alone are set to the limit.
 constexpr double LimitRounding = 2e-11;
-/// Values (rad) closer than this are one solution.
+/// Values (rad) closer than this belong to one solution.
 constexpr double SameValues = 1e-8;
 
-// Rounds to a whole number by what a double keeps; the library's call costs more than the rest.
+// Rounds to a whole number by the precision of a double; std::nearbyint would cost more than the rest.
 double Rounded(double number) {
     constexpr double LowestBitIsOne = 6755399441055744.0; // 1.5 * 2^52
     return (number + LowestBitIsOne) - LowestBitIsOne;
@@ -79,7 +79,7 @@ void Collector::Add(Shape& shape) {
     if (!TakeTurns(solution.values) || out.Full()) {
         return;
     }
-    // What a search has found is looked at on the table.
+    // A solution of the search is verified on the table.
     if (model.coupled && model.exact &&
         !(Polish(model, pose, solution.values.data()) && TakeTurns(solution.values))) {
         return;
@@ -134,7 +134,7 @@ int SolveElbow(const PlaneArm& plane, const Planar& target, double sense, Collec
         return 0;
     }
     const double span = plane.upperLength * plane.foreLength;
-    // Heron's products keep their digits where the arm is nearly stretched or folded.
+    // Heron's formula as a product stays accurate where the arm is nearly stretched or folded.
     const double toStretched = std::max(0.0, (stretched - distance) * (stretched + distance));
     const double toFolded = std::max(0.0, (distance - folded) * (distance + folded));
     const double c = (toFolded - toStretched) / (4 * span);

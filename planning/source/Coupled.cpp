@@ -6,10 +6,10 @@ namespace planning {
 
 namespace {
 
-/// What is left of the upper arm's length at a root that is one, mm.
+/// Largest error (mm) of the upper arm's length at a root.
 constexpr double RootTolerance = 1e-6;
-/// Angle (rad) between the last axis and axis 4 below which roots on both sides of the straight wrist may lie
-/// closer together than the search can see.
+/// Angle (rad) between the last axis and axis 4 below which two roots, on both sides of the straight wrist,
+/// may be closer together than the search resolves.
 constexpr double NearlyStraight = 0.02;
 
 struct Pose {
@@ -25,7 +25,7 @@ struct Forearm {
     Planar both;   ///< turn by values 2 and 3
 };
 
-/// A direction, seen from link 3 at zero.
+/// A direction in the frame of link 3 at zero.
 Vec FromForearm(const Forearm& forearm, const Vec& v) {
     const double x = forearm.c1 * v.x + forearm.s1 * v.y;
     return {forearm.both.re * x - forearm.both.im * v.z, forearm.c1 * v.y - forearm.s1 * v.x,
@@ -56,7 +56,7 @@ void AddRoot(void* context, double fifth, const Branch& branch) {
     shape.values[0] = std::atan2(branch.x[1], branch.x[0]);
     shape.values[1] = Arg(upper);
     shape.values[2] = plane.elbowSense * Arg(both * Conj(upper));
-    // Most roots end here: a table that is its kind's own needs no polish first.
+    // Fast path for most roots: an exact table needs no refinement before the limits are checked.
     for (std::size_t i = 0; model.exact && i < 3; ++i) {
         if (!pose.out.HasTurn(i, shape.values[i])) {
             return;

@@ -11,7 +11,7 @@ constexpr double Turn = 2 * std::numbers::pi;
 /// Cosine of the angle by which x and the turn of joints 2 and 3 may differ between neighbouring samples.
 constexpr double Smooth = 0.8;
 constexpr int DeepestHalving = 6;
-/// Share of its larger neighbour above which a least value is no dip towards zero.
+/// A least value above this fraction of its larger neighbour is no candidate for a crossing.
 constexpr double FarFromZero = 0.9;
 constexpr double ExactLength = 3e-10; // mm
 constexpr double Narrow = 1e-7;       // rad
@@ -52,7 +52,7 @@ void BranchSearch::Run(const Stations& stations) {
         FollowWhole(stations);
         return;
     }
-    // Every run of stations with branches lies between two ends.
+    // Every run of stations with real branches lies between two ends.
     for (std::size_t i = gap; i < gap + stations.size(); ++i) {
         if (!stations[i].end || !stations[i + 1].real) {
             continue;
@@ -104,7 +104,7 @@ void BranchSearch::FollowRun(const Stations& stations, std::size_t first, std::s
 void BranchSearch::SearchChain() {
     for (std::size_t i = 0; i + 1 < length; ++i) {
         least = std::min(least, std::abs(chain[i].at->tooLong));
-        // The last pair is the first one again, there for the sake of its triple.
+        // The last pair repeats the first one, which completes its triple.
         if (i + 2 < length) {
             SearchPair(chain[i], chain[i + 1], 0);
             SearchTriple(chain[i], chain[i + 1], chain[i + 2]);
@@ -136,7 +136,7 @@ void BranchSearch::SearchTriple(const Sample& a, const Sample& b, const Sample& 
     }
 }
 
-// Narrows the least value down until it crosses zero, which gives two roots, or cannot any more.
+// Narrows a local minimum until it crosses zero, which gives two roots, or cannot do so.
 void BranchSearch::SearchDip(Sample a, Sample b, Sample c) {
     constexpr double Golden = 0.381966;
     constexpr std::size_t Steps = 60;
@@ -165,7 +165,7 @@ void BranchSearch::SearchDip(Sample a, Sample b, Sample c) {
             (left ? a : c) = now;
         }
     }
-    // Two roots in one, where the arm is stretched or folded.
+    // A double root, where the arm is stretched or folded.
     found(context, b.q, *b.at);
 }
 

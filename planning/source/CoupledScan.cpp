@@ -26,10 +26,11 @@ CoupledPose::CoupledPose(const Vec& tip_, const Vec& last_, double reach)
 namespace {
 
 constexpr double Spacing = 2 * std::numbers::pi / CoupledNodes;
-/// Off the half turns, where the wrist is straight or folded and equations degenerate.
+/// Offset of the stations from multiples of pi, where the wrist is straight or folded and the equations
+/// degenerate.
 constexpr double Shift = 0.137;
 
-/// Cosine and sine of a small angle, to rounding below half the spacing of the nodes.
+/// Cosine and sine of an angle below half the spacing of the nodes, to rounding.
 Planar SmallTurn(double d) {
     const double k = d * d;
     return {1 - k / 2 * (1 - k / 12 * (1 - k / 30 * (1 - k / 56))),
@@ -54,7 +55,7 @@ WristAt CoupledArm::At(double q) const {
 
 namespace {
 
-/// Minors of the two equations' coefficients.
+/// 2 x 2 minors of the coefficients of the two equations.
 struct Minors {
     double m01, m02, m03, m12, m13, m23;
 
@@ -84,7 +85,7 @@ NullSpace SpaceOverJoint4(const Minors& m) {
 }
 
 NullSpace SpaceOfAnyPose(const Minors& m) {
-    // The columns of this skew matrix span the null space, and it turns that plane by a right angle.
+    // The columns of this skew matrix span the null space, which the matrix rotates by a right angle.
     const double dual[4][4] = {{0, m.m23, -m.m13, m.m12},
                                {-m.m23, 0, m.m03, -m.m02},
                                {m.m13, -m.m03, 0, m.m01},

@@ -7,16 +7,16 @@
 namespace planning {
 
 // For a given value 5 the lateral coordinates of the tip and of the last axis give two homogeneous linear
-// equations in x = (cos q1, sin q1, cos q4, sin q4), since joints 2 and 3 keep them. On their null space
-// cos^2 + sin^2 of both joints agree for two directions of x (the two labels), each with two senses. One
-// scalar is left for each of these four branches: by how much the upper arm would be too long.
+// equations in x = (cos q1, sin q1, cos q4, sin q4), because joints 2 and 3 do not change them. In their null
+// space cos^2 + sin^2 of both joints agree for two directions of x (the two labels), each with two senses.
+// For each of these four branches one scalar equation remains: the error of the upper arm's length.
 
-/// A pose, as the equations see it.
+/// A pose, in the form that the equations use.
 struct CoupledPose {
     Vec tip;  ///< relative to axis 1's point, mm
     Vec last; ///< direction of the last axis
     double inverseReach;
-    /// Whether the tip and the last axis are far enough from one plane with axis 1.
+    /// Whether the tip and the last axis are far enough from lying in one plane with axis 1.
     bool overJoint4;
 
     CoupledPose(const Vec& tip_, const Vec& last_, double reach);
@@ -38,7 +38,7 @@ struct Branch {
     Planar elbow;   ///< from joint 2 to joint 3
     double tooLong; ///< mm
 };
-/// Keeps divisions by what may vanish finite.
+/// Keeps divisions by quantities that may vanish finite.
 inline constexpr double Tiny = 1e-300;
 
 /// x of a label (0, 1).
@@ -49,7 +49,7 @@ inline void DirectionOf(const NullSpace& space, int label, double* x) {
     const double inverse = 1 / std::max(swing, Tiny);
     const double c2 = (-space.mean * space.e - root * space.g) * inverse;
     const double s2 = (-space.mean * space.g + root * space.e) * inverse;
-    // The larger one of cosine and sine by its root, the other one from their product.
+    // The larger of cosine and sine is computed by its square root, the other one from their product.
     const double large = std::sqrt((1 + std::abs(c2)) / 2);
     const double small = s2 / (2 * large);
     const double c = c2 >= 0 ? large : small;
@@ -59,7 +59,7 @@ inline void DirectionOf(const NullSpace& space, int label, double* x) {
     }
 }
 
-/// What both senses of x have in common.
+/// The part of a branch that both senses of x share.
 struct BothSenses {
     Planar turn;        ///< of axis 4 in the arm's plane; the other sense has its mirror image
     double tip, offset; ///< of the tip from axis 1, and from axis 4, in the arm's plane
@@ -67,14 +67,14 @@ struct BothSenses {
 
 inline BothSenses SensesOf(const CoupledPose& pose, const WristAt& wrist, const double* x) {
     const auto aside = [&](const Vec& a) { return x[3] * a.y + x[2] * a.z; };
-    // The last axis in link 3 is as long as it is in the arm's plane.
+    // The last axis has the same length in link 3 and in the arm's plane.
     const Planar lastNow = {pose.last.z, x[0] * pose.last.x + x[1] * pose.last.y};
     const Planar inLink3 = {wrist.direction.x, aside(wrist.direction)};
     return {(1 / std::max(Norm(inLink3), Tiny)) * (lastNow * inLink3), x[0] * pose.tip.x + x[1] * pose.tip.y,
             aside(wrist.offset)};
 }
 
-/// What x, in one of its senses (1, -1), leaves to joints 2 and 3.
+/// The branch of x in one of its senses (1, -1): what remains for joints 2 and 3.
 inline void Close(const CoupledArm& arm, const CoupledPose& pose, const WristAt& wrist,
                   const BothSenses& senses, double sense, Branch& branch) {
     branch.turn = {senses.turn.re, sense * senses.turn.im};

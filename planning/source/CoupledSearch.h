@@ -4,12 +4,11 @@
 
 namespace planning {
 
-/// Two places between which a function changes its sign, drawn together by regula falsi after Anderson and
-/// Bjorck.
+/// A bracket of a sign change, narrowed by regula falsi with the weights of Anderson and Bjorck.
 struct Bracket {
     double a, atA, b, atB;
 
-    /// Where to look next.
+    /// The next place to evaluate.
     double Between() const {
         const double q = (a * atB - b * atA) / (atB - atA);
         return q > std::min(a, b) && q < std::max(a, b) ? q : (a + b) / 2;
@@ -27,7 +26,7 @@ struct Bracket {
     }
 };
 
-/// Everything about one value 5. No member is set before it is computed: there are many of them.
+/// All data of one value 5. Members are not initialised before they are computed, as there are many stations.
 struct Station {
     double q;            ///< value 5
     double discriminant; ///< branches are real where it is above 0
@@ -36,14 +35,14 @@ struct Station {
     Branch branches[2][2]; ///< by label and sense
 };
 
-/// Stations around the whole turn of value 5, ascending: evenly spaced ones, and between them the ends of
-/// branches, each with one more beside it where a branch turns quickly.
+/// Stations around the whole turn of value 5, ascending: evenly spaced ones, the ends of branches between
+/// them, and one more beside each end where the branch changes quickly.
 class Stations {
 public:
     Stations(const CoupledArm& arm_, const CoupledPose& pose_);
 
     std::size_t size() const { return count; }
-    /// Counted round the turn: the first station follows the last one.
+    /// Indices wrap around: the first station follows the last one.
     const Station& operator[](std::size_t i) const {
         while (i >= count) {
             i -= count;
@@ -68,7 +67,7 @@ private:
     std::array<Station, Most> items;
 };
 
-/// A place on a branch. A branch runs from one end of its label to the other and back as the other label.
+/// A place on a branch. A branch goes from one end of its label to the other and back as the other label.
 struct Sample {
     double q;
     int label;
@@ -76,7 +75,7 @@ struct Sample {
     const Branch* at;
 };
 
-/// Finds where branches have an upper arm of the right length.
+/// Finds the places on branches where the upper arm has its true length.
 class BranchSearch {
 public:
     /// Called with value 5 and its branch at every root.
@@ -86,7 +85,7 @@ public:
         : arm(arm_), pose(pose_), found(found_), context(context_) {}
 
     void Run(const Stations& stations);
-    /// Least length, mm, by which the upper arm was seen to be too long or too short.
+    /// Least error (mm) of the upper arm's length that was found.
     double Least() const { return least; }
 
 private:

@@ -8,7 +8,7 @@ namespace planning {
 namespace {
 
 constexpr double Turn = 2 * std::numbers::pi;
-/// The discriminant is about 1 at most; this near to its zero the labels are 1e-5 apart.
+/// The discriminant is about 1 at most; this close to zero the two labels differ by 1e-5.
 constexpr double AtEnd = 1e-10;
 
 void CloseBoth(const CoupledArm& arm, const CoupledPose& pose, const WristAt& wrist, const NullSpace& space,
@@ -88,12 +88,12 @@ void Stations::AddEndBetween(double real, double complex, double atReal, double 
         bracket.Take(end, Discriminant(end));
     }
     Add(end, true);
-    // A branch leaves its end with the root of the distance.
+    // Near its end a branch changes with the square root of the distance.
     Add(end + (real - end) / 4, false);
 }
 
-// Between evenly spaced stations of one sign the discriminant may still cross zero twice, where the middle
-// one of three is the nearest to zero: looks for its extremum until it crosses or cannot any more.
+// Between evenly spaced stations of equal sign the discriminant may still cross zero twice, where the middle
+// of three is nearest to zero: searches for its extremum until it crosses or cannot do so.
 void Stations::SplitWhereItCrosses(std::size_t nearest) {
     constexpr double Golden = 0.381966;
     constexpr double Narrow = 1e-7;
@@ -137,7 +137,7 @@ void Stations::SplitWhereItCrosses(std::size_t nearest) {
             (left ? a : c) = q;
             (left ? fa : fc) = now;
         }
-        // Where the curve opens upwards, the chords of one side bound it on the other.
+        // Where the curve is convex, the chords of one side are a bound on the other side.
         if (fb > (fa - fb) * (c - b) / (b - a) && fb > (fc - fb) * (b - a) / (c - b)) {
             return;
         }

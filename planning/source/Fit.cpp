@@ -7,10 +7,11 @@ namespace planning {
 
 namespace {
 
-/// A wrist whose file was rounded misses by less; one that was built otherwise by far more.
+/// Tolerances for the geometry of a kind: rounding in a file stays below them, any other geometry is far
+/// above.
 constexpr double NearAngle = 0.01; // rad
 constexpr double NearLength = 1.0; // mm
-/// Rounding of unit vectors, and of a metre.
+/// Rounding error of unit vectors, and of lengths of a metre.
 constexpr double ExactAngle = 1e-12;
 constexpr double ExactLength = 1e-9;
 

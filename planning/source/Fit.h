@@ -12,7 +12,7 @@ struct Axis {
     Vec point;
 };
 
-/// How well axes fit what a solver expects of them.
+/// Checks that axes fit what a solver assumes.
 class Fit {
 public:
     /// @throws std::invalid_argument when the axes are not at right angles (parallel) within 0.01 rad.

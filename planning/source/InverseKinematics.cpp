@@ -11,7 +11,7 @@ namespace planning {
 
 namespace {
 
-/// Entries of R * R^T may be off the identity by so much: ten digits of a file.
+/// Largest deviation of an entry of R * R^T from the identity: files with ten digits stay below it.
 constexpr double RigidTolerance = 1e-6;
 
 ArmTable TableOf(const RobotEntity& robot) {

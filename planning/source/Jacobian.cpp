@@ -12,9 +12,9 @@ namespace {
 using Row = std::array<double, MaxAxes>;
 
 constexpr int MostSweeps = 30;
-constexpr double Square = 1e-16; // cosine between rows that are square to each other
+constexpr double Square = 1e-16; // cosine between orthogonal rows
 
-/// Turns two rows in their plane until they are square to each other. @return whether they were not.
+/// Rotates two rows in their plane until they are orthogonal. @return whether they were not.
 bool MakeSquare(Row& a, Row& b, std::size_t count) {
     const double aa = std::inner_product(a.begin(), a.begin() + count, a.begin(), 0.0);
     const double bb = std::inner_product(b.begin(), b.begin() + count, b.begin(), 0.0);
@@ -35,8 +35,8 @@ bool MakeSquare(Row& a, Row& b, std::size_t count) {
 
 } // namespace
 
-// One-sided Jacobi: once all rows are square to each other their lengths are the singular values, small ones
-// to full relative accuracy.
+// One-sided Jacobi: once all rows are orthogonal their lengths are the singular values, small ones to full
+// relative accuracy.
 std::array<double, 6> Jacobian::SingularValues(double length) const {
     std::array<Row, 6> rows{};
     for (std::size_t i = 0; i < count; ++i) {

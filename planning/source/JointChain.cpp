@@ -6,7 +6,7 @@ namespace planning {
 
 namespace {
 
-// a * b, then a turn about Z of the product's own frame.
+// a * b, then a rotation about Z of the product's own frame.
 Rigid ProductTurned(const Rigid& a, const Rigid& b, double angle) {
     const double c = std::cos(angle);
     const double s = std::sin(angle);

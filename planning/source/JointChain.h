@@ -6,11 +6,11 @@
 
 namespace planning {
 
-/// A chain of turning joints, each about its own frame's Z, on plain numbers.
+/// A chain of rotary joints, each about its own frame's Z, on plain numbers.
 struct JointChain {
     std::size_t count = 0;
     std::array<Rigid, MaxJoints> centers; ///< frame of each joint at value zero, in the frame before it
-    Rigid base;                           ///< what the first joint stands on, in the robot's base
+    Rigid base;                           ///< frame in which the table starts, in the robot's base
     Rigid flange;                         ///< in the frame of the last joint
 
     using Frames = std::array<Rigid, MaxJoints>;

@@ -7,7 +7,7 @@ namespace planning {
 
 namespace {
 
-/// The turn that joints 4 to 6 are to make, by the columns of the last joint's frame in link 3's at zero:
+/// The rotation that joints 4 to 6 must produce, by columns of the last joint's frame in link 3's at zero:
 /// Rz(a) * Ry(b) * Rz(c) in the frame of axes 4 and 5.
 struct WristTurn {
     double xx, yx, xy, yy; ///< first two rows of the first two columns

@@ -7,13 +7,13 @@ namespace planning {
 
 namespace {
 
-/// Values 5 and 6 of one wrist, and the turn by values 2 to 4 that they leave.
+/// Values 5 and 6 of one wrist, and the sum of values 2 to 4 that they leave.
 struct HandTurn {
     double fifth, sixth;
     Planar turn;
 };
 
-/// The hand's axes in the arm's plane, value 1 taken back.
+/// Axes of the hand in the arm's plane, with value 1 removed.
 struct Hand {
     Vec sixth;         ///< axis 6
     Vec lateral;       ///< axis 2, seen from the hand at zero
@@ -34,7 +34,7 @@ Hand HandIn(const ParallelArm& arm, const Rigid& target, const ShoulderSide& sho
 
 HandTurn TurnOfHand(const ParallelArm& arm, const Hand& hand, double side, double bent, Collector& out) {
     const bool free = bent < FreeSine;
-    // Turned back by value 6, axis 2 stands square to axis 5.
+    // Rotated backwards by value 6, axis 2 is perpendicular to axis 5.
     const double seen = std::atan2(hand.second.y, hand.first.y);
     const double sixth = free ? out.Near(5) : side * std::numbers::pi / 2 - seen;
     const double c = std::cos(sixth);

@@ -7,12 +7,12 @@ namespace planning {
 namespace {
 
 constexpr int MostSteps = 12;
-/// What polishing aims at, and what it must have reached: lengths in mm, matrix entries.
+/// Targeted and required accuracy: lengths in mm, matrix entries.
 constexpr double AimLength = 1e-9;
 constexpr double MetLength = 5e-8;
 constexpr double MetMatrix = 5e-11;
 
-/// How a flange stands off its pose: linear (mm), then the small turn (rad).
+/// Deviation of a flange from its pose: linear (mm), then a small rotation (rad).
 std::array<double, 6> ErrorOf(const Rigid& pose, const Rigid& flange) {
     Vec turn;
     for (int i = 0; i < 3; ++i) {
@@ -22,7 +22,7 @@ std::array<double, 6> ErrorOf(const Rigid& pose, const Rigid& flange) {
     return {move.x, move.y, move.z, turn.x, turn.y, turn.z};
 }
 
-/// Jacobian of the independent joints: a coupled wrist's follower goes with its leader.
+/// Jacobian of the independent joints: a coupled wrist's sixth value moves with its fifth.
 std::size_t Independent(const ArmModel& model, Jacobian6& columns) {
     if (!model.coupled) {
         return model.chain.count;
@@ -34,7 +34,7 @@ std::size_t Independent(const ArmModel& model, Jacobian6& columns) {
     return MaxJoints - 1;
 }
 
-/// Solves sum of columns * x = b by elimination with pivots. @return false for a singular matrix.
+/// Solves sum of columns * x = b by Gaussian elimination with pivoting. @return false for a singular matrix.
 bool SolveSix(Jacobian6& columns, std::array<double, 6>& b) {
     for (std::size_t k = 0; k < 6; ++k) {
         std::size_t pivot = k;

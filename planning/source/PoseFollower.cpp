@@ -9,13 +9,13 @@ namespace planning {
 
 namespace {
 
-/// Largest change of a value (rad) that is taken for the way's own; beyond it the step is halved.
+/// Largest change of a value (rad) in one step that counts as continuous; for larger ones the step is halved.
 constexpr double Smooth = 0.1;
-/// Shortest step, as part of the way.
+/// Shortest step, as a fraction of the path.
 constexpr double Shortest = 1e-3;
-/// Where a jump happens this near to a limit (rad), the limit is what the way runs into.
+/// A jump within this distance (rad) of a limit is attributed to the limit.
 constexpr double AtLimit = 0.2;
-/// Smallest singular value below which a jump is the singularity's.
+/// A jump is attributed to a singularity where the smallest singular value is below this.
 constexpr double NearSingularity = 0.02;
 
 double LargestChange(const std::vector<double>& from, const Solution& to) {

@@ -9,7 +9,7 @@ namespace planning {
 
 using namespace spatial;
 
-/// A point of the arm's plane as z + i x: a positive turn about y multiplies by e^(i angle).
+/// A point of the arm's plane as z + i x: a positive rotation about y multiplies by e^(i angle).
 struct Planar {
     double re, im;
 };

@@ -75,10 +75,10 @@ Json::Value GoodToolPath() {
     return cell;
 }
 
-TEST_P(BadArm, IsReportedWithItsPlace) { Check(ReadDocument(Example("arms/abb_irb2400_10.json"))); }
-TEST_P(BadCell, IsReportedWithItsPlace) { Check(GoodCell()); }
-TEST_P(BadSystem, IsReportedWithItsPlace) { Check(GoodSystem()); }
-TEST_P(BadToolPath, IsReportedWithItsPlace) { Check(GoodToolPath()); }
+TEST_P(BadArm, FaultIsReportedWithItsKeyPath) { Check(ReadDocument(Example("arms/abb_irb2400_10.json"))); }
+TEST_P(BadCell, FaultIsReportedWithItsKeyPath) { Check(GoodCell()); }
+TEST_P(BadSystem, FaultIsReportedWithItsKeyPath) { Check(GoodSystem()); }
+TEST_P(BadToolPath, FaultIsReportedWithItsKeyPath) { Check(GoodToolPath()); }
 
 const Fault ArmFaults[] = {
     {".kind", "\"pedestal\"", "robot"},
@@ -201,7 +201,7 @@ const Fault PathFaults[] = {
 };
 INSTANTIATE_TEST_SUITE_P(Path, BadToolPath, testing::ValuesIn(PathFaults));
 
-TEST(BadTool, WhoseNumbersContradictEachOtherIsRefused) {
+TEST(BadTool, WithContradictoryNumbersIsRefused) {
     const Folder folder;
     const auto report = [&](const Fault& change) {
         Json::Value cell = GoodCell();
@@ -213,13 +213,13 @@ TEST(BadTool, WhoseNumbersContradictEachOtherIsRefused) {
     EXPECT_THAT(report({".mechanisms[2].work_type", "0", ""}), HasSubstr("mechanisms[2].paint: "));
 }
 
-TEST(BadText, IsReportedWithTheFile) {
+TEST(BadText, IsReportedWithTheFileName) {
     const Folder folder;
     const auto report = [&](const std::string& text) { return ReportOf(folder.Write("text.json", text)); };
     EXPECT_THAT(ReportOf(folder.path / "absent.json"),
                 HasSubstr("absent.json: cannot be read (No such file or directory), expected"));
     EXPECT_THAT(ReportOf(folder.path), HasSubstr("is a folder"));
-    // The kernel's tables say a page and give a line: a file that shrank between the two looks the same.
+    // The file system reports a page and delivers a line, like a file that shrinks while it is read.
     if (const std::filesystem::path table = "/sys/devices/system/cpu/online"; exists(table)) {
         EXPECT_THAT(ReportOf(table), HasSubstr("changed its length while it was read"));
     }

@@ -24,7 +24,7 @@ std::string FailureOf(const std::function<std::string()>& work, std::chrono::mil
     return Thrown([&] { RunInChild(work, limit); });
 }
 
-TEST(ChildProcess, GivesTheResultOrSaysWhatHappened) {
+TEST(ChildProcess, ReturnsTheResultOrReportsTheFailure) {
     const std::string large(10'000'000, 'x');
     EXPECT_TRUE(RunInChild([&] { return large; }, 60s) == large);
     EXPECT_EQ(RunInChild([] { return std::string(); }, 60s), "");
@@ -55,7 +55,7 @@ std::vector<std::string> LinesOf(const fs::path& file) {
     return lines;
 }
 
-/// What is said about the file without one of its lines; empty where a shape comes of it nevertheless.
+/// The report about the file without one of its lines; empty where a shape is read nevertheless.
 std::string ReportWithout(std::vector<std::string> lines, std::size_t line, const fs::path& file) {
     lines.erase(lines.begin() + static_cast<std::ptrdiff_t>(line));
     std::ofstream stream(file);
@@ -66,7 +66,7 @@ std::string ReportWithout(std::vector<std::string> lines, std::size_t line, cons
     return Thrown([&] { ReadShape(file); });
 }
 
-TEST(PartFile, WithoutOneOfItsEntitiesIsRefusedForWhatIsMissing) {
+TEST(PartFile, StepWithoutOneEntityIsRefusedNamingIt) {
     const Folder folder;
     const auto lines = LinesOf(Example("parts/branch_pipe.step"));
     const fs::path file = folder.path / "part.step";
@@ -80,7 +80,7 @@ TEST(PartFile, WithoutOneOfItsEntitiesIsRefusedForWhatIsMissing) {
     }
 }
 
-TEST(PartFile, BRepWithoutALineIsReadOrRefusedAtOnce) {
+TEST(PartFile, BRepWithoutALineIsReadOrRefusedWithoutDelay) {
     const Folder folder;
     std::ostringstream out;
     Save({Example("cells/seam.json"), folder.path / "saved"}, out);
@@ -103,8 +103,8 @@ TEST(PartFile, BRepWithoutALineIsReadOrRefusedAtOnce) {
     SetShapeTimeLimit(120s);
 }
 
-/// Edges are known by their numbers, and points by all of their digits.
-TEST(PartFile, ComesOutOfTheChildAsItWasRead) {
+/// Edges compared by number, points by all digits.
+TEST(PartFile, ShapeFromTheChildProcessIsUnchanged) {
     const auto vertices = [](const TopoDS_Shape& shape) {
         std::vector<std::array<double, 3>> places;
         for (TopExp_Explorer it(shape, TopAbs_VERTEX); it.More(); it.Next()) {

@@ -11,7 +11,7 @@ using namespace cell;
 
 namespace {
 
-/// Joint motion between neighbouring states 5 mm of chord apart leaves the chord by less than this factor.
+/// Length of the joint motion between neighbouring states 5 mm apart, over that of the chord: less than this.
 constexpr double Bulge = 1.25;
 constexpr double Gap = 5;
 
@@ -26,7 +26,7 @@ struct PlanTest : testing::Test {
 
 } // namespace
 
-TEST_F(PlanTest, TraceReadsBackToTheBit) {
+TEST_F(PlanTest, TraceRoundTripIsExact) {
     const Folder folder;
     folder.Write("trace.json", "an older trace");
     std::ostringstream table;
@@ -48,7 +48,7 @@ TEST_F(PlanTest, TraceReadsBackToTheBit) {
         << "something was left over";
 }
 
-TEST_F(PlanTest, MotionsPassTheirKeyStatesWithinTheirSteps) {
+TEST_F(PlanTest, MotionsContainTheirKeyStatesAndKeepTheirSteps) {
     for (PlannedMotion& planned : plan) {
         std::size_t key = 0;
         for (GrpState& state : planned.states) {
@@ -63,7 +63,7 @@ TEST_F(PlanTest, MotionsPassTheirKeyStatesWithinTheirSteps) {
     }
 }
 
-TEST(PlanPoses, AreTheToolCentresOfTheirValuesInEveryStateOfEveryCell) {
+TEST(PlanPoses, OfEveryStateMatchTheToolCentreOfItsValues) {
     constexpr double Same = 1e-6; // mm
     constexpr double SameEntry = 1e-9;
     for (const char* name : {"arc_welding", "painting", "rail_and_positioner", "two_robots"}) {
@@ -84,7 +84,7 @@ TEST(PlanPoses, AreTheToolCentresOfTheirValuesInEveryStateOfEveryCell) {
     }
 }
 
-TEST_F(PlanTest, StateFilesAreReadFromStatesAndTraces) {
+TEST_F(PlanTest, StateFilesMayHoldStatesOrTraces) {
     const Folder folder;
     GrpState last = plan.back().states.back();
     const auto trace = folder.WriteJson("trace.json", TraceToJson(cell, plan));
@@ -96,7 +96,7 @@ TEST_F(PlanTest, StateFilesAreReadFromStatesAndTraces) {
     EXPECT_THROW(LoadStates(folder.WriteJson("stranger.json", stranger), cell), std::runtime_error);
 }
 
-TEST(PlanRail, ArmRailAndPositionerMoveTogether) {
+TEST(PlanRail, ArmRailAndPositionerMoveSimultaneously) {
     const Cell rail = Cell::Load(Example("cells/rail_and_positioner.json"));
     std::vector<PlannedMotion> motions = Planned(rail);
     std::vector<GrpState>& approach = motions.front().states;
@@ -112,7 +112,7 @@ TEST(PlanRail, ArmRailAndPositionerMoveTogether) {
     EXPECT_EQ(motions.back().removed, 1U) << "the weld names its last state twice";
 }
 
-TEST_F(PlanTest, TheWayBackIsNoRepetition) {
+TEST_F(PlanTest, MotionBackToTheStartKeepsItsStates) {
     const Folder folder;
     Json::Value json = ExampleCell("arc_welding.json");
     for (const char* name : {"above_start", "home"}) {
@@ -122,7 +122,7 @@ TEST_F(PlanTest, TheWayBackIsNoRepetition) {
     EXPECT_EQ(Planned(back).front().states.size(), 2 * plan.front().states.size() - 1);
 }
 
-TEST(PlanTogether, SystemsArriveAtOnceAndAreReadBack) {
+TEST(PlanTogether, SystemsArriveTogetherAndContextsAreReadBack) {
     const Cell two = Cell::Load(Example("cells/two_robots.json"));
     std::vector<PlannedMotion> motions = Planned(two);
     PlannedMotion& both = motions.back();
@@ -139,7 +139,7 @@ TEST(PlanTogether, SystemsArriveAtOnceAndAreReadBack) {
     EXPECT_TRUE(states[0] == both.contexts.back().GetValues(states[0].GetSystem()));
 }
 
-TEST(FkTest, NothingIsPrintedUnlessEveryLineIsGood) {
+TEST(FkTest, OneFaultyLineSuppressesAllOutput) {
     const FkRequest request{Example("arms/kuka_kr16_2.json"), "", std::nullopt};
     std::ostringstream out;
     std::ostringstream nowhere;

@@ -40,7 +40,7 @@ protected:
     const fs::path saved = folder.path / "first" / "cell.json";
 };
 
-TEST_P(SavedCell, IsTheSameCellToTheByteWhenItIsSavedAgain) {
+TEST_P(SavedCell, SavedAgainGivesTheSameBytes) {
     SaveTo(saved, folder.path / "second");
     const auto files = FilesBelow(folder.path / "first");
     EXPECT_EQ(FilesBelow(folder.path / "second"), files);
@@ -53,7 +53,7 @@ TEST_P(SavedCell, IsTheSameCellToTheByteWhenItIsSavedAgain) {
     }
 }
 
-TEST_P(SavedCell, MovesAsTheCellItWasSavedFrom) {
+TEST_P(SavedCell, MovesLikeTheOriginalCell) {
     const Cell original = Cell::Load(Example("cells") / GetParam());
     const Cell loaded = Cell::Load(saved);
     std::mt19937 random(20240611);
@@ -87,7 +87,7 @@ INSTANTIATE_TEST_SUITE_P(Cells, SavedCell,
 using SavedFault = std::pair<std::string, Fault>;
 class BadSaved : public testing::TestWithParam<SavedFault> {};
 
-TEST_P(BadSaved, IsReportedWithItsFile) {
+TEST_P(BadSaved, FaultyFileIsReportedByName) {
     const Folder folder;
     SaveTo(Example("cells/arc_welding.json"), folder.path / "cell");
     const auto& [name, fault] = GetParam();
@@ -113,7 +113,7 @@ INSTANTIATE_TEST_SUITE_P(
                     SavedFault{"torch-3500/manifest.json", {".models", "[]", "0 models, expected 3"}},
                     SavedFault{"torch-3500/manifest.json", {".models[1].id", "\"zz\"", "8-4-4-4-12"}}));
 
-TEST(SaveTarget, IsReplacedOnlyWhereNothingElseIsLost) {
+TEST(SaveTarget, FolderWithOtherFilesIsNotReplaced) {
     const Folder folder;
     const fs::path cell = Example("cells/arc_welding.json");
     SaveTo(cell, folder.path / "out/");
@@ -127,7 +127,7 @@ TEST(SaveTarget, IsReplacedOnlyWhereNothingElseIsLost) {
     EXPECT_FALSE(fs::exists(folder.path / "arm"));
 }
 
-TEST(SprayCone, IsThatOfItsCellAlone) {
+TEST(SprayCone, IsNotSharedWithAnotherCell) {
     std::ostringstream painting, welding;
     Info({Example("cells/painting.json")}, painting);
     Info({Example("cells/arc_welding.json")}, welding);

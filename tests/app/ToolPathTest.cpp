@@ -15,7 +15,7 @@ constexpr double UnitRounding = 1e-12;
 constexpr double RunRadius = 120;
 constexpr double BranchRadius = 75;
 
-TEST(ToolPathTest, EdgeIsSampledWhereThePipesMeetWithTheToolBetweenThem) {
+TEST(ToolPathTest, EdgePosesLieOnBothPipesWithTheToolBetweenThem) {
     const Cell cell = Cell::Load(Example("cells/seam.json"));
     const ToolPath& path = cell.ToolPaths().front();
     ASSERT_GT(path.poses.size(), 15U);
@@ -30,7 +30,7 @@ TEST(ToolPathTest, EdgeIsSampledWhereThePipesMeetWithTheToolBetweenThem) {
     }
 }
 
-TEST(ToolPathTest, IsWorkedUpAndWrittenInTheFrameOfTheWorkpiece) {
+TEST(ToolPathTest, FileHoldsProcessedPosesInTheWorkpieceFrame) {
     const Cell cell = Cell::Load(Example("cells/seam.json"));
     const ToolPath& path = cell.ToolPaths().front();
     const WorkedPath worked = WorkUp(path);
@@ -55,7 +55,7 @@ TEST(ToolPathTest, IsWorkedUpAndWrittenInTheFrameOfTheWorkpiece) {
     }
 }
 
-TEST(ToolPathTest, WhatIsOffTheWorkpieceIsTakenOut) {
+TEST(ToolPathTest, PosesOffTheWorkpieceAreRemoved) {
     const Folder folder;
     Json::Value json = ExampleCell("seam.json");
     Json::Value& motion = json["motions"][0];
@@ -71,7 +71,7 @@ TEST(ToolPathTest, WhatIsOffTheWorkpieceIsTakenOut) {
     }
 }
 
-TEST(ToolPathTest, ClosedSeamClosesWithoutGapsWhateverTheSpacing) {
+TEST(ToolPathTest, ClosedSeamHasNoGapAtAnySpacing) {
     struct Case {
         double spacing, smooth;
         int keepEvery;
@@ -96,14 +96,14 @@ TEST(ToolPathTest, ClosedSeamClosesWithoutGapsWhateverTheSpacing) {
     }
 }
 
-TEST(ToolPathTest, PosesAtAStateLieWhereThePositionerHasTurnedTheWorkpiece) {
+TEST(ToolPathTest, PosesAtAStateFollowThePositioner) {
     Json::Value json = ExampleCell("rail_and_positioner.json");
     json["motions"].append(Parsed(R"({"name": "ring", "kind": "tool_path", "workpiece": "flanged_pipe",
         "edge": 15, "spacing_mm": 4, "smooth_mm": 4, "keep_every": 1, "tolerance_mm": 0.5})"));
     const Folder folder;
     const auto file = folder.WriteJson("cell.json", json);
     const Cell cell = Cell::Load(file);
-    // The key states were taught on the seam: their tool centres know nothing of the path.
+    // The key states were taught on the seam, independently of the path.
     const gp_Pnt taught = cell.FindKeyState("seam_start")->state.GetLocEuler(0).location;
     const auto distanceAt = [&](const std::string& state) {
         std::ostringstream out;

@@ -17,7 +17,7 @@ using testing::Not;
 
 namespace {
 
-/// STEP and BRep carry the exact solids; triangles that lie half a millimetre inside take this much off.
+/// Relative volume error: STEP and BRep hold the exact solids, STL triangles deviate by half a millimetre.
 constexpr double ExactShare = 1e-6;
 constexpr double TriangleShare = 2e-3;
 
@@ -28,7 +28,7 @@ std::string Report(const WorkspaceRequest& request) {
 
 class Output : public testing::TestWithParam<const char*> {};
 
-TEST_P(Output, HoldsTheEnvelopeInTheWorld) {
+TEST_P(Output, ContainsTheEnvelopeInTheWorldFrame) {
     const Folder folder;
     const Cell cell = Cell::Load(Example("cells/arc_welding.json"));
     const TopoDS_Shape envelope = ReachOf(cell, *cell.Robots().front()).envelope;
@@ -54,7 +54,7 @@ TEST_P(Output, HoldsTheEnvelopeInTheWorld) {
 INSTANTIATE_TEST_SUITE_P(Formats, Output, testing::Values("step", "brep", "stl"),
                          [](const auto& entry) { return std::string(entry.param); });
 
-TEST(WorkspaceTest, OfAnUnfitCellIsRefusedWithWhatItLacks) {
+TEST(WorkspaceTest, UnsuitableCellIsRefusedNamingTheReason) {
     const Folder folder;
     const Fault faults[] = {
         {".systems", "[]", R"(an entry {"robot": "welder"})"},
@@ -74,8 +74,8 @@ TEST(WorkspaceTest, OfAnUnfitCellIsRefusedWithWhatItLacks) {
     }
 }
 
-// What no file can say, but a program that moves the robot about can.
-TEST(WorkspaceTest, OfASpoiltRobotIsRefusedWithWhatItsRecordLacks) {
+// States that no file describes, but a program that changes the robot can produce.
+TEST(WorkspaceTest, RobotWithAnInvalidRecordIsRefusedNamingTheField) {
     const auto report = [](const char* file, const auto& spoil) {
         const Cell cell = Cell::Load(Example(file));
         RobotEntity& robot = *cell.Robots().front();
@@ -99,7 +99,7 @@ TEST(WorkspaceTest, OfASpoiltRobotIsRefusedWithWhatItsRecordLacks) {
                 HasSubstr("on a carrier that neither scales nor shears it"));
 }
 
-TEST(WorkspaceTest, NamesOfUnknownKindsAreRefusedBeforeAnythingIsRead) {
+TEST(WorkspaceTest, UnknownOutputExtensionIsRefusedBeforeReading) {
     EXPECT_THAT(Report({"absent.json", "", "reach.obj", ""}),
                 HasSubstr(".obj, expected a name that ends in"));
     EXPECT_THAT(Report({"absent.json", "", "reach.stl", "reach.png"}), HasSubstr("ends in .svg"));

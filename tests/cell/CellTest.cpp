@@ -17,7 +17,7 @@ namespace {
 
 constexpr double FileTolerance = 1e-5; // mm
 
-TEST(Mounts, WhatIsMountedFollowsItsCarrier) {
+TEST(Mounts, MountedEntitiesFollowTheirCarrier) {
     const Cell cell = Cell::Load(Example("cells/rail_and_positioner.json"));
     const System& system = cell.Systems().front();
     GrpState state(system.Hash());
@@ -54,7 +54,7 @@ void WriteStl(const TopoDS_Shape& shape, const std::string& file) {
 using Format = std::pair<const char*, void (*)(const TopoDS_Shape& shape, const std::string& file)>;
 class ShapeFile : public testing::TestWithParam<Format> {};
 
-TEST_P(ShapeFile, IsReadInMillimetresOrRefused) {
+TEST_P(ShapeFile, UnitsAreConvertedToMillimetresOrRefused) {
     const Folder folder;
     const std::string name = std::string("part.") + GetParam().first;
     const std::filesystem::path file = folder.path / name;

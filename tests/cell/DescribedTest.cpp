@@ -19,7 +19,7 @@ using namespace cell;
 
 namespace {
 
-// The descriptions are rounded to 1e-6 mm and nine digits; chains of a few metres carry that to here.
+// The descriptions are rounded to 1e-6 mm and nine digits, which chains of a few metres amplify to this.
 constexpr double PositionTolerance = 1e-5; // mm
 constexpr double RotationTolerance = 1e-8;
 constexpr double UnitTolerance = 1e-9; // degrees, mm
@@ -61,7 +61,7 @@ gp_Pnt Centroid(const TopoDS_Shape& shape) {
     return properties.CentreOfMass();
 }
 
-TEST_P(Described, FlangeStandsWhereAnIndependentSolverPutsIt) {
+TEST_P(Described, FlangeMatchesAnIndependentSolver) {
     for (const JsonNode& sample : node.At("samples").Items("samples")) {
         SCOPED_TRACE(sample.Path());
         std::vector<double> values = sample.At(isArm ? "q_deg" : "values").Numbers();
@@ -74,7 +74,7 @@ TEST_P(Described, FlangeStandsWhereAnIndependentSolverPutsIt) {
     }
 }
 
-TEST_P(Described, AxesAndLimitsAreTheDescriptions) {
+TEST_P(Described, AxesAndLimitsMatchTheDescription) {
     const auto limits = entity->GetLimit(5, 0);
     ASSERT_EQ(limits.size(), joints.size());
     for (std::size_t i = 0; i < joints.size(); ++i) {
@@ -95,7 +95,7 @@ TEST_P(Described, AxesAndLimitsAreTheDescriptions) {
     }
 }
 
-TEST_P(Described, BodiesAreSoundAndHangWhereTheyWereShaped) {
+TEST_P(Described, BodiesAreValidAndKeepTheirPlaces) {
     ASSERT_EQ(bodies.links.size(), joints.size());
     Bnd_Box all;
     for (std::size_t i = 0; i < joints.size(); ++i) {
@@ -134,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(Examples, Described,
 
 } // namespace
 
-TEST(CoupledArm, TakesItsIndependentValuesAlone) {
+TEST(CoupledArm, AcceptsOnlyItsIndependentValues) {
     const ArmDescription arm = ReadArm(JsonNode::Load(Example("arms/abb_irb5400_paint.json")));
     const auto robot = BuildArm(arm, arm.name, HashOfName(arm.name));
     const auto refuse = [](const std::string& shown, const std::string&) { throw shown; };

@@ -10,7 +10,7 @@
 #include <support/Text.h>
 #include <support/Thrown.h>
 
-/// A folder of its own for one test, gone afterwards.
+/// A temporary folder for one test, removed afterwards.
 class Folder {
 public:
     Folder() : path(std::filesystem::temp_directory_path() / ("cell_test_" + Uuid::CreateUuid().ToString())) {
@@ -61,15 +61,15 @@ inline Json::Value ExampleCell(const std::string& name) {
     return json;
 }
 
-/// What loading the cell reports; empty when it is accepted.
+/// The message with which loading the cell fails; empty when it is accepted.
 inline std::string ReportOf(const std::filesystem::path& file) {
     return Thrown([&] { cell::Cell::Load(file); });
 }
 
-/// A change that makes a good document bad, and what the report must say.
+/// A change that makes a document invalid, and the expected report.
 struct Fault {
     std::string path;  ///< as jsoncpp writes paths, which is also how reports do, apart from the leading dot
-    std::string value; ///< JSON text; empty takes the key away
+    std::string value; ///< JSON text; empty removes the key
     std::string expected;
 
     std::string Key() const { return path.substr(1); }

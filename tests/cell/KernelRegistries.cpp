@@ -2,8 +2,8 @@
 
 #include <STEPControl_Controller.hxx>
 
-// The kernel's part readers make registries on first use and keep them until the process ends. Made here,
-// they are no leaks of whatever happens to read the first file.
+// The kernel's part readers create registries on first use and keep them until the process ends. They are
+// created here, so that the leak detector does not attribute them to the first test that reads a file.
 
 namespace {
 

@@ -19,7 +19,7 @@ Json::Value LineCell(const std::string& from, const std::string& to) {
 
 struct PlannedLine {
     std::vector<GrpState> states;
-    std::string report; ///< why there are none
+    std::string report; ///< the reason where there are none
 };
 
 PlannedLine PlanLine(const Json::Value& json) {
@@ -39,7 +39,7 @@ struct Case {
 
 } // namespace
 
-TEST(Line, KeepsTheToolCentreOnAStraightWayWithinItsSpacing) {
+TEST(Line, ToolCentreStaysStraightWithinTheSpacing) {
     const PlannedLine planned = PlanLine(LineCell("-20, 10, 30, 10, -40, 5", "25, 5, 35, -5, -30, -10"));
     ASSERT_EQ(planned.report, "");
     ASSERT_GT(planned.states.size(), 20U);
@@ -54,7 +54,7 @@ TEST(Line, KeepsTheToolCentreOnAStraightWayWithinItsSpacing) {
     }
 }
 
-TEST(Line, ThatCannotBeKeptIsRefusedWithWhereAndWhy) {
+TEST(Line, UnreachableLineIsRefusedWithPlaceAndReason) {
     const Case cases[] = {
         {"-110, 60, 0, 0, 20, 0", "110, 60, 0, 0, 20, 0", "limit of joint 3 at 887"},
         {"-60, 70, -55, 0, 10, 0", "60, 70, -55, 0, 10, 0", "singularity at 70 of"},

@@ -10,10 +10,10 @@ using namespace cell;
 
 namespace {
 
-// A dozen products of entries that are at most one.
+// Rounding of a dozen products of entries that are at most one.
 constexpr double Rounding = 1e-15;
 
-TEST(FrameOfJoint, TurnsAboutTheAxisWhicheverWayItPoints) {
+TEST(FrameOfJoint, NamedAxisLiesOnAnAxisOfAnyDirection) {
     const Vec origin{10, -20, 30};
     for (const Vec& raw : std::vector<Vec>{{1, 0, 0},
                                            {0, 1, 0},
@@ -49,7 +49,7 @@ TEST(FrameOfFlange, KeepsZAndCorrectsX) {
     EXPECT_NEAR(Length(Column(frame, 0)), 1, Rounding);
 }
 
-TEST(Text, NumbersReadAsPeopleWroteThem) {
+TEST(Text, NumbersAreWrittenShortAndReadStrictly) {
     EXPECT_EQ(Rounded(-1e-12, 9), "0");
     EXPECT_EQ(Rounded(1200, 0), "1200");
     EXPECT_EQ(Rounded(-2.50, 3), "-2.5");
@@ -60,7 +60,7 @@ TEST(Text, NumbersReadAsPeopleWroteThem) {
     }
 }
 
-TEST(WriteWhole, LeavesTheOldFileWhereTheNewOneFails) {
+TEST(WriteWhole, FailedWriteKeepsTheOldFile) {
     const Folder folder;
     const auto target = folder.path / "deeper" / "file.txt";
     WriteWhole(target, "old");

@@ -1,4 +1,4 @@
-// A sanitizer counts and pairs allocations itself, and takes replaced operators for mismatched ones.
+// Not for sanitizers, which replace the allocator themselves and report these operators as mismatched.
 #include <support/AddressSanitizer.h>
 
 #ifndef UNDER_ADDRESS_SANITIZER
@@ -23,8 +23,8 @@ int CountAllocations(Work work) {
     return allocations - before;
 }
 
-TEST(Allocations, StateAllocatesValuesPosesAndLongText) {
-    const Registrar cell(1, {});
+TEST(Allocations, StateAllocatesOnlyValuesPosesAndLongText) {
+    const Registrar registrar(1, {});
     GrpState state(1), target(1);
     EXPECT_EQ(CountAllocations([&] { const GrpState copy(state); }), 2);
     EXPECT_EQ(CountAllocations([&] { target = state; }), 1) << "poses fit into the place of the old ones";
@@ -37,8 +37,7 @@ TEST(Allocations, StateAllocatesValuesPosesAndLongText) {
     EXPECT_EQ(CountAllocations([&] { const GrpState copy(state); }), 3);
 }
 
-/// Runs work with its first, second, ... allocation failing until it gets through, and holds it to lose
-/// nothing on the way.
+/// Runs work with its first, second, ... allocation failing until it succeeds, and checks that nothing leaks.
 template <class Work, class Whole>
 void ExpectWholeAtEveryFailure(Work work, Whole whole) {
     const std::string before = whole();
@@ -65,7 +64,7 @@ void ExpectWholeAtEveryFailure(Work work, Whole whole) {
 }
 
 struct Exhausted : testing::Test {
-    const Registrar cell{1, {.pedestal = 1, .robots = 2}};
+    const Registrar registrar{1, {.pedestal = 1, .robots = 2}};
     GrpState a{1}, b{1};
     std::vector<std::vector<double>> out = {{1}};
     std::vector<InterpHandle::PathPose> path = {
@@ -91,7 +90,7 @@ struct Exhausted : testing::Test {
     void Hold(Work work) {
         ExpectWholeAtEveryFailure(work, [this] { return Inputs(); });
     }
-    /// After a first run, in which the kernel makes what it then keeps.
+    /// Called after a first run, in which the kernel creates objects that it keeps.
     template <class Work>
     void HoldWarm(Work work) {
         work();
@@ -140,7 +139,7 @@ TEST_F(Exhausted, FailedAllocationLeavesInputsUnchanged) {
 
 } // namespace
 
-// Kept out of line: where only one of the pair is inlined, GCC takes them for mismatched.
+// Not inlined: GCC warns of mismatched operators where only one of the pair is.
 [[gnu::noinline]] void* operator new(std::size_t size) {
     ++allocations;
     if (untilFailure > 0 && --untilFailure == 0) {

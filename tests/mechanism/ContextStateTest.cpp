@@ -2,7 +2,7 @@
 
 namespace {
 
-struct ContextStateTest : ::testing::Test {
+struct ContextStateTest : testing::Test {
     Registrar small{5, {}};
     Registrar large{9, {.pedestal = 1}};
     ContextState context;

@@ -19,7 +19,7 @@ std::pair<int, int> IndexOf(const GrpConfig& config, int entity) {
 }
 
 TEST(GrpConfig, IndexRangesFollowTheLayoutRules) {
-    using ::testing::Pair;
+    using testing::Pair;
     GrpConfig one;
     one.InitDOF(2, 6, 1, 2);
     EXPECT_EQ(Thrown([&] { IndexOf(one, Bench); }), "invalid vector subscript") << "promised, never set";

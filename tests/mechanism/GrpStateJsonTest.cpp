@@ -4,18 +4,18 @@
 
 namespace {
 
-constexpr std::uint64_t Cell = 0xF123456789ABCDEFU;
+constexpr std::uint64_t System = 0xF123456789ABCDEFU;
 
-struct GrpStateJsonTest : ::testing::Test {
-    Registrar cell{Cell, {.pedestal = 1}};
-    GrpState state{Cell};
+struct GrpStateJsonTest : testing::Test {
+    Registrar registrar{System, {.pedestal = 1}};
+    GrpState state{System};
 };
 
 TEST_F(GrpStateJsonTest, RoundTripThroughTextIsExact) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> mantissa(-1, 1);
     const auto number = [&] { return std::ldexp(mantissa(random), static_cast<int>(random() % 600) - 300); };
-    GrpState back(Cell);
+    GrpState back(System);
     for (int i = 0; i < 10000; ++i) {
         state.SetValues({number(), number(), number(), number(), number(), number(), number()});
         state.SetLocEuler(0, {gp_Pnt(number(), number(), number()), gp_Pnt(number(), number(), number())});
@@ -36,7 +36,7 @@ TEST_F(GrpStateJsonTest, MissingAndShortMembersTakeTheirDefaults) {
     state.SetToolIndex(9);
     EXPECT_FALSE(state.FromJson(Json::Value()));
     Json::Value json;
-    json["system_index"] = static_cast<Json::UInt64>(Cell);
+    json["system_index"] = static_cast<Json::UInt64>(System);
     EXPECT_TRUE(state.FromJson(json));
     EXPECT_FALSE(state.NeedExport());
     EXPECT_EQ(state.GetToolIndex(), 0);

@@ -4,14 +4,14 @@
 
 namespace {
 
-using ::testing::ElementsAre;
+using testing::ElementsAre;
 
-constexpr std::uint64_t Cell = 71;
+constexpr std::uint64_t System = 71;
 constexpr auto NoBench = static_cast<EntityName>(Bench + 1);
 
-struct GrpStateTest : ::testing::Test {
-    Registrar cell{Cell, {.pedestal = 2, .benches = {1.0}}};
-    GrpState state{Cell};
+struct GrpStateTest : testing::Test {
+    Registrar registrar{System, {.pedestal = 2, .benches = {1.0}}};
+    GrpState state{System};
 
     void SetUp() override { state.SetValues({1, 2, 3, 4, 5, 6, 7, 8, 9}); }
 };
@@ -26,11 +26,11 @@ TEST_F(GrpStateTest, HasOnePosePerRobot) {
         EXPECT_EQ(Thrown([&] { state.GetLocEuler(robot); }), "invalid vector subscript");
     }
     EXPECT_EQ(out.location.X(), 1);
-    EXPECT_THROW(GrpState(Cell + 1), std::string);
+    EXPECT_THROW(GrpState(System + 1), std::string);
     EXPECT_EQ(state.GetBenchDof(), 1);
 }
 
-TEST_F(GrpStateTest, CopyingIsDeepAndMovingTakesTheBuffer) {
+TEST_F(GrpStateTest, CopyingIsDeepAndMovingTransfersTheBuffer) {
     state.SetCmdTypeAndCmd(MoveCmdLogical, "MOVE");
     state.SetLocEuler(0, {gp_Pnt(1, 2, 3), gp_Pnt()});
     GrpState copy(state);
@@ -39,7 +39,7 @@ TEST_F(GrpStateTest, CopyingIsDeepAndMovingTakesTheBuffer) {
     const double* const buffer = copy.GetValuesPtr();
     GrpState moved(std::move(copy));
     EXPECT_EQ(copy.GetValuesPtr(), nullptr);
-    EXPECT_EQ(copy.GetSystem(), Cell);
+    EXPECT_EQ(copy.GetSystem(), System);
     EXPECT_EQ(copy.GetLogicalCmd(), "MOVE") << "the text is copied";
     EXPECT_EQ(copy.GetLocEuler(0).location.Y(), 2) << "poses are copied";
     state = std::move(moved);
@@ -79,13 +79,13 @@ TEST_F(GrpStateTest, EntityAccessReadsAndWritesItsRange) {
     state.SetValues(Robot, first, 2);
     EXPECT_THAT(state.GetValues(), ElementsAre(10, 20, 3, 4, 5, 6, 7, 5, 9));
 
-    const Registrar uneven(Cell + 1, {.benches = {1.0, 3.0}});
-    GrpState other(Cell + 1);
+    const Registrar uneven(System + 1, {.benches = {1.0, 3.0}});
+    GrpState other(System + 1);
     other.SetValues(NoBench, {7, 8, 9});
     EXPECT_THAT(other.GetValues(), ElementsAre(0, 0, 0, 0, 0, 0, 0, 0, 0, 7)) << "cut at the buffer's end";
 
-    const Registrar crowd(Cell + 2, {.joints = 1, .robots = 9});
-    GrpState many(Cell + 2);
+    const Registrar crowd(System + 2, {.joints = 1, .robots = 9});
+    GrpState many(System + 2);
     many.SetValue(static_cast<EntityName>(8), 0, 3); // the ninth robot, not a bench
     many.SetValue(static_cast<EntityName>(9), 0, 4);
     EXPECT_EQ(many.GetValues(), std::vector<double>({0, 0, 0, 0, 0, 0, 0, 0, 3}));

@@ -2,11 +2,11 @@
 
 namespace {
 
-using ::testing::ElementsAre;
+using testing::ElementsAre;
 
 constexpr std::uint64_t System = 41;
 
-struct Sequences : ::testing::Test {
+struct Sequences : testing::Test {
     static GrpState State(const std::vector<double>& values) {
         GrpState state(System);
         state.SetValues(values);
@@ -24,7 +24,7 @@ struct Sequences : ::testing::Test {
         return values;
     }
 
-    const Registrar cell{System, {.joints = 2}};
+    const Registrar registrar{System, {.joints = 2}};
 };
 
 TEST_F(Sequences, ThinningDropsRepetitionsAndExcursionsAndKeepsTheEnd) {
@@ -56,7 +56,7 @@ TEST_F(Sequences, SortingOrdersByDistanceToTheReference) {
     const GrpState reference(System);
     std::vector<GrpState> states = {State({3, 0}), State({-2, 0}), State({std::nan(""), 0}), State({1, 5})};
     states[3].SetToolIndex(7);
-    GrpStateUtils::SortRobotStateJ(reference, states, 3); // more than the reference has: left alone
+    GrpStateUtils::SortRobotStateJ(reference, states, 3); // more than the reference has: no change
     ASSERT_EQ(states[0].GetValuesPtr()[0], 3);
     GrpStateUtils::SortRobotStateJ(reference, states, 1);
     EXPECT_THAT(states[0].GetValues(), ElementsAre(1, 5)) << "by the first value alone";

@@ -3,18 +3,18 @@
 namespace {
 
 using namespace InterpHandle;
-using ::testing::DoubleNear;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using testing::DoubleNear;
+using testing::ElementsAre;
+using testing::IsEmpty;
 using Joints = std::vector<double>;
 
-constexpr std::uint64_t Cell = 91;
-/// A few operations on numbers of the size of ten.
+constexpr std::uint64_t System = 91;
+/// Rounding of a few operations on numbers around ten.
 constexpr double Rounding = 1e-14;
 
-struct StateInterpolation : ::testing::Test {
-    Registrar cell{Cell, {.pedestal = 1}};
-    GrpState a{Cell}, b{Cell};
+struct StateInterpolation : testing::Test {
+    Registrar registrar{System, {.pedestal = 1}};
+    GrpState a{System}, b{System};
     const Joints unit = Joints(7, 1);
 
     void SetUp() override {
@@ -50,7 +50,7 @@ TEST_F(StateInterpolation, InteriorStatesCarryValuesOnlyAndKeyStatesOccurOnce) {
     b.SetValue(Pedestal, 0, 6);
     const auto states = After(3);
     EXPECT_EQ(GrpState(states[1]).GetValues(), Joints({0.5, 0, 0, 0, 0, 0, 1}));
-    EXPECT_EQ(states[1].GetSystem(), Cell);
+    EXPECT_EQ(states[1].GetSystem(), System);
     b.SetValue(Pedestal, 0, 0);
     EXPECT_EQ(states[1].GetToolIndex(), 0);
     EXPECT_TRUE(states[1].GetLocEuler(0) == LocEuler());
@@ -122,7 +122,7 @@ TEST(Interpolation, CountsBeyondAMillionAreExact) {
     }
     InterpHandle::EquallyDisInterpolate(polyline, filled, 1);
     EXPECT_EQ(filled, polyline) << "vectors one step apart";
-    const Registrar registered(7, {});
+    const Registrar registrar(7, {});
     const std::vector<GrpState> keys(1'100'000, GrpState(7));
     EXPECT_EQ(InterpHandle::InterpolationPts(keys, std::vector<double>(6, 1)).size(), keys.size());
 }
@@ -131,7 +131,7 @@ TEST(JointInterpolation, LastVectorIsDoubled) {
     const auto byNum = [](int n) { return InterpolationPtsByNum({1, 0}, {3, 4}, n); };
     EXPECT_THAT(byNum(2), ElementsAre(Joints{1, 0}, Joints{2, 2}, Joints{3, 4}, Joints{3, 4}));
     EXPECT_THAT(byNum(-1), ElementsAre(Joints{3, 4}));
-    EXPECT_THAT(byNum(0), ElementsAre(ElementsAre(::testing::IsNan(), ::testing::IsNan()), Joints{3, 4}));
+    EXPECT_THAT(byNum(0), ElementsAre(ElementsAre(testing::IsNan(), testing::IsNan()), Joints{3, 4}));
     EXPECT_THAT(InterpolationPtsByNum({1}, {1, 2}, 3), IsEmpty());
 }
 

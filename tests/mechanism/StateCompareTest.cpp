@@ -2,11 +2,11 @@
 
 namespace {
 
-using ::testing::ElementsAre;
+using testing::ElementsAre;
 
-constexpr std::uint64_t Cell = 31;
+constexpr std::uint64_t System = 31;
 
-struct StateCoupling : ::testing::Test {
+struct StateCoupling : testing::Test {
     /// The seventh value follows half the sixth in the opposite sense.
     void SetUp() override {
         for (int i = 0; i < 6; ++i) {
@@ -18,9 +18,9 @@ struct StateCoupling : ::testing::Test {
         state.SetValues({1, 2, 3, 4, 5, 6, -3, 9});
     }
 
-    Registrar cell{Cell, {.pedestal = 1, .joints = 7}};
-    GrpState state{Cell};
-    CoupedValue& coupling = GrpConfig::GetCoupledValue(Cell);
+    Registrar registrar{System, {.pedestal = 1, .joints = 7}};
+    GrpState state{System};
+    CoupedValue& coupling = GrpConfig::GetCoupledValue(System);
 };
 
 TEST_F(StateCoupling, CoupledFormOmitsAndRestoresFollowers) {
@@ -42,16 +42,16 @@ TEST_F(StateCoupling, RobotFormIsBoundedByRobotValueCount) {
 }
 
 TEST_F(StateCoupling, LookupCreatesADisabledRecord) {
-    GrpConfig::ChangeCoupledList().erase(Cell);
+    GrpConfig::ChangeCoupledList().erase(System);
     EXPECT_THAT(state.GetValuesCoupling(Pedestal), ElementsAre(9));
-    EXPECT_FALSE(GrpConfig::ChangeCoupledList().contains(Cell));
+    EXPECT_FALSE(GrpConfig::ChangeCoupledList().contains(System));
     EXPECT_EQ(state.GetValuesCoupling(), state.GetValues());
-    EXPECT_THAT(GrpConfig::ChangeCoupledList().at(Cell).ratio, ::testing::Each(1.0));
-    EXPECT_THAT(GrpConfig::ChangeCoupledList().at(Cell).index, ::testing::Each(100000));
+    EXPECT_THAT(GrpConfig::ChangeCoupledList().at(System).ratio, testing::Each(1.0));
+    EXPECT_THAT(GrpConfig::ChangeCoupledList().at(System).index, testing::Each(100000));
 }
 
 TEST(StateComparison, TolerancesApplyPerValueKind) {
-    const Registrar cell(Cell, {.pedestal = 1, .benches = {1.0}});
+    const Registrar registrar(System, {.pedestal = 1, .benches = {1.0}});
     const struct {
         int index;
         double difference;
@@ -62,8 +62,8 @@ TEST(StateComparison, TolerancesApplyPerValueKind) {
                  {6, 1.0, false, false, true},   {6, 1.01, false, false, false},
                  {7, 0.05, false, false, false}, {3, std::nan(""), true, true, true}};
     for (const auto& [index, difference, identical, simulated, shown] : cases) {
-        const GrpState a(Cell);
-        GrpState b(Cell);
+        const GrpState a(System);
+        GrpState b(System);
         b.GetValuesPtr()[index] = difference;
         const bool results[] = {a == b, !(a != b), a.IsEqualForSimu(b), b.IsEqualForCollisonShow(a)};
         EXPECT_THAT(results, ElementsAre(identical, identical, simulated, shown))
@@ -72,9 +72,9 @@ TEST(StateComparison, TolerancesApplyPerValueKind) {
 }
 
 TEST(StateComparison, EqualityComparesSystemsValuesAndPosesOnly) {
-    const Registrar one(Cell, {.robots = 2}), two(Cell + 1, {.robots = 2});
-    const GrpState a(Cell), stranger(Cell + 1);
-    GrpState b(Cell);
+    const Registrar one(System, {.robots = 2}), two(System + 1, {.robots = 2});
+    const GrpState a(System), stranger(System + 1);
+    GrpState b(System);
     b.SetToolIndex(4);
     EXPECT_TRUE(a == b);
     b.SetLocEuler(1, {gp_Pnt(0, 0, 1e-6), gp_Pnt()});
@@ -87,9 +87,9 @@ TEST(StateComparison, EqualityComparesSystemsValuesAndPosesOnly) {
 }
 
 TEST(StateScale, LinearStepsFollowTheFirstRobotsValues) {
-    const Registrar rails(Cell, {.pedestal = 2, .joints = 2, .robots = 2});
+    const Registrar rails(System, {.pedestal = 2, .joints = 2, .robots = 2});
     const double angular = 0.017453292519943295;
-    EXPECT_THAT(GrpState(Cell).GetScaleValues(10), ElementsAre(angular, angular, 10, 10, angular, angular));
+    EXPECT_THAT(GrpState(System).GetScaleValues(10), ElementsAre(angular, angular, 10, 10, angular, angular));
 }
 
 } // namespace

@@ -6,8 +6,8 @@
 #include <thread>
 
 // The stateless functions and the comparisons, from several threads at once on inputs that they share. Each
-// answers as text, so that one promise holds for all of them: the answer is the one of a single thread. What
-// the threads do to each other's memory is for the thread sanitizer to see.
+// gives its result as text, which must equal the result of a single thread. Data races are detected by the
+// thread sanitizer's build.
 
 namespace {
 
@@ -19,7 +19,7 @@ constexpr std::uint64_t System = 92;
 constexpr int Threads = 4;
 constexpr int Rounds = 6;
 
-/// Every bit of the numbers counts.
+/// All bits of the numbers are compared.
 struct Answer {
     std::ostringstream out;
 
@@ -43,8 +43,8 @@ struct Answer {
     }
 };
 
-struct SharedInputs : ::testing::Test {
-    const Registrar cell{System, {.pedestal = 1}};
+struct SharedInputs : testing::Test {
+    const Registrar registrar{System, {.pedestal = 1}};
     const GrpState a = State({0.1, 0.2, 0.3, 0.4, 0.5, 0.6, 0}, {gp_Pnt(0, 0, 3), gp_Pnt(0.1, 0.2, 0.3)});
     const GrpState b = State({1.1, -0.2, 0, 2, 0.5, 1, 90}, {gp_Pnt(0, 80, 9), gp_Pnt(1, 0.2, -2)});
     const std::vector<double> steps = std::vector<double>(7, 0.05);
@@ -58,7 +58,7 @@ struct SharedInputs : ::testing::Test {
     void SetUp() override {
         GrpConfig::GetCoupledValue(System).enabled = true;
         Groups groups = poses;
-        CheckPathsOnFace(groups, face, 2); // divides the surface into its triangles
+        CheckPathsOnFace(groups, face, 2); // triangulates the surface
     }
     static GrpState State(const std::vector<double>& values, const LocEuler& pose) {
         GrpState state(System);
@@ -130,7 +130,7 @@ TEST_F(SharedInputs, ConcurrentCallsGiveTheSameResults) {
     for (std::thread& thread : threads) {
         thread.join();
     }
-    EXPECT_THAT(wrong, ::testing::Each(0));
+    EXPECT_THAT(wrong, testing::Each(0));
 }
 
 } // namespace

@@ -33,7 +33,7 @@ protected:
     std::unique_ptr<CarriedArm> carried;
 };
 
-TEST_P(OnARail, AgreesWithTheEntitiesInTheWorldAndOnTheWork) {
+TEST_P(OnARail, ToolCentreMatchesTheEntitiesInTheWorldAndOnTheWork) {
     rail->SetCurrentValue(railValues, 0);
     robot.SetCurrentValue(armValues, 70);
     robot.ForwardTrsf(70, false, false);
@@ -48,7 +48,7 @@ TEST_P(OnARail, AgreesWithTheEntitiesInTheWorldAndOnTheWork) {
     EXPECT_LE(miss.matrix, 1e-12);
 }
 
-TEST_P(OnARail, SolvesForAToolCentreInTheWorldAndOnTheWork) {
+TEST_P(OnARail, SolutionsReachTheToolCentreInTheWorldAndOnTheWork) {
     for (const bool inWorld : {true, false}) {
         const Rigid pose =
             inWorld ? carried->ToolCentreInWorld(Values()) : carried->ToolCentreOnWork(Values());
@@ -65,7 +65,7 @@ TEST_P(OnARail, SolvesForAToolCentreInTheWorldAndOnTheWork) {
     }
 }
 
-TEST_P(OnARail, HasTheJacobianOfSmallDifferences) {
+TEST_P(OnARail, JacobianMatchesFiniteDifferences) {
     constexpr double Step = 1e-5;
     const Jacobian jacobian = carried->JacobianAt(Values());
     const std::size_t independent = 6;
@@ -127,8 +127,7 @@ TEST(Manipulability, IsTheProductOfSingularValuesAndVanishesWhereTheWristIsStrai
     EXPECT_LT(solver.JacobianAt(straight).SingularValues(solver.Reach()).back(), 1e-12);
 }
 
-// --- tables
-// -------------------------------------------------------------------------------------------------
+// --- tables ------------------------------------------------------------------------------------------------
 
 constexpr double HalfPi = std::numbers::pi / 2;
 
@@ -146,7 +145,7 @@ struct Flaw {
     const char* report;
 };
 
-TEST(ArmTable, OfAnArmThatCannotBeSolvedIsRefusedWithWhatDoesNotFit) {
+TEST(ArmTable, OfAnUnsupportedArmIsRefusedNamingTheMisfit) {
     const std::vector<Flaw> flaws = {
         {"offset wrist", [](ArmTable& t) { t.rows[4][0] = 25; }, "distance between axes 4 and 5 is"},
         {"oblique wrist", [](ArmTable& t) { t.rows[5][1] = -1; }, "axes 5 and 6 are"},
@@ -170,7 +169,7 @@ TEST(ArmTable, OfAnArmThatCannotBeSolvedIsRefusedWithWhatDoesNotFit) {
     }
 }
 
-TEST(ArmTable, AFractionOffItsKindIsPolishedOnItself) {
+TEST(ArmTable, SlightlyOffItsKindGivesSolutionsExactOnItself) {
     ArmTable table = OrdinaryTable();
     table.rows[2][1] = 1e-4;
     table.rows[4][0] = 0.02;
@@ -195,7 +194,7 @@ TEST(ArmTable, AFractionOffItsKindIsPolishedOnItself) {
     EXPECT_LE(lost, 5);
 }
 
-TEST(Pose, ThatIsNoRigidTransformIsRefused) {
+TEST(Pose, WithoutARigidTransformIsRefused) {
     const InverseKinematics solver(OrdinaryTable());
     const Rigid good = solver.FlangeAt(std::vector<double>(6, 0.3));
     const auto refused = [&](auto spoil) {

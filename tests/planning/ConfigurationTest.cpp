@@ -50,7 +50,7 @@ protected:
     const InverseKinematics solver{*cell.Robots().front()};
 };
 
-TEST_P(ConfigurationOf, ChangesAWordOnlyWhereTheJacobianTurnsSingular) {
+TEST_P(ConfigurationOf, ChangesOnlyAtSingularitiesOfTheJacobian) {
     std::mt19937 random(23);
     constexpr int Steps = 200;
     for (int draw = 0; draw < Draws::Count() / 100; ++draw) {
@@ -66,7 +66,7 @@ TEST_P(ConfigurationOf, ChangesAWordOnlyWhereTheJacobianTurnsSingular) {
             const Configuration now = At(values).configuration;
             const double determinant = Determinant(solver.JacobianAt(values));
             if (sign != 0) {
-                // What is above the line to the wrist is below it once the shoulder has changed sides.
+                // An elbow above the line to the wrist is below it once the shoulder has changed sides.
                 const int changed = (now.elbow != before.elbow) + (now.wrist != before.wrist);
                 EXPECT_EQ(changed % 2 == 1, determinant * sign < 0) << "draw " << draw << ", step " << step;
                 EXPECT_TRUE(changed > 0 || now == before) << "draw " << draw << ", step " << step;
@@ -88,7 +88,7 @@ struct Shape {
     Configuration words;
 };
 
-TEST(Configuration, SaysTheSameWordForTheSameShapeOfEveryOrdinaryArm) {
+TEST(Configuration, IsTheSameForTheSameShapeOfEveryOrdinaryArm) {
     const std::vector<Shape> shapes = {
         {"reaching forward, tool bent down",
          {10, 20, -20, 0, 40, 0},
@@ -120,7 +120,7 @@ TEST(Configuration, SaysTheSameWordForTheSameShapeOfEveryOrdinaryArm) {
     }
 }
 
-TEST(Turns, AreAllThatTheLimitsHold) {
+TEST(Turns, IncludeEveryVariantWithinTheLimits) {
     const cell::Cell cell = arms::Load("ur_ur10e");
     const InverseKinematics solver(*cell.Robots().front());
     const std::vector<double> values = {0.5, 0.6, 0.7, 0.8, 0.9, 1.0};
@@ -145,7 +145,7 @@ TEST(Turns, AreAllThatTheLimitsHold) {
     }
 }
 
-TEST(Turns, OfACoupledWristKeepValueSixMinusValueFive) {
+TEST(Turns, OfACoupledWristKeepValueSixAtMinusValueFive) {
     const cell::Cell cell = arms::Load("abb_irb5400_paint");
     const InverseKinematics solver(*cell.Robots().front());
     const std::vector<double> values = {0.3, 0.2, 0.1, 0.4, 1.1, -1.1, 0.2};

@@ -12,7 +12,7 @@ constexpr double MetLength = 1e-7; // mm
 constexpr double MetMatrix = 1e-10;
 constexpr double SameValue = 1e-6 * std::numbers::pi / 180.0; // 1e-6 degrees
 constexpr double NotTwice = 1e-8;                             // rad
-/// Share of poses whose own values may be missing, where they are found by a search.
+/// Fraction of poses whose original values may be missing, where solutions are found by a search.
 constexpr double SearchLoss = 1e-4;
 
 double Apart(const Solution& a, const double* b, std::size_t joints) {
@@ -25,7 +25,7 @@ double Apart(const Solution& a, const double* b, std::size_t joints) {
 
 class InverseKinematicsOf : public testing::TestWithParam<const char*> {
 protected:
-    /// Why the solution is none; empty when it is one.
+    /// Why the solution is wrong; empty when it is valid.
     std::string FaultOf(const Solution& solution, const Rigid& pose) const {
         const arms::Miss miss = arms::Between(solver.FlangeAt(solution.values), pose);
         std::string fault;
@@ -56,7 +56,7 @@ protected:
     const InverseKinematics solver{robot};
 };
 
-TEST_P(InverseKinematicsOf, FindsTheValuesThatMadeThePoseAndOnlyTrueOnes) {
+TEST_P(InverseKinematicsOf, RandomPosesGivesTheOriginalValuesAndOnlyValidOnes) {
     std::mt19937 random(17);
     const int draws = Draws::Count();
     int lost = 0;
@@ -85,7 +85,7 @@ TEST_P(InverseKinematicsOf, FindsTheValuesThatMadeThePoseAndOnlyTrueOnes) {
     EXPECT_LE(lost, solver.Coupled() ? SearchLoss * draws : 0);
 }
 
-TEST_P(InverseKinematicsOf, AgreesWithTheEntityOnEveryLink) {
+TEST_P(InverseKinematicsOf, AnEntityMatchesItsForwardKinematics) {
     std::mt19937 random(4);
     for (int draw = 0; draw < 20; ++draw) {
         const std::vector<double> values = arms::RandomValues(solver, random);

@@ -59,7 +59,7 @@ protected:
 
 constexpr double Distances[] = {1e-3, 1e-4, 1e-5, 1e-6, 1e-7, 1e-8, 1e-9, 1e-10, 1e-11, 1e-12, 0};
 
-TEST_P(AtSingularity, MeetsThePoseAtAndNearAStraightWrist) {
+TEST_P(AtSingularity, StraightWristSolutionsMeetThePose) {
     std::mt19937 random(8);
     for (int draw = 0; draw < 20; ++draw) {
         std::vector<double> values = Ordinary(random);
@@ -72,7 +72,7 @@ TEST_P(AtSingularity, MeetsThePoseAtAndNearAStraightWrist) {
     }
 }
 
-TEST_P(AtSingularity, MeetsThePoseAtAndNearAStretchedArm) {
+TEST_P(AtSingularity, StretchedArmSolutionsMeetThePose) {
     const double stretched = Stretched();
     if (solver.Coupled() || !(stretched > solver.Limit(2).first && stretched < solver.Limit(2).second)) {
         GTEST_SKIP() << "the limits keep joint 3 away from " << stretched;
@@ -87,7 +87,7 @@ TEST_P(AtSingularity, MeetsThePoseAtAndNearAStretchedArm) {
     }
 }
 
-TEST_P(AtSingularity, SaysByHowMuchAPoseBeyondTheStretchedArmMisses) {
+TEST_P(AtSingularity, PoseBeyondTheStretchedArmReportsTheMissingLength) {
     const double stretched = Stretched();
     if (solver.Coupled() || !(stretched > solver.Limit(2).first && stretched < solver.Limit(2).second)) {
         GTEST_SKIP() << "the limits keep joint 3 away from " << stretched;
@@ -95,7 +95,7 @@ TEST_P(AtSingularity, SaysByHowMuchAPoseBeyondTheStretchedArmMisses) {
     std::vector<double> values = {0.3, 0.4, stretched, 0.2, 0.7, -0.4};
     gp_XYZ outward = JointAt(values, WristJoint()) - JointAt(values, 1);
     if (IsParallel()) {
-        // Joints 2 and 4 stand at different places along their parallel axes.
+        // Joints 2 and 4 have an offset along their parallel axes.
         outward = JointAt(values, 2) - JointAt(values, 1);
     }
     outward.Normalize();
@@ -112,7 +112,7 @@ TEST_P(AtSingularity, SaysByHowMuchAPoseBeyondTheStretchedArmMisses) {
     EXPECT_NEAR(beyond.excess, 1, 1e-6);
 }
 
-TEST_P(AtSingularity, KeepsValuesContinuousThroughAStraightWrist) {
+TEST_P(AtSingularity, ValuesAreContinuousThroughAStraightWrist) {
     constexpr int Steps = 400;
     constexpr double Width = 0.02;
     std::vector<double> values = {0.2, 0.3, -0.1, 0.4, 0, -0.3};
@@ -141,11 +141,11 @@ TEST_P(AtSingularity, KeepsValuesContinuousThroughAStraightWrist) {
 INSTANTIATE_TEST_SUITE_P(Arms, AtSingularity, testing::ValuesIn(arms::All),
                          [](const auto& arm) { return std::string(arm.param); });
 
-TEST(ShoulderSingularity, TakesTheFreeValueFromTheReferenceAndSaysSo) {
+TEST(ShoulderSingularity, FreeValueComesFromTheReferenceAndIsMarked) {
     const cell::Cell cell = arms::Load("kuka_kr16_2");
     const InverseKinematics solver(*cell.Robots().front());
     RobotEntity& robot = *cell.Robots().front();
-    // Value 3 that draws the wrist centre back over axis 1.
+    // Value 3 that moves the wrist centre onto axis 1.
     std::vector<double> values = {0, -0.6, 0, 0.3, 0.8, 0.1};
     double behind = -0.97;
     double before = 0.6;

@@ -6,7 +6,7 @@
 #include <scene/Scene.h>
 #include <scene/Viewer.h>
 
-// Run under a display of its own, see CMakeLists.txt.
+// Run with a display of its own, see CMakeLists.txt.
 
 namespace {
 
@@ -20,7 +20,7 @@ struct MeshOnScreen : testing::Test {
     cell::Viewer viewer{Width, Height};
 };
 
-TEST_F(MeshOnScreen, IsDrawnColouredAndFoundUnderThePointer) {
+TEST_F(MeshOnScreen, DisplayedMeshIsColouredAndSelectable) {
     const Quantity_Color background = Middle();
     const Quantity_Color corner = Pixel(1, 1);
     const opencascade::handle<mesh::AIS_Mesh> mesh = new mesh::AIS_Mesh;
@@ -47,7 +47,7 @@ TEST_F(MeshOnScreen, IsDrawnColouredAndFoundUnderThePointer) {
     EXPECT_FALSE(viewer.Context()->HasDetected());
 }
 
-/// How many poses of the path show its colour where they stand in the world now.
+/// Number of poses of the path whose pixels, at their places in the world, have its colour.
 int PosesInSight(cell::Viewer& viewer, const cell::ToolPath& path) {
     const opencascade::handle<Image_AlienPixMap> picture = viewer.Grab();
     int count = 0;
@@ -61,7 +61,7 @@ int PosesInSight(cell::Viewer& viewer, const cell::ToolPath& path) {
     return count;
 }
 
-TEST(SceneOnScreen, ToolPathStaysOnTheWorkpieceThatThePositionerTurns) {
+TEST(SceneOnScreen, ToolPathFollowsTheWorkpieceOnThePositioner) {
     Json::Value json = ExampleCell("rail_and_positioner.json");
     json["motions"] = Parsed(R"([{"name": "rim", "kind": "tool_path", "workpiece": "flanged_pipe",
         "edge": 13, "spacing_mm": 5, "smooth_mm": 5, "keep_every": 1, "tolerance_mm": 0.5}])");
@@ -82,7 +82,7 @@ TEST(SceneOnScreen, ToolPathStaysOnTheWorkpieceThatThePositionerTurns) {
     EXPECT_GT(PosesInSight(viewer, path), straight / 4) << "its lower half hides itself when it is tilted";
 }
 
-TEST(SceneOnScreen, ArmThatBeginsAboveItsOriginStandsOnAColumn) {
+TEST(SceneOnScreen, ArmThatStartsAboveItsOriginGetsAColumn) {
     Json::Value json = ReadDocument(Example("arms/kuka_kr16_2.json"));
     json["joints"][0]["origin_mm"][2] = 450; // along its own axis: the same arm
     const Folder folder;

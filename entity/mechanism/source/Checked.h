@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-/// Element access with the same error texts on every platform; what vector::at and map::at say differs
-/// between standard libraries, and callers show these texts.
+/// Element access with the same error texts on every platform: the texts of vector::at and map::at differ
+/// between standard libraries, and callers show them.
 namespace mechanism_detail {
 
 /// @throws std::out_of_range "invalid vector subscript".

@@ -3,11 +3,11 @@
 #include <spdlog/common.h>
 #include <string>
 
-/// How every family of this library reports: one place for the shape of a record and of a thrown text.
+/// Error reporting of the library: the one place that defines log records and thrown texts.
 namespace mechanism_detail {
 
-/// The family names that records carry as their source file. Literals, because a sink that works
-/// asynchronously reads them after the call has returned.
+/// The family names that records carry as their source file. String literals, because an asynchronous sink
+/// reads them after the call has returned.
 namespace family {
 inline constexpr const char* GrpState = "entity/mechanism/source/GrpState";
 inline constexpr const char* RobotEntity = "entity/mechanism/source/RobotEntity";
@@ -24,8 +24,8 @@ void Log(spdlog::level::level_enum level, const char* source, int line, const ch
          const std::string& message);
 
 /// Logs the message at critical, then throws.
-/// @throws std::string always: what is left of the family name past its first `line` characters, then the
-///         function name, then the message, so that a catcher can show the end of the text.
+/// @throws std::string always: the family name without its first `line` characters, then the function name,
+/// then the message. A catcher shows the end of the text.
 [[noreturn]] void Fail(const char* source, int line, const char* function, const std::string& message);
 
 } // namespace mechanism_detail

@@ -14,9 +14,9 @@
 
 namespace mechanism_detail {
 
-/// Message templates with "{}", filled as std::format does. {fmt} has the same grammar and serves where the
-/// standard library has no std::format yet, but writes some numbers differently (0.0005 for 5e-04): those are
-/// written by std::to_chars, by which std::format is defined.
+/// Message templates with "{}", filled as std::format does. Where the standard library has no std::format,
+/// {fmt} is used, which has the same grammar but writes some numbers differently (0.0005 for 5e-04): numbers
+/// are therefore written by std::to_chars, which defines std::format's output.
 #ifdef __cpp_lib_format
 using std::format;
 #else

@@ -12,12 +12,12 @@
 
 namespace {
 
-/// What rounding to six decimals can do to a product of two rows: six errors of 5e-7, weighted by at most
+/// Effect of rounding to six decimals on a product of two rows: six errors of 5e-7, weighted by at most
 /// 3^(1/2) a row.
 constexpr double OrthonormalTolerance = 2e-6;
-/// Rows this good come from doubles that were written in full and stay as they are to the bit.
+/// Rows this close to orthonormal were written with all digits of a double and are kept to the bit.
 constexpr double RoundingTolerance = 1e-12;
-/// A thousand kilometres, or what degrees nobody turns.
+/// A thousand kilometres, or more degrees than any joint turns.
 constexpr double LargestNumber = 1e9;
 
 template <std::size_t N>
@@ -39,8 +39,8 @@ std::array<double, N> ReadNumbers(const Json::Value& json) {
 
 double Dot(const double* a, const double* b) { return a[0] * b[0] + a[1] * b[1] + a[2] * b[2]; }
 
-/// Each row must be a unit vector at right angles to the rows before it, and the three right-handed.
-/// @return how far the worst product of two rows is from that.
+/// Checks that every row is a unit vector at right angles to the others, and the three are right-handed.
+/// @return the largest deviation of a product of two rows.
 double RequireRotation(const double* r) {
     double worst = 0;
     for (int row = 0; row < 3; ++row) {
@@ -63,7 +63,7 @@ double RequireRotation(const double* r) {
     return worst;
 }
 
-/// Takes an almost orthonormal matrix to the nearest rotation: R (3 - R' R) / 2 squares the error each time.
+/// The rotation nearest to an almost orthonormal matrix: R (3 - R' R) / 2 squares the error in each step.
 void MakeOrthonormal(double* r) {
     constexpr int Steps = 2; // 1e-6, 1e-12, 1e-24
     for (int step = 0; step < Steps; ++step) {

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Largest difference (mm, rad) between numbers of poses that count as equal.
+/// Largest difference (mm, rad) between numbers of equal poses.
 constexpr double SamePoseTolerance = 1e-7;
 constexpr int PoseNumbers = 6;
 constexpr int PositionNumbers = 3;

@@ -5,8 +5,8 @@
 
 namespace {
 
-/// The logger passes every level so that a sink added later hears all of it; its own sink stays quiet below
-/// a warning.
+/// The logger passes every level, so that a sink added later receives all records; its own sink writes
+/// warnings and worse.
 std::shared_ptr<spdlog::logger> MakeLogger() {
     auto sink = std::make_shared<spdlog::sinks::stderr_sink_mt>();
     sink->set_level(spdlog::level::warn);
@@ -23,7 +23,7 @@ std::shared_ptr<spdlog::logger> FindOrRegister() {
     try {
         spdlog::register_logger(made);
     } catch (const spdlog::spdlog_ex&) {
-        // The host registered its own between the two calls: that one is wanted.
+        // The host registered a logger between the two calls: use that one.
         if (auto supplied = spdlog::get(LogUtils::LoggerName)) {
             return supplied;
         }

@@ -9,10 +9,10 @@
 namespace {
 
 constexpr double DefaultStickOut = 15.0;
-/// mm; no hand carries more, and larger solids take the kernel minutes to mesh.
+/// Largest length, mm: larger solids take minutes to mesh.
 constexpr double LongestLength = 1e4;
 
-/// A number of the document: where it goes, and between which bounds it must lie.
+/// A number of the document: the member that it sets, and its bounds.
 struct Field {
     const char* key;
     double NozzleParam::*member;
@@ -32,7 +32,7 @@ constexpr Field Fields[] = {
     {"tcp_x", &NozzleParam::tcpX, -LongestLength, LongestLength, true},
     {"torch_angle", &NozzleParam::torchAngle, 90, 180, true},
     {"body_length", &NozzleParam::bodyLength, 0, LongestLength, true},
-    // A wire cut flush with the tip is a torch too.
+    // Zero is allowed: a wire cut flush with the tip.
     {"stick_out", &NozzleParam::stickOut, -std::numeric_limits<double>::min(), LongestLength, false},
     {"guard_clearance", &NozzleParam::guardClearance, 0, LongestLength, false},
 };

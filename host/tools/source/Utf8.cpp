@@ -8,15 +8,15 @@ unsigned Byte(std::string_view text, std::size_t at) {
     return at < text.size() ? static_cast<unsigned char>(text[at]) : 0U;
 }
 
-/// The range that the byte after a lead byte must lie in: narrower than that of the others where it would
-/// otherwise spell a shorter sequence, a surrogate or a number past the last code point.
+/// Range of the byte after a lead byte. It is narrower than that of other continuation bytes where these
+/// would encode an overlong form, a surrogate or a number past the last code point.
 bool IsSecondByte(unsigned lead, unsigned second) {
     const unsigned low = lead == 0xE0 ? 0xA0U : lead == 0xF0 ? 0x90U : 0x80U;
     const unsigned high = lead == 0xED ? 0x9FU : lead == 0xF4 ? 0x8FU : 0xBFU;
     return second >= low && second <= high;
 }
 
-/// Bytes of the valid sequence that starts at a place, 0 where none does.
+/// Number of bytes of the valid sequence that starts at an index, 0 where none does.
 std::size_t SequenceLength(std::string_view text, std::size_t at) {
     const unsigned lead = Byte(text, at);
     if (lead < 0x80) {

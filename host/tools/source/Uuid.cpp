@@ -27,7 +27,7 @@ Uuid Uuid::FromString(std::string text) {
     if (text.empty()) {
         return id;
     }
-    // The library reads up to a terminator, so a longer text with one inside needs the length check.
+    // uuid_parse reads up to a null character, so a longer text that contains one needs the length check.
     if (text.size() != TextLength || uuid_parse(text.c_str(), id.value.data()) != 0) {
         throw std::invalid_argument("\"" + text + "\" is not an identifier");
     }

@@ -14,7 +14,8 @@
 
 namespace {
 
-/// Cosine of the second angle below which the first is rounding noise: a few products of unit rotations.
+/// Cosine of the second angle below which the first one is rounding error, after a few products of unit
+/// rotations.
 constexpr double GimbalLock = 16 * std::numeric_limits<double>::epsilon();
 
 gp_Quaternion EulerToQua(const gp_Pnt& euler) {
@@ -44,9 +45,10 @@ gp_Trsf gpHandle::EulerToRotateTrsf(const gp_Pnt& euler) {
 }
 
 gp_Pnt gpHandle::QuaToEuler(const gp_Quaternion& rotation) {
-    // With the second angle near a right angle the outer two are ill-defined one by one. The third is taken
-    // from what the first leaves of the rotation, so that their errors cancel; gp_Quaternion::GetEulerAngles
-    // takes each alone and is off by a tenth of a radian there. At the right angle itself the first is zero.
+    // With the second angle near pi/2 the first and third are ill-conditioned one by one. The third is
+    // computed from the rotation left after removing the first, so that their errors cancel;
+    // gp_Quaternion::GetEulerAngles computes them separately and is off by a tenth of a radian there. At pi/2
+    // itself the first is zero.
     const gp_Mat m = rotation.GetMatrix();
     const double cosY = std::hypot(m(1, 1), m(1, 2));
     const double x = cosY > GimbalLock ? std::atan2(-m(2, 3), m(3, 3)) : 0;

@@ -9,7 +9,7 @@ IMPLEMENT_STANDARD_RTTIEXT(BaseViewShape, AIS_ColoredShape)
 
 namespace {
 
-// The context speaks of handles to mutable objects, also where only the view's state changes.
+// The context takes handles to mutable objects, even where only the state of the view changes.
 opencascade::handle<AIS_InteractiveObject> Mutable(const BaseViewShape* shape) {
     return const_cast<BaseViewShape*>(shape);
 }
@@ -45,7 +45,7 @@ void BaseViewShape::Display(int mode, int selectionMode) {
     }
 }
 
-// What hangs below a shape comes into view with it.
+// Children are displayed with their parent.
 void BaseViewShape::MarkDisplayed() const {
     displayed = true;
     known = true;
@@ -57,8 +57,7 @@ void BaseViewShape::Hide() const {
     displayed = false;
     if (HasInteractiveContext()) {
         InteractiveContext()->Erase(Mutable(this), Standard_False);
-        // A child that came into view with its parent is not the context's own object, only the
-        // presentation's.
+        // A child that was displayed with its parent is known to the presentation, but not to the context.
         InteractiveContext()->MainPrsMgr()->Erase(Mutable(this), -1);
     }
 }

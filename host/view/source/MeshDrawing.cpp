@@ -18,7 +18,7 @@ namespace {
 
 using Corners = const float (&)[3][3];
 
-// Degenerate triangles have no normal; any direction shades them, as they have no area to show it.
+// Degenerate triangles have no normal; any direction will do, as they have no visible area.
 Graphic3d_Vec3 NormalOf(Corners corners) {
     const auto side = [&](int corner) {
         return Graphic3d_Vec3(corners[corner][0] - corners[0][0], corners[corner][1] - corners[0][1],
@@ -29,13 +29,13 @@ Graphic3d_Vec3 NormalOf(Corners corners) {
     return length > 0 ? normal / length : Graphic3d_Vec3(0, 0, 1);
 }
 
-/// A corner as the primitive array holds it: place and normal in turn.
+/// A corner as the primitive array stores it: position, then normal.
 struct Vertex {
     float place[3];
     float normal[3];
 };
 
-/// Where the next corner of a layer goes. Arrays of an exact size need no check for each corner.
+/// Write position of one layer. The array has its exact size, so corners are written without a check.
 struct Pen {
     opencascade::handle<Graphic3d_ArrayOfTriangles> array;
     int triangles = 0;
@@ -58,7 +58,7 @@ struct Pen {
     }
 };
 
-/// Calls `treat` with the entry of each record's layer; records of one layer mostly follow each other.
+/// Calls `treat` with the entry of each record's layer; records of one layer usually follow each other.
 template <class Entry, class Treat>
 void EachByLayer(const std::vector<AISMESH>& records, std::map<std::uint32_t, Entry>& layers,
                  const Treat& treat) {
@@ -73,7 +73,7 @@ void EachByLayer(const std::vector<AISMESH>& records, std::map<std::uint32_t, En
     }
 }
 
-/// The least and the greatest of each coordinate.
+/// Minimum and maximum of each coordinate.
 struct Bounds {
     float low[3] = {FLT_MAX, FLT_MAX, FLT_MAX};
     float high[3] = {-FLT_MAX, -FLT_MAX, -FLT_MAX};
@@ -90,8 +90,8 @@ struct Bounds {
 
 } // namespace
 
-// The records stay where they are, and each is written once, into the buffer that the view draws from and the
-// selection searches. Every triangle has corners of its own there, so that edges stay sharp.
+// Each record is written once, into the buffer that both drawing and selection use. Every triangle has
+// corners of its own there, so that edges stay sharp.
 void AIS_Mesh::FillLayers() {
     triangles.clear();
     box.SetVoid();

@@ -36,7 +36,7 @@ double SegmentSquareDistance(const Point& p, const Point& q, const Point& r, con
     return gap.Dot(gap);
 }
 
-// Whether the segment goes through the inside of the triangle.
+// Whether the segment passes through the interior of the triangle.
 bool Pierces(const Point& from, const Point& to, const Triangle& t) {
     const Point normal = Point::Cross(t.b - t.a, t.c - t.a);
     const double before = normal.Dot(from - t.a);

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr double MeshAngle = 0.35;
-/// Of the size of a shape: finer triangles of something kilometres large would fill memory.
+/// Least deflection as a fraction of a shape's size: finer triangles of very large shapes would fill memory.
 constexpr double FinestShare = 1e-5;
 
 void Mesh(const TopoDS_Face& face, double deflection) {

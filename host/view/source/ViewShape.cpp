@@ -9,7 +9,7 @@ IMPLEMENT_STANDARD_RTTIEXT(ViewShape, BaseViewShape)
 
 namespace {
 
-// How far (mm) the triangles of a distance query may leave a curved face.
+// Largest deviation (mm) of the triangles of a distance query from a curved face.
 constexpr double QueryDeflection = 0.05;
 
 std::uint64_t NextSerial() {

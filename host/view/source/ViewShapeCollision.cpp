@@ -19,7 +19,7 @@ using Tree = TriangleModel::Tree;
 
 constexpr double Rounding = 1e-9;
 
-/// Search of one tree for what comes nearest to an object, within a limit.
+/// Search of one tree for the element nearest to an object, within a limit.
 template <class Object>
 class Nearest : public BVH_Distance<double, 3, Object, Tree> {
 public:

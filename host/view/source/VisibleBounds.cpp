@@ -7,7 +7,7 @@ namespace {
 
 void AddBounds(const AIS_Shape& model, bool withChildren, Bnd_Box& bounds) {
     if (!model.Shape().IsNull()) {
-        // The shape itself is put where the model stands: a box that is turned grows.
+        // The shape is moved to its placement before the box is computed: rotating a box would enlarge it.
         const TopoDS_Shape placed = BRepBuilderAPI_Transform(model.Shape(), model.Transformation()).Shape();
         BRepBndLib::AddOptimal(placed, bounds, Standard_False, Standard_False);
     }

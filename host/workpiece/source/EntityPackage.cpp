@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Writes models into a folder, each into a file of its own: named by its identifier, and numbered where
-/// several share one.
+/// Writes models into a folder, one file each, named by the model's identifier; a number is added where
+/// several models share one.
 class ModelWriter {
 public:
     explicit ModelWriter(std::filesystem::path packageFolder) : folder(std::move(packageFolder)) {}
@@ -68,7 +68,7 @@ void WriteManifest(const Json::Value& manifest, const std::filesystem::path& fil
     out << manifest.toStyledString();
     out.close();
     if (!out) {
-        // What is there afterwards counts as a package.
+        // A manifest marks a complete package, so an incomplete one must not stay.
         std::error_code ignored;
         std::filesystem::remove(file, ignored);
         throw std::filesystem::filesystem_error("cannot write manifest", file,

@@ -45,8 +45,8 @@ void GenericEntity::UpdateRootTrsf(const gp_Trsf& trsf, bool follow) {
 
 void GenericEntity::TransformedBy(const gp_Trsf& trsf) { SetRootMdlTrsf(trsf * rootTrsf); }
 
-// Links stand in the list behind their parents, so one pass places them all. Null values keep each link's
-// own.
+// Parents precede their children in the list, so one pass places all links. With null values each link keeps
+// its own.
 void GenericEntity::PlaceLinks(const double* values) {
     for (std::size_t i = 0; i < links.size(); ++i) {
         LinkRod& link = *links[i];

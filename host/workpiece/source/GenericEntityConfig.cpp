@@ -14,7 +14,7 @@ namespace {
 
 constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
 
-// Distance queries work on triangles: this far (mm), and this much (rad), they may leave the surface.
+// Deviation of collision triangles from the surface: length (mm) and angle (rad).
 constexpr double MeshDeflection = 0.5;
 constexpr double MeshAngle = 0.35;
 
@@ -67,8 +67,7 @@ gp_Trsf GenericEntityConfig::GetInstalledTrsf(int index) const {
 
 gp_Trsf GenericEntityConfig::GetCurrentTrsfTool0() const { return GetCurrentEndTrsf() * GetEndCenTrsf(0); }
 
-// --- bringing derived data in step
-// ---------------------------------------------------------------------------
+// --- derived data ------------------------------------------------------------------------------------------
 
 void GenericEntityConfig::Initial() {
     endCenterTrsf = GetEndCenTrsf(0);
@@ -100,8 +99,7 @@ void GenericEntityConfig::UpdateLinkModelNames() {
     Initial();
 }
 
-// --- collision
-// -----------------------------------------------------------------------------------------------
+// --- collision ---------------------------------------------------------------------------------------------
 
 std::vector<opencascade::handle<ShapeEntity>> GenericEntityConfig::GetSubCollisionParts() {
     auto parts = GetCollisionFixMdls();
@@ -124,8 +122,7 @@ void GenericEntityConfig::CreateCollisionMdl() {
     UpdateCollisionMdlState();
 }
 
-// --- data
-// ------------------------------------------------------------------------------------------------------
+// --- data --------------------------------------------------------------------------------------------------
 
 Json::Value GenericEntityConfig::DataToJson(const std::string& path) {
     Json::Value json = Entity::ToJson(path);
@@ -191,7 +188,7 @@ void GenericEntityConfig::ReplaceFlanges(const Json::Value& json) {
         LinkRod* link = GetLinkByHash(record["link_hash"].asUInt64());
         read.push_back(std::make_shared<Flange>(link, DataHandle::JsonArrToTrsf(record["trsf"])));
     }
-    // What is mounted keeps its place by number; where there is no such place any more it stands alone.
+    // A mounted entity moves to the new flange of the same index; without one it is taken off.
     for (std::size_t i = 0; i < flanges.size(); ++i) {
         GenericEntity* const mounted = flanges[i]->attached;
         if (i < read.size()) {

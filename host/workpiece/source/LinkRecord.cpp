@@ -6,17 +6,17 @@
 #include <optional>
 #include <stdexcept>
 
-// Links as JSON records, and what rewriting a link's record means for the bodies that hang on it.
+// Links as JSON records, and how a new record changes the bodies of an existing link.
 
 using DataHandle::Refuse;
 
 namespace {
 
-// Rewriting a frame with itself comes back with the rounding of an Euler conversion (1e-16 rad over metres);
-// below this, frames are the same and stay as they are to the bit.
+// A frame that was written and read again differs by the rounding of an Euler conversion (1e-16 rad over
+// metres); frames closer than this are the same and are not changed.
 constexpr double SameFrame = 1e-10;
 
-/// Directions (rad) that came through text of six decimals are still the same.
+/// Directions (rad) closer than this are the same: they were written with six decimals.
 constexpr double SameAxis = 1e-5;
 
 constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
@@ -153,7 +153,7 @@ LinkRecord ReadRecord(const Json::Value& json) {
     return record;
 }
 
-void NameModels(const LinkRod& link, const std::vector<Uuid>& ids) {
+void SetModelIds(const LinkRod& link, const std::vector<Uuid>& ids) {
     auto id = ids.begin();
     for (const auto& model : link.models) {
         if (!model.IsNull() && id != ids.end()) {
@@ -209,7 +209,7 @@ LinkRod* GenericEntityConfig::UpdateLinkRodPara(const Json::Value& json, bool ca
     currentValues[linkOrder.at(record.hash)] = record.value;
     link->limit = record.limit.value_or(link->limit);
     link->axis = record.axis.value_or(link->axis);
-    NameModels(*link, record.modelIds);
+    SetModelIds(*link, record.modelIds);
     UpdateRootTrsf(rootTrsf, true);
     return link;
 }

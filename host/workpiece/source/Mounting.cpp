@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <utility>
 
-// Flanges, and which entity stands on which.
+// Flanges, and mounting of entities on them.
 
 void GenericEntity::AddFlange(const std::shared_ptr<Flange>& flange) { flanges.push_back(flange); }
 
@@ -108,7 +108,8 @@ void GenericEntityConfig::AssembleOtherModel(GenericEntityConfig* other, const J
     const int index = RequireFreePlace(place, *this);
     if (index == GetFlangeSize()) {
         LinkRod* const link = GetLinkByHash(hash);
-        // The end-centre frame is relative to the end link; any other link, and the base, offer their own.
+        // The end-centre frame is relative to the end link; elsewhere the flange is at the frame of the link
+        // or entity.
         AddFlange(std::make_shared<Flange>(link, link == GetEndLink(0) ? endCenterTrsf : gp_Trsf()));
     }
     GenericEntity& mounted = *other;

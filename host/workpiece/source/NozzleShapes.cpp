@@ -18,18 +18,19 @@
 #include <host/tools/NozzleParam.h>
 #include <host/tools/gpHandle.h>
 
-// A welding torch from its numbers: here and not in host/tools, which knows no solid modelling of its own.
-// The body stands on the mounting frame; the nozzle points along the tool centre's Z and ends where tip and
-// wire leave room for it; the neck is a pipe along the curve between them.
+// A welding torch as solids. It is built here because host/tools has no solid modelling. The body stands on
+// the mounting frame; the nozzle points along the tool centre's Z and ends where tip and wire need the room;
+// the neck is a pipe along the curve between them.
 
 namespace {
 
-// How much of the distance between body and nozzle the neck runs straight on at either end.
+// Fraction of the distance between body and nozzle that sets the tangents at both ends of the neck.
 constexpr double NeckHandle = 0.45;
-// The pipe needs room on the inside of the bend, or its surface folds.
+// Least radius of the bend, in radii of the neck: a tighter pipe would intersect itself.
 constexpr double SmallestBend = 1.1;
 constexpr int BendSamples = 64;
-// The tip narrows towards the wire, and the gas nozzle towards the tip.
+// The tip narrows towards the wire, the gas nozzle towards the tip: radius at the end over radius at the
+// start.
 constexpr double TipTaper = 0.6;
 constexpr double NozzleTaper = 0.8;
 constexpr double SmallestSize = 1e-3; // mm
@@ -86,7 +87,7 @@ bool IsValidSolid(const TopoDS_Shape& shape) {
     return solids.More() && BRepCheck_Analyzer(shape).IsValid();
 }
 
-/// Solids that vanish in the kernel's tolerance keep its checker walking round their wires for ever.
+/// Open CASCADE's checker does not end on wires of solids below its tolerance.
 bool HasSubstance(const NozzleParam& nozzle) {
     return std::min({nozzle.tipRadius, nozzle.tipLength, nozzle.nozzleRadius, nozzle.nozzleLength,
                      nozzle.neckRadius, nozzle.bodyRadius, nozzle.bodyLength}) >= SmallestSize;
@@ -126,7 +127,7 @@ std::pair<bool, std::vector<TopoDS_Shape>> NozzleParam::LoadTcpLocEuler(const No
         }
         return {true, std::move(shapes)};
     } catch (const Standard_Failure&) {
-        // The kernel refuses what is no solid: zero or negative sizes, degenerate frames.
+        // Open CASCADE refuses to build such solids: zero or negative sizes, degenerate frames.
         return {false, {}};
     }
 }

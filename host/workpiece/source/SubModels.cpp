@@ -8,7 +8,7 @@
 #include <host/workpiece/GenericEntityConfig.h>
 #include <stdexcept>
 
-// The models below an entity's root, and the closed surface that simulation takes for it.
+// The models below an entity's root, and its watertight surface.
 
 namespace {
 
@@ -59,7 +59,8 @@ void GenericEntityConfig::AddSubMdlList(const std::set<opencascade::handle<Shape
             }
         }
     }
-    // Models that were taken off the root with everything else come back with what they keep relative to it.
+    // Models that were detached from the root with all other children are attached again, at the same
+    // relative place.
     for (const auto& model : extraMdls) {
         if (!rootMdl.IsNull() && !Hangs(rootMdl, model)) {
             rootMdl->AddChild(model);

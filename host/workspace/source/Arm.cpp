@@ -18,7 +18,7 @@ constexpr double Turn = 2 * std::numbers::pi;
 constexpr std::size_t Rows = 6;
 constexpr std::size_t CoupledRows = 7;
 
-/// The same in every locale, which std::to_string is not.
+/// The same text in every locale, unlike std::to_string.
 std::string Text(double number) {
     std::array<char, 32> text;
     return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
@@ -40,7 +40,7 @@ void RequireFinite(const Robot& robot) {
     }
 }
 
-// More than a turn reaches nothing that one turn does not.
+// A range of more than one turn reaches nothing that one turn does not.
 Range RangeOf(const Robot& robot, std::size_t joint) {
     const double low = robot.jointMin[joint];
     const double high = robot.jointMax[joint];
@@ -51,7 +51,7 @@ Range RangeOf(const Robot& robot, std::size_t joint) {
     return high - low > Turn ? Range{low, low + Turn} : Range{low, high};
 }
 
-// The follower of a coupled wrist bounds its leader as well, the other way round.
+// In a coupled wrist the limits of the sixth value also bound the fifth, with opposite sign.
 Range LeaderRange(const Robot& robot) {
     const double low = std::max(robot.jointMin[4], -robot.jointMax[5]);
     const double high = std::min(robot.jointMax[4], -robot.jointMin[5]);
@@ -94,8 +94,8 @@ Arm::Arm(const Robot& robot)
     leverage[0] = leverage[1] + span(4);
 }
 
-// The section is that of joint 1's turn only where joints 2 and 3 move in a plane through, or beside, its
-// axis.
+// Revolving the section about joint 1's axis gives the workspace only where joints 2 and 3 move in a plane
+// through the axis, or parallel to it.
 void Arm::RequireParallelArm() const {
     constexpr double Aligned = 1e-9;
     if (std::abs(std::cos(table[1][1])) > Aligned || std::abs(std::sin(table[2][1])) > Aligned) {

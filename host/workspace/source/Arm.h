@@ -12,12 +12,12 @@ using spatial::Vec;
 struct Range {
     double low, high;
     double Width() const { return high - low; }
-    /// `count` values from low to high, both included; the middle for one.
+    /// `count` evenly spaced values from low to high, both included; the middle for a count of one.
     std::vector<double> Spread(int count) const;
 };
 
-/// The arm that a record describes, its joints named as the method uses them: two that carry the wrist
-/// about, three that turn it. Lengths in mm, angles in rad.
+/// The arm that a record describes, with its joints grouped as the method needs them: joints 2 and 3 position
+/// the wrist, three joints turn it. Lengths in mm, angles in rad.
 class Arm {
 public:
     /// @throws std::invalid_argument naming what is wrong with the record.

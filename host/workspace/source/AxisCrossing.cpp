@@ -6,7 +6,7 @@
 
 namespace WorkSpace {
 
-// The line that is nearest to joint 1's axis in a plane beside it is x = 0. The region folds over there.
+// In a plane beside joint 1's axis, the line nearest to the axis is x = 0. The region is mirrored there.
 
 bool ArmSweep::MeetsAxis(const Arc& arc, bool above, double& height) {
     const double across = -arc.centre.real();
@@ -19,7 +19,7 @@ bool ArmSweep::MeetsAxis(const Arc& arc, bool above, double& height) {
     return arc.joint->Leads(arc.arm, {across, up});
 }
 
-// Whether the arm gets there with the elbow on either side.
+// Whether the arm reaches the place with the elbow on either side.
 bool ArmSweep::Reaches(const Place& p) const {
     const Place out = p - shoulder;
     const double product = std::abs(upperArm) * std::abs(wrist);
@@ -35,7 +35,7 @@ bool ArmSweep::Reaches(const Place& p) const {
     });
 }
 
-// What the arm reaches of that line ends where an arc meets it.
+// The reached part of that line ends at its intersections with arcs.
 void ArmSweep::MarkAxisCrossing(const Arcs& arcs, Raster& raster) const {
     std::array<double, 2 * std::tuple_size_v<Arcs>> heights;
     std::size_t count = 0;
@@ -69,8 +69,8 @@ ArmSweep::Corners ArmSweep::CornersOf(const Arc& arc) const {
     return corners;
 }
 
-// The arcs bound regions of one wrist each. A corner that joints 2 and 3 can take no farther is moved by the
-// wrist alone, and what it draws lies between those regions.
+// Each arc bounds the region of one wrist position. A corner that joints 2 and 3 cannot move further is moved
+// by the wrist alone; the line that it draws lies between those regions.
 void ArmSweep::MarkWristLines(const WristNet& net, const Raster* known, Raster& raster) {
     inside = known;
     std::vector<Corners> corners(net.places.size());

@@ -9,7 +9,7 @@ namespace {
 
 constexpr double CellShare = 0.01;
 constexpr double StepShare = 0.04;
-/// Wrist positions that are tried; a box needs no more than some of them everywhere.
+/// Number of wrist positions that are tried; every place of the box needs one of them.
 constexpr std::size_t WristCount = 100;
 
 struct Run {
@@ -30,7 +30,7 @@ struct Box {
     }
 };
 
-// Between the radii beside the axis: the half width that leaves the most area.
+// The half width of greatest area for a box between two radii beside the axis.
 void TakeBeside(double inner, double outer, double z0, double z1, Box& box) {
     constexpr int Tries = 32;
     for (int i = 1; i < Tries; ++i) {
@@ -44,7 +44,7 @@ void TakeAround(double outer, double z0, double z1, Box& box) {
     box.Take(half, -half, half, z0, z1);
 }
 
-// Cells that are reached with some wrist and lie no farther from the shoulder than the arm works well.
+// Cells that some wrist position reaches, no farther from the shoulder than `ratio` of the stretched arm.
 class GoodCells {
 public:
     GoodCells(const Robot& robot, const Arm& arm)
@@ -67,7 +67,7 @@ public:
     int Rows() const { return raster.Rows(); }
     SectionPoint Corner(int column, int row) const { return raster.Corner(column, row); }
 
-    // The widest run within `common` of good cells in a row.
+    // The widest run of usable cells in a row that lies within `common`.
     Run Narrowed(const Run& common, int row) const {
         Run widest;
         Run run;
@@ -107,7 +107,7 @@ private:
     std::vector<bool> good;
 };
 
-// Boxes of every height that a run common to all their rows allows.
+// Boxes of every height, each as wide as the run of usable cells that all its rows share.
 Box LargestBox(const GoodCells& cells, bool around) {
     Box box;
     for (int bottom = 0; bottom < cells.Rows(); ++bottom) {

@@ -7,10 +7,10 @@ namespace WorkSpace {
 
 namespace {
 
-// What is left of a transform that went through a few products; a joint that turns by it moves nothing.
+// Rounding of a transform after a few products; a rotation by this much has no visible effect.
 constexpr double SameNumber = 1e-9;
 
-// Numbers that are not finite are equal to none, so that a faulty record is looked at each time.
+// Numbers that are not finite equal none, so that a faulty record is computed, and reported, each time.
 bool Same(double a, double b) { return std::abs(a - b) <= SameNumber; }
 
 template <class List>
@@ -23,7 +23,7 @@ bool SameTable(const Robot& a, const Robot& b) {
                       [](const auto& rowA, const auto& rowB) { return SameList(rowA, rowB); });
 }
 
-// A plain robot's region is a matter of the arm alone; a box also stands in the cell.
+// A plain robot's envelope depends on the arm alone; a box also depends on the placement in the cell.
 bool SameMounting(const Robot& a, const Robot& b) {
     return a.upright == b.upright && SameList(a.base, b.base) &&
            std::equal(std::begin(a.externalLimits), std::end(a.externalLimits), std::begin(b.externalLimits),

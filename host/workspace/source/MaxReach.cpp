@@ -8,7 +8,7 @@ namespace WorkSpace {
 
 namespace {
 
-// Joint 2 turns about the shoulder and changes no distance from it: the other four are searched.
+// Joint 2 turns about the shoulder and does not change the distance from it: the other four are searched.
 using Values = std::array<double, 4>;
 
 constexpr int Lattice = 9;
@@ -33,7 +33,7 @@ struct Stretch {
         return false;
     }
 
-    // Finds the hill.
+    // Coarse search of all combinations for the start of the climb.
     void Scan() {
         const std::vector<double> last = ranges[3].Spread(arm.leverage[2] > 0 ? Lattice : 1);
         for (const double fore : ranges[0].Spread(2 * Lattice)) {
@@ -47,7 +47,7 @@ struct Stretch {
         }
     }
 
-    // One step of every joint either way; true when any of them led further out.
+    // One step of every joint in both directions; true when any of them increased the distance.
     bool Climb(double step) {
         bool climbed = false;
         for (std::size_t joint = 0; joint < best.size(); ++joint) {

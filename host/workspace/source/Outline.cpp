@@ -37,13 +37,13 @@ ArmSweep::Spot ArmSweep::SpotAt(const Place& p) const {
     return {p.real(), lateral, section, DepthOf(section)};
 }
 
-// A piece that passes the axis comes near to it and goes away again, as two lines do.
+// A piece that passes the axis comes near to it and leaves it again: it is marked as two lines.
 void ArmSweep::MarkPiece(const Spot& a, const Spot& b, Raster& raster) const {
     const double dx = b.x - a.x;
     const double dy = b.lateral - a.lateral;
     const double dz = b.section.z - a.section.z;
-    // From either end the piece stays inside as far as that end lies deep; this is never less than its
-    // length.
+    // The piece lies inside where the depths at both ends add up to more than its length, which the sum of
+    // the three components bounds from above.
     if (a.depth + b.depth > std::abs(dx) + std::abs(dy) + std::abs(dz)) {
         return;
     }
@@ -59,8 +59,8 @@ void ArmSweep::MarkPiece(const Spot& a, const Spot& b, Raster& raster) const {
     }
 }
 
-// Where an arc runs deep inside, it is followed in strides as long as it is deep: folding over shortens
-// distances or keeps them.
+// Inside the marked area an arc is followed in steps as long as its depth there; mirroring at the axis never
+// increases distances, so no part outside is skipped.
 void ArmSweep::MarkArc(const Arc& arc, Raster& raster) const {
     constexpr std::size_t Doublings = 5;
     const Range& range = arc.joint->range;
@@ -84,7 +84,8 @@ void ArmSweep::MarkArc(const Arc& arc, Raster& raster) const {
     }
 }
 
-// With the elbow at a limit, stretched and folded; and with the shoulder at a limit.
+// Four arcs of the shoulder, with the elbow at a limit, stretched or folded; two of the elbow, with the
+// shoulder at a limit.
 ArmSweep::Arcs ArmSweep::ArcsOfWrist() const {
     const Place inLine = upperArm * (std::abs(wrist) / std::abs(upperArm));
     const auto aboutElbow = [&](const Place& turn) -> Arc {
@@ -139,7 +140,7 @@ void ArmSweep::MarkRegion(const Vec& tool, Raster& raster) {
     }
 }
 
-// A triangle that reaches across the axis comes back on the near side: it is parted there.
+// A triangle that crosses the axis is split there: the part beyond it is mirrored.
 void ArmSweep::MarkFolded(const Place& a, const Place& b, const Place& c, Raster& raster) const {
     const auto beyond = [](const Place& p) { return p.real() < 0; };
     if (beyond(a) == beyond(b) && beyond(b) == beyond(c)) {

@@ -9,15 +9,15 @@
 
 namespace WorkSpace {
 
-/// Tool centres in the frame of the third row that stand for all positions of the wrist: one for every
-/// combination of some values of its joints.
+/// Samples of the wrist: tool centres in the frame of the third row, one for every combination of sampled
+/// values of its joints.
 struct WristNet {
-    /// @param tolerance how far (mm) the wrist may bulge beyond the lines between neighbours.
+    /// @param tolerance largest deviation (mm) of the wrist from the lines between neighbouring samples.
     WristNet(const Arm& arm, double tolerance);
 
-    /// Some of the places, from all over.
+    /// A subset of the samples, spread over all of them.
     std::vector<Vec> Some(std::size_t most) const;
-    /// Calls visit with every place, and with those between neighbours in the plane through joint 1's axis.
+    /// Calls visit with every sample, and with the interpolated ones in the plane through joint 1's axis.
     template <class Visit>
     void ForEach(const Visit& visit) const {
         std::for_each(places.begin(), places.end(), visit);
@@ -30,7 +30,7 @@ struct WristNet {
             }
         });
     }
-    /// Calls visit(i, j) with the indices of any two places that are neighbours along a joint.
+    /// Calls visit(i, j) with the indices of any two samples that are neighbours along a joint.
     template <class Visit>
     void ForNeighbours(const Visit& visit) const {
         const std::array<std::size_t, 3> strides = {counts[1] * counts[2], counts[2], 1};
@@ -48,23 +48,25 @@ struct WristNet {
     double axisPlane;        ///< z of the plane through joint 1's axis
 };
 
-// Spelt out: the library's product of complex numbers looks for infinities.
+// Written out: the standard library's product of complex numbers checks for infinities.
 inline std::complex<double> Times(const std::complex<double>& a, const std::complex<double>& b) {
     return {a.real() * b.real() - a.imag() * b.imag(), a.real() * b.imag() + a.imag() * b.real()};
 }
 
-/// What the upper arm and the forearm reach while the wrist stands still, for one wrist after the other.
+/// The region that upper arm and forearm reach with the wrist fixed, for one wrist sample after the other.
 ///
-/// Joints 2 and 3 move the tool centre in a plane beside joint 1's axis; a place in it is x + iz. There
+/// Joints 2 and 3 move the tool centre in a plane beside joint 1's axis; a point of it is written x + iz.
+/// There
 ///
 ///     p(u, f) = s + t^u (l + t^f w),   t^angle = exp(-i * sense * angle)
 ///
-/// with shoulder s, upper arm l and wrist w. The region is bounded by the arcs along which u or f is at a
-/// limit, those along which the elbow is stretched or folded (w in line with l), and, folded over to r =
-/// |p|'s distance from the axis, the part of the axis that the arm reaches across.
+/// with shoulder s, upper arm l and wrist w; its radius in the section is r = sqrt(x^2 + lateral^2). The
+/// region is bounded by the arcs along which u or f is at a limit, those along which the elbow is stretched
+/// or folded (w in line with l), and the part of the line x = 0 that the arm reaches across, where the
+/// section is mirrored.
 class ArmSweep {
 public:
-    /// @param longestPiece what lines are marked in, mm.
+    /// @param longestPiece length (mm) of the straight pieces by which lines are marked.
     ArmSweep(const Arm& arm, double longestPiece);
 
     /// Marks all lines that can bound the region. @param tool tool centre in the frame of the third row.
@@ -78,30 +80,31 @@ public:
 private:
     using Place = std::complex<double>;
 
-    /// One of the two joints. Complex numbers spare it the angles.
+    /// One of the two joints; turns are unit complex numbers, so that no angles need to be computed.
     struct Joint {
         Range range;
         Place low, middle, high; ///< the turns to there in the range
         double halfCosine;
 
-        /// Whether the joint can turn one place into the other, as far out from it.
+        /// Whether some value of the joint turns one place into the other, given that both have the same
+        /// radius.
         bool Leads(const Place& from, const Place& to) const;
     };
-    /// What the tool centre draws while one joint turns and the other stands.
+    /// The path of the tool centre while one joint turns and the other is fixed.
     struct Arc {
         Place centre;
         Place arm; ///< from the centre, while the joint is at zero
         const Joint* joint;
         bool exists;
     };
-    /// A place in space, where it is in the section, and how deep inside what is known.
+    /// A point in space, its point in the section, and how deep it lies inside the marked area.
     struct Spot {
         double x, lateral;
         SectionPoint section;
         double depth;
     };
     using Arcs = std::array<Arc, 6>;
-    /// The corners that one arc contributes: its ends, and where it meets the plane's line nearest to the
+    /// The corners of one arc: its ends, and its intersections with the line of the plane nearest to the
     /// axis.
     using Corners = std::array<Spot, 4>;
 
@@ -127,7 +130,7 @@ private:
     double axisPlane;
     Joint upper, fore;
     Place shoulder, upperArm, foreFrame;
-    // Of the wrist at hand.
+    // Of the current wrist sample.
     Place wrist;
     double lateral = 0; ///< how far (mm) beside joint 1's axis it moves, to either side
     const Raster* inside = nullptr;

@@ -10,16 +10,16 @@ namespace WorkSpace {
 
 namespace {
 
-/// Profiles lose steps shorter than this when they become wires.
+/// Profiles lose steps shorter than this (mm) when they become wires.
 constexpr double ShortestStep = 1.0;
 
 struct Step {
     int column, row;
 };
 
-// A walk along cell edges with the marked cells on the left; directions count +r, +z, -r, -z.
+// The boundary is followed along cell edges with the marked cells on the left; directions are +r, +z, -r, -z.
 constexpr std::array<Step, 4> Ahead = {{{1, 0}, {0, 1}, {-1, 0}, {0, -1}}};
-// The two cells before the walker, seen from the corner it stands on.
+// The two cells ahead in each direction, relative to the current corner.
 constexpr std::array<Step, 4> LeftCell = {{{0, 0}, {-1, 0}, {-1, -1}, {0, -1}}};
 constexpr std::array<Step, 4> RightCell = {{{0, -1}, {0, 0}, {-1, 0}, {-1, -1}}};
 
@@ -54,7 +54,7 @@ double DistanceToSegment(const SectionPoint& p, const SectionPoint& a, const Sec
     return std::hypot(p.r - a.r - t * dr, p.z - a.z - t * dz);
 }
 
-// Douglas and Peucker between two points that stay; indices past the end count from the start again.
+// Douglas-Peucker simplification between two fixed points; indices past the end wrap around.
 void Thin(const Polygon& polygon, std::size_t first, std::size_t last, double tolerance,
           std::vector<bool>& keep) {
     const auto point = [&](std::size_t i) -> const SectionPoint& { return polygon[i % polygon.size()]; };

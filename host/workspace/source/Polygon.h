@@ -13,10 +13,10 @@ using Polygon = std::vector<SectionPoint>;
 /// of the cells' edges.
 Polygon TraceBoundary(const Raster& raster);
 
-/// The polygon with fewer points, none of its own farther than the tolerance (mm) from it, still simple.
+/// A polygon with fewer points, each of them within the tolerance (mm) of the given one, still simple.
 Polygon Simplified(const Polygon& polygon, double tolerance);
 
-/// Whether no two edges meet but neighbours at their common point.
+/// Whether no two edges intersect, except neighbours at their common point.
 bool IsSimple(const Polygon& polygon);
 
 /// Area inside, positive for counter-clockwise, square millimetres.

@@ -44,9 +44,9 @@ void Raster::MarkTriangle(const SectionPoint& a, const SectionPoint& b, const Se
     }
 }
 
-// Steps to the nearest free cell along rows and columns, in one pass down and one up. The straight distance
-// is never less than their number divided by the root of two; two steps are lost to where in its cell a point
-// is.
+// Steps along rows and columns to the nearest free cell, in one pass down and one up. The Euclidean distance
+// is at least their number divided by the root of two; two steps are subtracted because a point may lie
+// anywhere in its cell.
 void Raster::MeasureDepth() {
     constexpr int Lost = 2;
     const auto stride = static_cast<std::size_t>(columns);
@@ -67,14 +67,15 @@ void Raster::MeasureDepth() {
     depths = std::move(steps);
 }
 
-// Lets the cells of one kind (marked or free) take over those around them; beyond the edges there is neither.
+// Grows the cells of one kind (marked or free) by one cell; outside the raster there are cells of neither
+// kind.
 void Raster::Grow(std::uint8_t what, int by) {
     const auto stride = static_cast<std::size_t>(columns);
     for (int step = 0; step < by; ++step) {
         for (const std::size_t jump : {std::size_t{1}, stride}) {
             const std::vector<std::uint8_t> old = cells;
             for (std::size_t i = jump; i < cells.size(); ++i) {
-                // The cell to the left of a row's first is the one before's last, which is margin.
+                // The left neighbour of a row's first cell is the previous row's last cell, which is margin.
                 const bool isApart = jump == 1 && i % stride == 0;
                 if (!isApart && (old[i] == what || old[i - jump] == what)) {
                     cells[i] = old[i - jump] == what ? what : cells[i];
@@ -112,7 +113,7 @@ void Raster::Fill(int bridged) {
     JoinCorners();
 }
 
-// Cells that touch at a corner alone would make the boundary touch itself there.
+// Where cells touch only at a corner, the boundary would touch itself.
 void Raster::JoinCorners() {
     for (bool joined = true; joined;) {
         joined = false;

@@ -11,23 +11,23 @@ struct SectionPoint {
     double r, z;
 };
 
-/// Cells of a section that something reaches. The axis is the left edge of the first column; the other three
-/// sides have a margin that stays free.
+/// A raster of the section with the reached cells marked. Joint 1's axis is the left edge of the first
+/// column; on the other three sides there is a margin that stays free.
 class Raster {
 public:
-    /// @param cellWidth, radius, bottom, top the cells, and what will be marked; mm.
+    /// @param cellWidth, radius, bottom, top size of a cell, and the area that the raster must cover; mm.
     Raster(double cellWidth, double radius, double bottom, double top);
 
     void Mark(const SectionPoint& point) { cells[Index(point)] = 1; }
-    /// Marks a line without gaps that a walk across cell edges could pass.
+    /// Marks a line without gaps: no path across cell edges leads through it.
     void MarkLine(const SectionPoint& a, const SectionPoint& b);
     /// Marks the cells whose centres lie in the triangle.
     void MarkTriangle(const SectionPoint& a, const SectionPoint& b, const SectionPoint& c);
-    /// Finds out how deep inside the marked cells each one lies, for Depth.
+    /// Computes how deep inside the marked cells each one lies, for Depth.
     void MeasureDepth();
-    /// How far (mm) one can go from the point in any direction without leaving the marked cells, or less.
+    /// A lower bound (mm) of the distance from the point to the nearest cell that is not marked.
     double Depth(const SectionPoint& point) const { return depths[Index(point)] * depthUnit; }
-    /// Marks everything that cannot be walked to from the margin, and no two cells touch at a corner alone.
+    /// Marks everything that no path connects with the margin, and joins cells that touch at a corner alone.
     /// @param bridged gaps of up to twice as many cells count as closed: 0, 1 or 2.
     void Fill(int bridged);
 

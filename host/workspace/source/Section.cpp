@@ -9,15 +9,16 @@ namespace WorkSpace {
 
 namespace {
 
-// Shares of the reach, together well within the promised 1 %: width of a cell, length of a piece of a line,
-// what the spread of the wrist may cut off, and what simplifying may.
+// Fractions of the reach, together well below the promised 1 %: width of a raster cell, length of a piece of
+// a line, deviation allowed between wrist samples, and deviation allowed by simplifying.
 constexpr double CellShare = 0.002;
 constexpr double StepShare = 0.04;
 constexpr double WristShare = 0.0025;
 constexpr double SimplifyShare = 0.0015;
-/// Lines of neighbouring wrists may end this far apart, about what their spread may cut off.
+/// Lines of neighbouring wrist samples may end this far apart, about the deviation allowed between samples.
 constexpr int BridgedCells = 1;
-/// A first look takes this many wrists; what it finds inside saves most of the lines of the others.
+/// Number of wrist samples of a first pass; lines inside the area that it marks are skipped in the second
+/// pass.
 constexpr std::size_t FirstLook = 100;
 constexpr double RoughCellShare = 2 * CellShare;
 
@@ -49,7 +50,8 @@ std::vector<std::vector<double>> GetRobotWorkSpace(const Robot& robot) {
     sweep.MarkWristLines(wrist, &rough, raster);
     raster.Fill(BridgedCells);
     Polygon boundary = TraceBoundary(raster);
-    // Half a cell from the axis is on it: a sliver there would become a needle of a cone when it is revolved.
+    // A point within half a cell of the axis is put on it: a gap there would become a thin cone when
+    // revolved.
     for (SectionPoint& point : boundary) {
         point.r = point.r < raster.CellWidth() ? 0 : point.r;
     }

@@ -7,10 +7,10 @@ namespace WorkSpace {
 
 namespace {
 
-/// However short its lever, a joint that others hang on is looked at in steps of no more than this (rad).
+/// Largest step (rad) between samples of a joint, however short its lever, while other joints depend on it.
 constexpr double LongestStep = 0.35;
 
-// A circle's chord of angle h leaves it by lever * h^2 / 8.
+// The chord of an angle h deviates from its circle by lever * h^2 / 8.
 int CountFor(const Range& range, double lever, double tolerance, double longestStep) {
     if (lever <= tolerance) {
         return 1;
@@ -39,7 +39,7 @@ WristNet::WristNet(const Arm& arm, double tolerance) : axisPlane(arm.AxisPlane()
 }
 
 std::vector<Vec> WristNet::Some(std::size_t most) const {
-    // Odd strides do not fall in step with the counts of the joints.
+    // An odd stride avoids a common divisor with the number of values of a joint.
     const std::size_t stride = places.size() / most + 1;
     std::vector<Vec> some;
     for (std::size_t i = 0; i < places.size(); i += stride | 1U) {

@@ -16,7 +16,7 @@ namespace planning {
 
 struct ArmModel;
 
-/// An arm as plain numbers.
+/// Kinematic parameters of an arm.
 struct ArmTable {
     /// One row a joint: a (mm), alpha (rad), d (mm), theta (rad); proximal convention.
     std::vector<std::array<double, 4>> rows;
@@ -33,9 +33,9 @@ struct ArmTable {
 /// Three kinds of arms are solved: ordinary ones (joints 2 and 3 parallel and square to joint 1, a wrist
 /// whose three axes meet), those with three parallel axes (joints 2 to 4, then two square wrist axes), and
 /// those with a coupled oblique wrist (seven links, value 6 = minus value 5, neighbouring wrist axes meet).
-/// The kind is read off the table's geometry. The first two have closed forms; the third is searched in
-/// value 5. A table whose wrist misses its kind by up to 1 mm or 0.01 rad is solved as that kind and polished
-/// on the true table.
+/// The kind follows from the table's geometry. The first two have closed forms; the third is searched in
+/// value 5. A table whose wrist misses its kind by up to 1 mm or 0.01 rad is solved as that kind and then
+/// refined on the true table.
 ///
 /// Objects are immutable and may be shared between threads; a solve allocates nothing. Lengths mm, angles
 /// rad.
@@ -44,12 +44,12 @@ public:
     /// Takes table, structure, limits, flange and current tool with its offset, as they are now.
     /// @throws std::invalid_argument for an arm of a kind that has no solver, naming what does not fit.
     explicit InverseKinematics(const RobotEntity& robot);
-    /// @throws std::invalid_argument as above, and naming row or limit for numbers that make no arm.
+    /// @throws std::invalid_argument as above, and naming the row or limit for numbers that describe no arm.
     explicit InverseKinematics(const ArmTable& table);
 
     /// Solutions of a flange pose X_BF in the robot's base.
-    /// @param reference where whole turns and values that a singularity leaves free are chosen nearest to,
-    /// one number a joint; zeros where empty.
+    /// @param reference one number a joint, zeros where empty: whole turns, and values that a singularity
+    /// leaves free, are chosen nearest to it.
     /// @throws std::invalid_argument for a pose that is no rigid transform, or a wrong count of `reference`.
     Solutions Flange(const Rigid& X_BF, std::span<const double> reference = {}) const;
     /// The same for a tool centre pose X_BT.
@@ -68,9 +68,10 @@ public:
     /// Jacobian of the tool centre in the robot's base: six columns, values 5 and 6 of a coupled wrist as
     /// one.
     Jacobian JacobianAt(std::span<const double> values) const;
-    /// Upper arm and forearm together (mm): what lengths in a Jacobian are measured by.
+    /// Length of upper arm and forearm together, mm: the unit of length for singular values of the Jacobian.
     double Reach() const;
 
+    /// Number of joints: 6, or 7 with a coupled wrist.
     std::size_t Joints() const;
     /// Limits in force, rad; of a coupled wrist's fifth and sixth value each bounds the other.
     const std::pair<double, double>& Limit(std::size_t joint) const;
@@ -88,11 +89,11 @@ private:
 /// Steps through the whole turns of values within limits.
 class PLANNING_EXPORT TurnCounter {
 public:
-    /// @param start one of the solver's solutions, which must outlive the counter together with it.
+    /// @param solver is referred to, not copied. @param start the solution whose turns are enumerated.
     TurnCounter(const InverseKinematics& solver, const Solution& start);
-    /// The variant that it stands at.
+    /// The present variant.
     const Solution& Current() const { return current; }
-    /// @return whether there was another variant.
+    /// Goes to the next variant. @return false, at the first variant again, when there is none.
     bool Next();
 
 private:

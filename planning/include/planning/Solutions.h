@@ -24,10 +24,11 @@ enum class Wrist : std::uint8_t { NoFlip, Flip };
 /// The shape of an arm. Along a motion that meets no singularity no word changes; with a coupled wrist,
 /// whose singularities lie elsewhere, the words name the same geometry without that promise.
 struct Configuration {
-    Shoulder shoulder;
-    Elbow elbow;
-    Wrist wrist;
+    Shoulder shoulder; ///< front or back
+    Elbow elbow;       ///< up or down
+    Wrist wrist;       ///< no-flip or flip
 
+    /// Equal when all three words are.
     bool operator==(const Configuration&) const = default;
 };
 
@@ -42,15 +43,16 @@ enum Singular : std::uint8_t { NotSingular = 0, ShoulderSingular = 1, ElbowSingu
 /// Joint values of one arm shape.
 struct Solution {
     std::array<double, MaxJoints> values; ///< rad, one a joint; past the last joint not set
-    Configuration configuration;
-    std::uint8_t singular; ///< bits of Singular
+    Configuration configuration;          ///< the shape that they give
+    std::uint8_t singular;                ///< bits of Singular
     /// Smallest singular value of the Jacobian, lengths in units of the arm's reach; computed where
     /// `singular` is set, infinity elsewhere.
     double smallestSingularValue;
 };
 
+/// Result of a solve.
 enum class Outcome : std::uint8_t {
-    Solved,
+    Solved,       ///< there are solutions
     OutOfReach,   ///< no joint values give the pose, limits aside
     OutsideLimits ///< some do, none within the limits
 };
@@ -59,10 +61,15 @@ enum class Outcome : std::uint8_t {
 /// flip.
 class Solutions {
 public:
+    /// First solution.
     const Solution* begin() const { return items.data(); }
+    /// One past the last solution.
     const Solution* end() const { return items.data() + count; }
+    /// Number of solutions.
     std::size_t size() const { return count; }
+    /// Whether there are none; `outcome` says why.
     bool empty() const { return count == 0; }
+    /// Solution by index, which must be below size().
     const Solution& operator[](std::size_t i) const { return items[i]; }
 
     /// Why there are none, where there are none.
@@ -70,7 +77,9 @@ public:
     /// Out of reach: by how much the nearest shape misses (mm). 0 otherwise.
     double excess = std::numeric_limits<double>::infinity();
 
+    /// Adds a solution; must not be called when Full().
     void Append(const Solution& solution) { items[count++] = solution; }
+    /// Whether there is no room for another solution.
     bool Full() const { return count == items.size(); }
 
 private:

@@ -34,7 +34,7 @@ struct Placed {
 
 class VisibleBounds : public testing::TestWithParam<Placed> {};
 
-TEST_P(VisibleBounds, AreThoseOfTheGeometryWhereItStands) {
+TEST_P(VisibleBounds, MatchTheGeometryAtItsPlacement) {
     const Placed& model = GetParam();
     const Bnd_Box box = ShapeHandle::GetFullVisibleAABB(Model(model.shape, model.place), false);
     ASSERT_FALSE(box.IsVoid());
@@ -64,7 +64,7 @@ INSTANTIATE_TEST_SUITE_P(
         Placed{"doubled_block", Block, Doubled(), {0, 0, 0}, {200, 400, 600}}),
     [](const auto& which) { return which.param.name; });
 
-TEST(VisibleBoundsOfATree, TakeInWhatHangsBelowWhereAsked) {
+TEST(VisibleBoundsOfATree, IncludeChildrenOnRequest) {
     const auto parent = Model(Block, Turned(gp::DZ(), 0, {0, 0, 1000}));
     parent->AddChild(Model(Column, Turned(gp::DZ(), 45 * Degree)));
     EXPECT_NEAR(ShapeHandle::GetFullVisibleAABB(parent, false).CornerMax().Z(), 1300, Mm);

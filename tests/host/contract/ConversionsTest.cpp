@@ -16,7 +16,7 @@ using namespace DataHandle;
 constexpr double RoundingOfRotation = 1e-14;
 
 /// Poses whose second angle lies a given distance short of a right angle, the others anywhere.
-class RoundTrip : public ::testing::TestWithParam<double> {};
+class RoundTrip : public testing::TestWithParam<double> {};
 
 TEST_P(RoundTrip, AnglesAndTextGiveTheSameTransform) {
     std::mt19937_64 random(7);
@@ -33,7 +33,7 @@ TEST_P(RoundTrip, AnglesAndTextGiveTheSameTransform) {
 }
 
 INSTANTIATE_TEST_SUITE_P(FromFreeToGimbalLock, RoundTrip,
-                         ::testing::Values(1.5, 0.4, 1e-3, 1e-7, 1e-9, 1e-12, 1e-14, 4e-15, 1e-16, 0.0));
+                         testing::Values(1.5, 0.4, 1e-3, 1e-7, 1e-9, 1e-12, 1e-14, 4e-15, 1e-16, 0.0));
 
 TEST(GpHandle, AnglesAreIntrinsicXyz) {
     const gp_Trsf product = AxisRotateToTrsf(gp_Vec(2, 0, 0), 0.3) *
@@ -45,16 +45,16 @@ TEST(GpHandle, AnglesAreIntrinsicXyz) {
     EXPECT_LT(QuaToEuler(scaled).Distance(gp_Pnt(0.3, -0.7, 2.1)), RoundingOfRotation);
 }
 
-TEST(DataHandle, RefusesWhatIsNoRigidTransform) {
+TEST(DataHandle, InvalidRigidTransformIsRefused) {
     const auto messageFor = [&](Json::ArrayIndex index, const Json::Value& element) {
         Json::Value json = TrsfToJsonArr(gp_Trsf());
         json[index] = element;
         return Thrown([&] { JsonArrToTrsf(json); });
     };
-    EXPECT_THAT(messageFor(7, "far"), ::testing::HasSubstr("element 7"));
-    EXPECT_THAT(messageFor(3, true), ::testing::HasSubstr("element 3"));
-    EXPECT_THAT(messageFor(5, 1.001), ::testing::HasSubstr("elements 4 to 6"));
-    EXPECT_THAT(messageFor(10, -1.0), ::testing::HasSubstr("left-handed"));
+    EXPECT_THAT(messageFor(7, "far"), testing::HasSubstr("element 7"));
+    EXPECT_THAT(messageFor(3, true), testing::HasSubstr("element 3"));
+    EXPECT_THAT(messageFor(5, 1.001), testing::HasSubstr("elements 4 to 6"));
+    EXPECT_THAT(messageFor(10, -1.0), testing::HasSubstr("left-handed"));
     EXPECT_EQ(messageFor(0, 1 + 1e-7), "");
     EXPECT_THROW(JsonArrToTrsf(TrsfToJsonSix(gp_Trsf())), std::invalid_argument);
     EXPECT_THROW(JsonSixToTrsf(TrsfToJsonArr(gp_Trsf())), std::invalid_argument);

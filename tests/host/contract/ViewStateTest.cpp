@@ -49,7 +49,7 @@ TEST(ViewState, SetTransformationPlacesInTheWorldBelowAParent) {
     EXPECT_NEAR(child->Transformation().Value(1, 1), 1, 1e-12);
 }
 
-TEST(ViewState, TriadStandsInItsFrame) {
+TEST(ViewState, TriadIsAtItsFrame) {
     const gp_Ax2 frame(gp_Pnt(100, 0, 0), gp_Dir(1, 0, 0), gp_Dir(0, 0, 1));
     Bnd_Box box;
     BRepBndLib::AddOptimal(ViewShapeUtil::GenDirModel(frame, 50)->Shape(), box);

@@ -36,7 +36,7 @@ struct Change {
     bool shapesPlainRobot, shapesBox;
 };
 
-TEST(Cache, RecordEqualityComparesWhatShapesTheRegion) {
+TEST(Cache, RecordEqualityComparesTheFieldsInUse) {
     const Change changes[] = {
         {"tool", [](Robot& r) { r.toolOffset[2] += 1e-6; }, true, true},
         {"table", [](Robot& r) { r.dh[2][0] += 1e-6; }, true, true},
@@ -87,7 +87,7 @@ TEST(BadRecord, EmptyTableReachesNothing) {
 }
 
 // An arm's size is a matter of scale, also where its section is a hand wide.
-TEST(SmallArm, SectionScalesWithTheArm) {
+TEST(SmallArm, ProfileScalesWithTheArm) {
     constexpr double Scale = 0.1;
     const Robot large = Sample();
     Robot small = large;

@@ -2,7 +2,7 @@
 #include <fstream>
 #include <support/Mechanism.h>
 
-// Documents of earlier versions stay readable, and mean what they meant.
+// Documents of earlier versions stay readable with unchanged meaning.
 
 namespace {
 
@@ -31,7 +31,7 @@ TEST(GoldenFiles, ToolOfAnEarlierVersionIsRead) {
 }
 
 TEST(GoldenFiles, StateOfAnEarlierVersionIsRead) {
-    const Registrar system(2001, {.pedestal = 1});
+    const Registrar registrar(2001, {.pedestal = 1});
     GrpState state(2001);
     ASSERT_TRUE(state.FromJson(Golden("state.json")));
     EXPECT_EQ(ThroughText(state.ToJson()), Golden("state.json"));

@@ -7,14 +7,14 @@
 #include <json/json.h>
 #include <support/Mechanism.h>
 
-// Hosts set the locale of the user: a comma for decimals, points between thousands. What is written then must
-// be read by any other program, at any path.
+// Hosts set the user's locale, with decimal commas and points between thousands. Documents written then must
+// be readable by any other program, at any path.
 
 namespace {
 
 namespace fs = std::filesystem;
 
-/// The locales are made by the build: a bare machine has none but C.
+/// The build creates these locales: a minimal system has only C.
 class InEveryLocale : public testing::TestWithParam<const char*> {
 protected:
     InEveryLocale() { setenv("LOCPATH", LOCALES, 1); }
@@ -28,7 +28,7 @@ protected:
 std::string Text(const Json::Value& json) { return Json::writeString(Json::StreamWriterBuilder(), json); }
 
 TEST_P(InEveryLocale, DocumentsNamesAndPackagesAreTheSame) {
-    const Registrar cell(12345, {});
+    const Registrar registrar(12345, {});
     RobotEntity robot(sample::Build(sample::SixAxisArm(), 12345, "焊 接").get());
     GrpState state(12345);
     state.SetValues({1234.5, 0.1, -2.25, 1e-7, 1e9, 3});

@@ -1,7 +1,7 @@
 #include <functional>
 #include <support/Mechanism.h>
 
-// What every entity promises of its document, whatever kind it is.
+// Rules that hold for the documents of all kinds of entities.
 
 namespace {
 

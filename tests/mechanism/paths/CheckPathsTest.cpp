@@ -71,7 +71,7 @@ TEST(Distances, MatchTheKernelsExtrema) {
         solid->SetTransformation(place, true);
         const gp_Pnt point = Drawn(draw, 200);
         const Shape probe = Entity(BRepBuilderAPI_MakeVertex(point).Shape());
-        // The kernel takes a solid as filled, triangles are its skin: measure to the shell there too.
+        // The kernel measures to a filled solid, triangles are its surface: measure to the shell.
         const TopoDS_Shape skin = TopoDS_Iterator(cylinder).Value().Moved(TopLoc_Location(place));
         const BRepExtrema_DistShapeShape exact(BRepBuilderAPI_MakeVertex(point).Shape(), skin);
         ASSERT_NEAR(Distance(probe, solid), exact.Value(), deflection) << "draw " << i;

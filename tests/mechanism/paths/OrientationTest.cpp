@@ -4,7 +4,7 @@
 #include <support/Draws.h>
 #include <support/Mechanism.h>
 
-// Held against the kernel's own blends, called directly.
+// Compared with the kernel's own blends.
 
 namespace {
 
@@ -107,7 +107,7 @@ TEST(Orientation, CountDependsOnTheDirectionOfTheChangeAlone) {
 }
 
 TEST(Orientation, StatesChangeOnlyTheFirstPose) {
-    const Registrar system(61, {.robots = 2});
+    const Registrar registrar(61, {.robots = 2});
     GrpState a(61), b(61);
     a.SetValues(std::vector<double>(12, 0.5));
     a.SetToolIndex(4);

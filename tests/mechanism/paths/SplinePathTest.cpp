@@ -18,7 +18,7 @@ using Path = std::vector<Pose>;
 constexpr double OnCurve = 1e-6;
 constexpr double EvenSpacing = 1e-3;
 constexpr double SameDirection = 1e-9;
-// The projection that finds a sample's parameter again is good to this much (rad) of tangent.
+// Error (rad) of the tangent at the parameter that a projection returns for a sample.
 constexpr double ProjectedDirection = 1e-6;
 
 // The tool direction of each kind of leg: along the path, across it, or in between.
@@ -62,7 +62,7 @@ protected:
     }
 };
 
-/// The vectors along which a leg is entered and left; the last leg looks back.
+/// The tangents at both ends of a leg; the last leg uses the previous chord.
 std::pair<gp_Vec, gp_Vec> Tangents(const Path& path, std::size_t i) {
     const std::size_t from = i + 2 == path.size() ? i - 1 : i;
     return {gp_Vec(path[from].first, path[from + 1].first),
@@ -80,7 +80,7 @@ opencascade::handle<Geom_BSplineCurve> Curve(const Path& path, std::size_t i) {
     return fit.Curve();
 }
 
-// The stated axis, written out once more with plain vectors.
+// The bending axis, computed independently with plain vectors.
 gp_Dir Axis(const Path& path, std::size_t i) {
     const auto [start, end] = Tangents(path, i);
     const gp_Dir u0(start);
@@ -113,7 +113,7 @@ TEST_P(Spline, LongLegMatchesTheKernelsCurveAndTurnsTheTool) {
     for (std::size_t leg = 0; leg + 1 < path.size(); ++leg) {
         const auto curve = Curve(path, leg);
         const GeomAdaptor_Curve adaptor(curve);
-        // All of the kernel's even samples but the last.
+        // All of the kernel's evenly spaced samples except the last.
         const int samples = GCPnts_UniformAbscissa(adaptor, base).NbPoints() - 1;
         ASSERT_GE(samples, 6);
         const gp_Dir axis = Axis(path, leg);
@@ -189,7 +189,7 @@ TEST(SplinePath, ShortPathsAndShortLegsAreKept) {
 TEST(SplinePath, FailureLeavesThePathUnchanged) {
     const Path good = {{gp_Pnt(), Z}, {gp_Pnt(10, 0, 0), Z}, {gp_Pnt(20, 5, 0), Z}};
     Path coincident = good;
-    coincident[2].first = coincident[1].first; // the first leg has no tangent to enter along
+    coincident[2].first = coincident[1].first; // the first leg has no end tangent
     Path lost = good;
     lost[1].first.SetY(std::nan(""));
     Path nowhere = good;

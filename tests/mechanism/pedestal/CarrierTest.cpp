@@ -27,7 +27,7 @@ protected:
         return pedestal->TransLocEulerToZero(pose, state, base);
     }
 
-    const Registrar cell{System, {.pedestal = static_cast<int>(GetParam().axes)}};
+    const Registrar registrar{System, {.pedestal = static_cast<int>(GetParam().axes)}};
     const gp_Trsf base = sample::Frame({300, -200, 150}, gp_Dir(0.1, 0.2, 1), gp_Dir(1, 0.3, -0.1));
     sample::Mechanism motion = GetParam().make();
     RobotEntity robot{sample::Build(sample::SixAxisArm(), System).get()};
@@ -61,7 +61,7 @@ TEST_P(Carrier, DismountedRobotLeavesTheSystems) {
     robot.SetAssembleTrsf(motion.flange);
     pedestal->ForwardTrsfWithValue(sample::RandomValues(motion, random), true, true);
     pedestal->DisassembleModel(&robot);
-    pedestal->UpdateLinkModelNames(); // which looks again who is there
+    pedestal->UpdateLinkModelNames(); // recomputes the systems
     pedestal->CreateCollisionMdl();
     EXPECT_EQ(pedestal->GetCheckCollisionGap(), 40.0);
     EXPECT_FALSE(pedestal->HasInSystem(System));

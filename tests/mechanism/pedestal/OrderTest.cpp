@@ -41,7 +41,7 @@ TEST(PedestalOrder, BranchesOfOneTreeStartAtTheSameLink) {
     rail.Stand(rail.Add(4, left), 70);
     rail.Stand(rail.Add(5, right), 80);
     rail.AddFlange(std::make_shared<Flange>());
-    rail.GetFlangeByIndex(2)->linkHash = 77; // of a link that is not there yet
+    rail.GetFlangeByIndex(2)->linkHash = 77; // of a link that does not exist yet
     rail.Initial();
     EXPECT_EQ(rail.GetLinkIndexOrder(9), 1) << "the first link comes without its branches";
     EXPECT_EQ(rail.GetLinkIndexOrder(4), 3) << "all others depth first";
@@ -64,7 +64,7 @@ TEST(PedestalOrder, FaultyTreeThrowsAndKeepsTheLinks) {
     EXPECT_THAT(complaint(), testing::HasSubstr("link 9"));
     child->AddSubLink(&stranger);
     EXPECT_EQ(complaint(), "invalid map<K, T> key");
-    stranger.linkHash = 2; // now the child is its own child
+    stranger.linkHash = 2; // the child now has its own parent's hash
     EXPECT_THAT(complaint(), testing::HasSubstr("link_hash: 2"));
 }
 

@@ -9,7 +9,7 @@ namespace {
 using testing::DoubleNear;
 using testing::ElementsAre;
 
-/// Products of a few unit directions.
+/// Rounding of products of a few unit directions.
 constexpr double Rounding = 1e-12;
 constexpr double Right = 1.5707963267948966;
 
@@ -31,7 +31,7 @@ protected:
     LinkRod* const far = rail.Add(11, top, oblique);
 };
 
-TEST_F(Pedestal, WithoutSystemsAllLinksAnswer) {
+TEST_F(Pedestal, WithoutSystemsQueriesUseAllLinks) {
     rail.Initial();
     rail.SetCurrentValue({1, 2, 3}, 5);
     EXPECT_THAT(rail.GetCurrentValue(5), ElementsAre(1, 2, 3));

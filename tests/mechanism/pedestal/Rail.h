@@ -3,7 +3,7 @@
 #include <mechanism/PedestalEntity.h>
 #include <support/SampleMechanisms.h>
 
-/// A pedestal that a test lays out link by link, in the order it likes, and fills with robots.
+/// A pedestal that a test builds link by link, in any order, and on which it mounts robots.
 class Rail : public PedestalEntity {
 public:
     LinkRod* Add(std::uint64_t hash, LinkRod* parent = nullptr, const gp_Dir& direction = gp::DX()) {

@@ -8,7 +8,7 @@ using mesh::AISMESH;
 
 AISMESH Triangle(float z, std::uint32_t layer) { return {{{0, 0, z}, {10, 0, z}, {0, 10, z}}, layer}; }
 
-/// Lets the view's hooks be called without a view.
+/// Makes the presentation's protected functions callable without a view.
 struct Mesh : mesh::AIS_Mesh {
     using mesh::AIS_Mesh::AIS_Mesh;
     using mesh::AIS_Mesh::ComputeSelection;

@@ -16,7 +16,7 @@ TEST_F(RobotDisplay, CollisionModelSetsTheToleranceOfEveryAxis) {
                   "vector传入index错误，数据不在范围内");
 }
 
-TEST_F(RobotDisplay, UnsafeZoneNeedsAMicrometreAndIsNotSelectable) {
+TEST_F(RobotDisplay, UnsafeZoneAboveAMicrometreIsShownAndNotSelectable) {
     robot.SetMaxWorkSpaceModel({0, 0, 0, 0.00099});
     EXPECT_TRUE(robot.GetUnsafeWorkspaceModel().IsNull());
     LogCapture log;
@@ -51,7 +51,7 @@ TEST_F(RobotDisplay, WorkspaceThatOutlivesItsRobotHasNone) {
     EXPECT_TRUE(first->GetBottomFace(false).first.IsNull());
 }
 
-TEST_F(RobotDisplay, DeletingTheRobotTakesItsLinksAndTriadOutOfTheView) {
+TEST_F(RobotDisplay, DeletingTheRobotRemovesLinksAndTriadFromTheView) {
     const auto link = robot.GetAxis(3)->models[0];
     link->Display();
     robot.GetEndLink(0)->models[0]->Display();
@@ -66,7 +66,7 @@ TEST_F(RobotDisplay, DeletingTheRobotTakesItsLinksAndTriadOutOfTheView) {
     EXPECT_FALSE(bare.GetToolFrame()->IsDisplayed()) << "the triad of an end link without a body";
 }
 
-TEST_F(RobotDisplay, HidingForAnotherSystemLeavesTheRobotInSight) {
+TEST_F(RobotDisplay, HidingForAnotherSystemLeavesTheRobotVisible) {
     const auto link = robot.GetAxis(2)->models[0];
     link->Display();
     robot.Hide(99);

@@ -44,7 +44,7 @@ protected:
     const gp_Trsf base = sample::Frame({300, -200, 150}, gp_Dir(0.1, 0.2, 1), gp_Dir(1, 0.3, -0.1));
     const sample::Mechanism arm;
     const std::unique_ptr<GenericEntityConfig> structure;
-    // Where the description put each body, before anything was rewritten.
+    // Places of the bodies in the description, before any link was rewritten.
     const std::vector<gp_Trsf> bodyAtZero = [this] {
         std::vector<gp_Trsf> bodies;
         for (int i = 0; i < structure->GetLinkSize(); ++i) {

@@ -7,7 +7,7 @@ protected:
     MountedTool() {
         torch->Initial();
         torch->AddSystem(99);
-        robot.ResetToolPosition(); // which asks nothing of a robot without a tool
+        robot.ResetToolPosition(); // without effect on a robot without a tool
         robot.AssembleOtherModel(torch.get(), sample::Place(robot.GetEndLink(0)->linkHash, 0));
     }
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Boxes are exact; Open CASCADE's Booleans and bounding boxes leave their tolerance of 1e-7 on metres.
+// Boxes are exact; Open CASCADE's Booleans and bounding boxes add their tolerance of 1e-7.
 constexpr double VolumeShare = 1e-6;
 constexpr double Mm = 1e-3;
 
@@ -58,7 +58,7 @@ TEST(BoxEnvelope, UprightRobotsBoxIsMirroredThroughItsBase) {
     EXPECT_TRUE(cell.Shown().IsEqual(first));
 }
 
-TEST(BoxEnvelope, OfARobotThatHadARevolvedOneIsInTheWorld) {
+TEST(BoxEnvelope, AfterARevolvedEnvelopeIsInTheWorldFrame) {
     Cell cell;
     cell.robot.SetRootMdlTrsf(sample::Frame({500, 0, 100}, gp_Dir(0, 0, 1), gp_Dir(0, 1, 0)));
     cell.workspace.UpdateWorkspaceShape(0);
@@ -68,7 +68,7 @@ TEST(BoxEnvelope, OfARobotThatHadARevolvedOneIsInTheWorld) {
     EXPECT_THAT(cell.workspace.GetDisplayShape()->LocalTransformation(), IsTrsf(gp_Trsf(), 0, 0));
 }
 
-// The envelope of a hanging arm that is scaled until its box is this wide.
+// The envelope of a hanging arm, scaled so that its box has this width.
 TopoDS_Shape HangingEnvelope(double width) {
     Cell cell(WithRail);
     cell.Mount({}, Cell::Hanging(3000));
@@ -88,7 +88,7 @@ TopoDS_Shape HangingEnvelope(double width) {
     return robot.GetWorkspace()->GetDisplayShape()->Shape();
 }
 
-TEST(BoxEnvelope, HangingRobotsBoxIsRoundedFrom1210MillimetresOn) {
+TEST(BoxEnvelope, HangingRobotsBoxIsRoundedFrom1210Millimetres) {
     const TopoDS_Shape narrow = HangingEnvelope(1200);
     const TopoDS_Shape rounded = HangingEnvelope(1210.001);
     for (const auto& [shape, corners] :
@@ -114,7 +114,7 @@ TEST(BoxEnvelope, ReducedSystemsBoxIsTrimmedAlongX) {
     EXPECT_NEAR(Extent(solids[0]).high.Y(), whole.high.Y(), Mm);
 }
 
-// How much the slab beside the carrier may take; what lies below the carrier goes in any case.
+// The first cut may remove at most half of the box; the part below the carrier is always removed.
 class Trim : public testing::TestWithParam<double> {};
 
 TEST_P(Trim, CutToHalfOrLessIsDiscardedButTheFloorCutApplies) {
@@ -132,7 +132,7 @@ TEST_P(Trim, CutToHalfOrLessIsDiscardedButTheFloorCutApplies) {
 
     const auto [bottom, second] = cell.workspace.GetBottomFace(true);
     EXPECT_NEAR(ShapeHandle::GetFaceCenter(TopoDS::Face(bottom)).Z(), floor, Mm);
-    // Sides lie level with each other: those that come before the bottom leave one of them in second place.
+    // The sides' centres have equal heights: of those before the bottom face, one is returned second.
     if (!second.IsNull()) {
         EXPECT_NEAR(ShapeHandle::GetFaceCenter(TopoDS::Face(second)).Z(), (floor + whole.high.Z()) / 2, Mm);
     }
@@ -140,7 +140,7 @@ TEST_P(Trim, CutToHalfOrLessIsDiscardedButTheFloorCutApplies) {
 
 INSTANTIATE_TEST_SUITE_P(PartLeft, Trim, testing::Values(0.501, 0.499));
 
-// A slab through the middle leaves two bodies, whose bottoms lie level.
+// A cut through the middle leaves two bodies with bottoms at equal heights.
 TEST(BoxEnvelope, BoxDividedByTheCarrierHasTwoBottomFaces) {
     const Extent whole = Untrimmed();
     const double middle = (whole.low.Y() + whole.high.Y()) / 2;

@@ -22,7 +22,7 @@ struct Cell {
         GrpConfig::GetCoupledValue(Hash).index[0] = 0;
     }
 
-    /// Puts the robot on a carrier with one fixed model, its place turned and moved by `place`.
+    /// Mounts the robot on a carrier with one fixed model, at the frame `place`.
     void Mount(const TopoDS_Shape& fixedModel, const gp_Trsf& place) {
         carrier.SetRootMdl(new ShapeEntity(TopoDS_Shape(), Uuid::CreateUuid()));
         if (!fixedModel.IsNull()) {
@@ -48,7 +48,7 @@ struct Cell {
 
     TopoDS_Shape Shown() const { return workspace.GetDisplayShape()->Shape(); }
 
-    /// The solids of the envelope, each checked to be one.
+    /// The solids of the envelope; fails where one is not a solid.
     std::vector<TopoDS_Shape> Solids() const { return SolidsOf(Shown()); }
     static std::vector<TopoDS_Shape> SolidsOf(const TopoDS_Shape& shape) {
         std::vector<TopoDS_Shape> solids;

@@ -6,7 +6,7 @@
 
 namespace {
 
-// A surface of revolution about an exact ellipse; its optimal box is right to this share of a metre.
+// Accuracy (mm) of the optimal box of a surface of revolution of an exact ellipse of metres.
 constexpr double Mm = 1e-3;
 
 struct Numbers {

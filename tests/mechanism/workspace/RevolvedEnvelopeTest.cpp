@@ -7,7 +7,7 @@
 
 namespace {
 
-// Exact solids of straight profiles: what is left is the rounding of the integration.
+// The solids of straight profiles are exact; the tolerance covers the rounding of the integration.
 constexpr double VolumeShare = 1e-6;
 
 // Area of a closed profile times its centroid's distance from the axis, m1 = integral of r over the area.

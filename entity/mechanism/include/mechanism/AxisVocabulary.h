@@ -52,5 +52,5 @@ const std::vector<std::string> RobotLinkNames = {"Pedestal", "ARM_J0", "ARM_J1",
                                                  "ARM_J4",   "ARM_J5", "ARM_J6", "Tool"};
 
 /// The axis that a text names, by exact match with the enumerators' names.
-/// @return Tool for every other text too: who needs to tell an unknown name compares the text itself.
+/// @return Tool for every other text too: to detect an unknown name, compare the text itself.
 MECHANISM_EXPORT AxisName StringToAxis(const std::string& text);

@@ -21,13 +21,13 @@ public:
     ~BenchEntity() override;
 
     // --- framework operations ----------------------------------------------------------------------------
-    /// Takes placement, end frame, workpieces and table from the flanges and links.
+    /// Recomputes placement, end frame, workpieces and table from the flanges and links.
     /// @throws std::string "...BenchEntity::UpdateDH变位机结构错误：不支持多条运动链", logged at critical,
     ///         for more than one root link.
     void Initial() override;
     /// Names every model after the bench, then runs Initial. @throws as Initial.
     void UpdateLinkModelNames() override;
-    /// Lets go of all workpieces; models and mounting stay.
+    /// Releases all workpieces; their models and mounting stay.
     void Delete() override;
     /// Writes the package to `path` (an empty path writes none), then answers the common keys and "type".
     Json::Value ToJson(const std::string& path) override;
@@ -38,13 +38,13 @@ public:
     Json::Value DataToJson(const std::string& path) override;
 
     // --- workpieces --------------------------------------------------------------------------------------
-    /// Puts a workpiece on the first free flange, or on a new one past the last. One that already hangs on a
-    /// flange stays there.
+    /// Mounts a workpiece on the first free flange, or on a new one past the last. One that is already
+    /// mounted on a flange of the bench stays there.
     /// @return the flange's index; -1 for null and for a workpiece that the bench has already.
     /// @throws std::invalid_argument, with nothing changed, when the workpiece cannot be mounted.
     int AddWorkpiece(Workpiece* w);
-    /// Lets go of the workpiece: no carrier, identity as assembly transform, out of the set. The framework's
-    /// mounting is ended by DisassembleModel.
+    /// Releases the workpiece: its carrier becomes null, its assembly transform the identity, and the set no
+    /// longer holds it. It stays mounted until DisassembleModel.
     void DeleteWorkpiece(Workpiece* w);
     /// Whether the bench holds the workpiece.
     bool IsContainWorkpiece(Workpiece* const w) const { return workpieces.contains(w); }
@@ -55,16 +55,16 @@ public:
     /// Two rows a link: translation (mm) of its centre transform, then its gp_Intrinsic_XYZ angles (rad); the
     /// fourth number is 0.
     const std::vector<std::array<double, 4>>& GetBenchDH() const { return benchDH; }
-    /// Moves the bench to explicit values and answers GetEndTrsfBy; too few values move nothing.
-    /// @param flag move the view models along.
+    /// Moves the bench to explicit values (rad or mm) and returns GetEndTrsfBy; too few values move nothing.
+    /// @param flag also move the view models.
     gp_Trsf KinematicForward(const std::vector<double>& values, bool flag);
     /// Displacement of the flange frame from its rest placement, in the world.
     gp_Trsf GetEndTrsfBy();
     /// World frame of flange 0 at rest.
     gp_Trsf GetPlacementTrsf() { return GetRootMdlTrsf() * placementTrsf; }
-    /// Hash of the link that workpieces are put on; 0 (the base) for a bench without axes.
+    /// Hash of the link on which workpieces are mounted; 0 (the base) for a bench without axes.
     std::uint64_t GetPlacementLinkHash() const;
-    /// The host's kinematics moves the links: nothing to do, on purpose.
+    /// Does nothing: ForwardTrsf moves the links.
     void Forward() {}
 
 private:

@@ -12,7 +12,7 @@ class MECHANISM_EXPORT ContextState {
 public:
     /// A zero state of every system that is registered now.
     ContextState();
-    /// An empty context that then reads the document; what FromJson answers is dropped. @throws as FromJson.
+    /// An empty context that then reads the document; the result of FromJson is ignored. @throws as FromJson.
     ContextState(const Json::Value& json);
 
     /// Whether the context holds any system.
@@ -34,11 +34,11 @@ public:
     void SetValues(std::uint64_t system, const GrpState& state);
 
     /// Whether every system of this context is equal in the other; systems that only the other holds do not
-    /// count. The tolerance of IsEqual is always 1e-6, whatever is asked for.
+    /// count. The tolerance of IsEqual is always 1e-6; the argument is ignored.
     /// @throws std::out_of_range "invalid map<K, T> key" when the other lacks a system.
     bool IsEqual(const ContextState& other, double tolerance) const;
     /// @{
-    /// The same with the comparison of GrpState that bears this name.
+    /// The same with the comparison of GrpState of this name.
     /// @throws std::out_of_range as IsEqual.
     bool IsEqualForSimu(const ContextState& other) const;
     bool IsEqualForCollisonShow(const ContextState& other) const;
@@ -67,13 +67,13 @@ struct MECHANISM_EXPORT TracePair {
     TracePair(std::vector<GrpState> trace_, TraceType type_);
     /// An independent copy.
     TracePair(const TracePair& other);
-    /// Drops the own states before copying, so assigning a trace to itself empties it, and so does
-    /// a copy that fails (std::bad_alloc).
+    /// Clears this trace before copying: assigning a trace to itself empties it, and so does a copy that
+    /// fails (std::bad_alloc).
     const TracePair& operator=(const TracePair& other);
     ~TracePair() = default;
 
     /// Appends the states to those already held. @throws std::bad_alloc, with none appended.
     void setTrace(const std::vector<GrpState>& states);
-    /// Says what was recorded; the states stay.
+    /// Sets the type; the states stay.
     void setType(TraceType type_) { type = type_; }
 };

@@ -7,7 +7,7 @@
 #include <memory>
 #include <vector>
 
-/// How the full value vector of one system follows from its independent axes, and which those are.
+/// Coupling of one system's axes: which are independent, and how all values follow from them.
 /// The arrays hold one entry a position; positions from 20 on take no part in coupling.
 struct MECHANISM_EXPORT CoupedValue {
     static constexpr int Capacity = 20; ///< Positions that the arrays have room for.
@@ -19,7 +19,7 @@ struct MECHANISM_EXPORT CoupedValue {
     std::int32_t skip[Capacity] = {};
     /// The independent positions in order; the first entry that is no position of the vector ends them.
     std::int32_t index[Capacity];
-    /// Whether the coupled operations follow this record at all.
+    /// Whether the coupled operations use this record.
     bool enabled = false;
     /// Number of values that the coupled operations on the first robot alone take.
     std::int32_t robotValueCount = 6;
@@ -33,16 +33,16 @@ struct MECHANISM_EXPORT CoupedValue {
 /// bench k benchesDofs[k] values from trunc(k * benchesDofs[k] + (robotDof + pedestalDof)) on. The bench rule
 /// is a running layout only for one robot with benches of one size, and is kept for compatibility.
 ///
-/// The lists are made on first use and hold no lock: hosts fill them during set-up, before any state of the
-/// system exists, and do not change an entry while one does.
+/// The lists are created on first use and are not locked: hosts fill them during set-up, before the first
+/// state of the system, and must not change an entry while such a state exists.
 struct MECHANISM_EXPORT GrpConfig {
-    /// More than any system has; larger counts are taken for a mistake.
+    /// Largest count that is accepted, more than any system has.
     static constexpr std::int32_t MostValues = 1'000'000;
 
     std::int32_t pedestalDof = 0;    ///< axes of the pedestal
     std::int32_t robotDof = 6;       ///< joints of each robot
     std::vector<double> benchesDofs; ///< axes of each bench
-    std::int32_t benchNum = 0;       ///< benches that the system promises
+    std::int32_t benchNum = 0;       ///< number of benches
     std::int32_t robotNum = 0;       ///< robots
     std::int32_t contextDof = 6;     ///< number of values of the whole system
 
@@ -82,7 +82,7 @@ struct MECHANISM_EXPORT GrpConfig {
 
     /// The couplings by system hash, for set-up.
     static std::map<std::uint64_t, CoupedValue>& ChangeCoupledList();
-    /// The system's coupling; asking for one that is not there makes a disabled one.
+    /// The system's coupling; a missing one is created, disabled.
     static CoupedValue& GetCoupledValue(std::uint64_t system);
 
 protected:

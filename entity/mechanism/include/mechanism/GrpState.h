@@ -23,12 +23,12 @@ struct StateAccess;
 /// pointer to its registry entry, which must outlive it. A state that was moved from has no buffer, though it
 /// still names its system: it reads as a state without values.
 ///
-/// The buffer keeps the size that it was made with. Where the layout comes to promise more (a document named
-/// a larger system, the registry entry grew), the state goes on with the values that it has.
+/// The buffer keeps the size that it was made with. Where the layout becomes larger (a document names a
+/// larger system, the registry entry changes), the state keeps the values that it has.
 ///
-/// The operations that copy values in bulk are bounded by the state's layout. A source that is not there (an
-/// empty vector, a null pointer, a state without a buffer) or a count past the range is a fatal programming
-/// error: the range is cleared, a line goes to standard error and the process is aborted.
+/// Operations that copy several values are bounded by the state's layout. A missing source (an empty vector,
+/// a null pointer, a state without a buffer) or a count past the range is a fatal programming error: the
+/// range is cleared, a line goes to standard error and the process is aborted.
 class MECHANISM_EXPORT GrpState {
 public:
     /// Hosts number their own path types; those above 0 are work states.
@@ -42,7 +42,7 @@ public:
     GrpState(const GrpState& other);
     /// Takes the values over; poses and text are copied, so this may throw std::bad_alloc.
     GrpState(GrpState&& other);
-    /// An unbound source takes system and buffer away and leaves the other fields as they were.
+    /// An unbound source removes system and buffer and leaves the other fields as they were.
     /// A failed allocation (std::bad_alloc) leaves this state as it was.
     GrpState& operator=(const GrpState& other);
     /// As the move constructor; moving a state to itself changes nothing.
@@ -69,7 +69,7 @@ public:
     void SetOffset(float offset_) { offset = offset_; }
     /// @}
     /// @{
-    /// Place of the tool in the robot's list.
+    /// Index of the tool in the robot's list.
     unsigned short GetToolIndex() const { return toolIndex; }
     void SetToolIndex(unsigned short index) { toolIndex = index; }
     /// @}
@@ -80,7 +80,7 @@ public:
     bool IsValidWorkState() const { return pathType == PathTypeValidWork; }
     /// @}
     /// @{
-    /// Whether the point belongs into an exported program.
+    /// Whether the point is part of an exported program.
     bool NeedExport() const { return needExport; }
     void SetNeedExport(bool need) { needExport = need; }
     /// @}
@@ -94,7 +94,7 @@ public:
     int GetRobotAndPedestalDof() const { return config->GetRobotAndPedestalDof(); }
     /// @}
     /// Axes of all benches, each sum cut to a whole number.
-    /// @throws std::out_of_range "invalid vector subscript" when a promised bench was never set.
+    /// @throws std::out_of_range "invalid vector subscript" when benchNum counts a bench that was never set.
     int GetBenchDof() const;
 
     /// All values of the system; rad and mm.
@@ -107,7 +107,7 @@ public:
     void SetValuesPtr(double* const p);
     /// Copies the values of a state, whatever its system, as many as both have.
     void SetValuesByState(const GrpState& other);
-    /// Adds value by value when both have the same number of values; otherwise nothing happens.
+    /// Adds value by value when both have the same number of values; otherwise nothing changes.
     void AddOtherValues(const GrpState& other);
     /// Doubles every value when the vector has GetContextDof() elements; what they are does not matter.
     void AddOtherValues(const std::vector<double>& v);
@@ -176,12 +176,12 @@ public:
 private:
     friend struct mechanism_detail::StateAccess;
 
-    /// Of a state that is bound to no system: nothing in it.
+    /// Layout of a state that is bound to no system: all zeros.
     static const GrpConfig NoLayout;
 
     /// Number of values: the layout's, at most those that the buffer was made for.
     int CountRoom() const { return std::clamp(config->contextDof, 0, room); }
-    /// Values that there are: none without a buffer.
+    /// Number of values; 0 without a buffer.
     int CountValues() const { return values != nullptr ? CountRoom() : 0; }
     /// Makes this default state one of the system: zero poses, values allocated but not set.
     MECHANISM_NO_EXPORT void Bind(std::uint64_t system_, const GrpConfig* config_);

@@ -4,11 +4,11 @@
 #include <mechanism/Export.h>
 #include <vector>
 
-/// Sequences of states. None of these logs.
+/// Operations on sequences of states; none writes log records.
 namespace GrpStateUtils {
 
-/// Thins a path: drops points that do not move and cuts out excursions that come straight back (A, B, A
-/// becomes A), then ends on an exact copy of the last point. One pass; only what is kept is copied.
+/// Thins a path: drops points equal to their predecessor, replaces A, B, A by A, and ends with an exact copy
+/// of the last point. One pass; only points that are kept are copied.
 ///
 /// A state is compared by its values alone (mm, rad) with the last and the last but one that are kept. One
 /// state gives two copies of it, no state gives none.
@@ -21,7 +21,7 @@ MECHANISM_EXPORT std::vector<ContextState> RemoveDuplicatedStates(const std::vec
                                                                   double tolerance);
 
 /// Sorts candidates by the Euclidean distance of their first `count` values to the reference's, nearest
-/// first; those at one distance keep their order, those at none (NaN) come last. A `count` past the
+/// first; those at equal distance keep their order, those at a NaN distance come last. A `count` past the
 /// reference's values, or below 1, changes nothing.
 /// @throws std::invalid_argument, with nothing changed, for a candidate with fewer values.
 MECHANISM_EXPORT void SortRobotStateJ(const GrpState& reference, std::vector<GrpState>& states, int count);

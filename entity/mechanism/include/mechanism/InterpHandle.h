@@ -14,12 +14,12 @@
 /// Dense sequences between key states, joint vectors (rad and mm, in the system's value order) and points
 /// (mm). Stateless and reentrant; nothing is logged.
 ///
-/// What holds for all of them: numbers that are not finite give numbers that are not finite, and no samples
-/// where they would decide how many; a step of zero asks for nothing. With the caller's data as they were,
-/// std::invalid_argument is thrown where an int cannot count the samples, where a paired state has no values
-/// or the second has fewer than the first, and where vectors of steps or joints are too short, and
-/// std::bad_alloc where memory cannot hold the result. States of two systems with room for each other's
-/// values are not told apart: the caller passes states of one system.
+/// Common to all functions: input that is not finite gives output that is not finite, and no samples where it
+/// determines their number; a step of zero is ignored. std::invalid_argument is thrown where the samples are
+/// more than an int counts, where a state of a pair has no values or the second has fewer than the first, and
+/// where vectors of steps or joints are too short; std::bad_alloc where memory cannot hold the result. The
+/// caller's data are unchanged then. The caller
+/// passes states of one system; this is checked only by their number of values.
 namespace InterpHandle {
 
 /// States from a to b in n equal parts, n being the number of whole steps on the axis that needs most, so a
@@ -37,7 +37,7 @@ MECHANISM_EXPORT std::vector<GrpState> InterpolationPts(const std::vector<GrpSta
 /// step is below 0.001; only b when the step is more than twice the distance.
 MECHANISM_EXPORT std::vector<gp_Pnt> InterpolationPts(const gp_Pnt& a, const gp_Pnt& b, const double& step);
 
-/// The n + 1 vectors of n equal parts, and b once more: callers count on the doubled end. n = 0 gives a
+/// The n + 1 vectors of n equal parts, and b once more: callers depend on the repeated end. n = 0 gives a
 /// vector of NaN and b, a negative n gives b; nothing for empty vectors or different lengths.
 MECHANISM_EXPORT std::vector<std::vector<double>> InterpolationPtsByNum(const std::vector<double>&& a,
                                                                         const std::vector<double>&& b, int n);

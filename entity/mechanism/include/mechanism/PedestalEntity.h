@@ -21,11 +21,11 @@ struct ArrData {
 /// Each robot that stands on a flange leads one system, known by the robot's hash. A system owns the run of
 /// links from the top of its tree down to its flange; system 0 is the pedestal as a whole. Values are mm for
 /// linear and rad for rotary joints. Axes are in the pedestal's own frame: links keep identity centre
-/// transforms. The law of the carrier: TransLocEulerToZero of a pose at any axis values is that pose with all
+/// transforms. A law that tests check: TransLocEulerToZero of a pose at any axis values is that pose with all
 /// axes at zero.
 ///
 /// Operations that need a system's run fail for a system that no mounted robot leads, 0 included where they
-/// say nothing else: logged at critical and thrown as std::string,
+/// do not say otherwise: logged at critical and thrown as std::string,
 /// "...PedestalEntity::GetCurrentValueDatamap传入key错误，数据不在范围内".
 class MECHANISM_EXPORT PedestalEntity : public GenericEntityConfig {
 public:
@@ -43,11 +43,11 @@ public:
     ///         the list; std::invalid_argument for links in a circle. The list is then as it was, and the
     ///         systems are those found so far.
     void Initial() override;
-    /// Takes the links' joint values over into the values of the pedestal and of every system.
+    /// Copies the links' joint values into the values of the pedestal and of every system.
     void UpdateState() override;
     /// Names every model after the pedestal, then runs Initial. @throws as Initial.
     void UpdateLinkModelNames() override;
-    /// The host's kinematics moves the links: nothing to do, on purpose.
+    /// Does nothing: ForwardTrsf moves the links.
     void Forward() {}
 
     // --- systems and values ------------------------------------------------------------------------------
@@ -56,14 +56,15 @@ public:
     /// The lowest system whose run holds the link, 0 where none does.
     /// @throws std::invalid_argument for null; std::out_of_range for a link that is not the pedestal's.
     size_t GetSystem(LinkRod* link) const;
-    /// Number of the system's axes; of all links for 0, and for any system while there are none.
+    /// Number of the system's axes; of all links for 0, and for any system while no robot is mounted.
     int GetDOF(size_t system) const override;
-    /// The system's values, top first; the whole pedestal's for 0, and for any system while there are none.
+    /// The system's values, top link first; those of the whole pedestal for 0, and for any system while no
+    /// robot is mounted.
     /// @throws std::string "...PedestalEntity::GetCurrentValuemap传入key错误，数据不在范围内".
     const std::vector<double>& GetCurrentValue(size_t system) const override;
     /// Where the system's axes lie in the link list.
     ArrData GetCurrentValueData(size_t system);
-    /// Sets the values and moves no link. An empty vector changes nothing.
+    /// Stores the values and moves no link (ForwardTrsf does). An empty vector changes nothing.
     /// @throws std::invalid_argument, with nothing changed, for fewer values than the system has axes; else
     ///         as GetCurrentValue.
     void SetCurrentValue(const std::vector<double>& values, size_t system) override;
@@ -73,7 +74,7 @@ public:
     /// @throws std::string "...PedestalEntity::GetLimit限位错误" when the margin leaves no range; else as
     ///         GetCurrentValue. For the pedestal as a whole as GenericEntity::GetLimit.
     std::vector<std::pair<double, double>> GetLimit(size_t system, double tolerance) override;
-    /// Whether every axis of the system is within its limits narrowed by the margin; no values at all are.
+    /// Whether every axis of the system is within its limits narrowed by the margin; true for no values.
     /// @throws std::out_of_range "invalid vector subscript" where the values end before the first axis
     ///         that is out of its limits.
     bool IsInLimit(const std::vector<double>& values, size_t system, double tolerance) const override;
@@ -88,15 +89,16 @@ public:
     /// weighted with their lengths relative to the longest. A void box gives ones.
     /// @param box in the world.
     std::vector<double> GetPathBoxOffsetScale(const Bnd_OBB& box, size_t system);
-    /// Velocity (mm/s, world) of what the linear axes carry; the sum ends at the first that is not linear.
+    /// Velocity (mm/s, world) of the flange due to the linear axes up to the first that is not linear.
     /// @param speeds one number an axis of the system, mm/s.
     /// @throws std::invalid_argument for null speeds of a system that has axes.
     gp_XYZ GetSpeedValue(const double* speeds, size_t system);
-    /// Sum over the axes of the products, component by component, of axis direction and translation: what the
-    /// axes take of a translation (mm, pedestal's frame) when they are parallel to the frame's.
+    /// Sum over the axes of the component-wise product of axis direction and translation: the share of a
+    /// translation (mm, pedestal's frame) that the axes carry out where they are parallel to the frame's
+    /// axes.
     gp_XYZ GetStateValue(const gp_Trsf& target, size_t system);
-    /// Takes the motion of the pedestal's axes out of a pose, top first. Axes whose value is below 1e-6 are
-    /// passed over; a joint that is neither rotary nor linear ends the removal.
+    /// Removes the motion of the pedestal's axes from a pose, top link first. Axes whose value is below 1e-6
+    /// are passed over; a joint that is neither rotary nor linear ends the removal.
     /// @param pose X_WP at the values of the state.
     /// @param state names the system and has its pedestal values.
     /// @param base X_WB, the pedestal's placement. @return X_WP with the axes at zero.

@@ -10,23 +10,23 @@
 class RobotWorkspace;
 class ToolEntity;
 
-/// How tightly collisions are checked: 0 with the configured gap, 1 and 2 with fixed ones.
+/// State that selects the collision gap: 0 with the configured gap, 1 and 2 with fixed ones.
 enum CheckCollisionState : int { CollisionNormal = 0, CollisionWide = 1, CollisionTight = 2 };
 
 /// A robot arm: six axes, or seven links with a coupled wrist.
 ///
 /// Its links form one chain, each further link being child 0 of the one before; axis n is the link at
-/// position n - 1. The arm reads its table of modified (proximal) Denavit-Hartenberg parameters off the zero
-/// pose and rewrites every link to it, after which every link turns about its own Z. Laws that hold for every
-/// arm: rewriting moves no joint axis, model or flange at any joint values, and the table of a rewritten arm
-/// is the same table. Lengths in mm, angles in rad.
+/// position n - 1. The arm computes its table of modified (proximal) Denavit-Hartenberg parameters from the
+/// zero pose and rewrites every link to it, after which every link turns about its own Z. Laws that tests
+/// check for every arm: rewriting moves no joint axis, model or flange at any joint values, and the table of
+/// a rewritten arm is the same table. Lengths in mm, angles in rad.
 ///
 /// Failures are logged at critical and thrown as std::string, "...RobotEntity::Operation" + message.
 class MECHANISM_EXPORT RobotEntity : public GenericEntityConfig {
 public:
     /// One row: a (along the previous X), alpha (about it), d (along the new Z), theta (about it).
     using DhRow = std::array<double, 4>;
-    /// Tools that can be read; the list itself may be longer.
+    /// Number of tools that can be read; the list itself may be longer.
     static constexpr int ToolLimit = 11;
 
     RobotEntity();
@@ -38,8 +38,7 @@ public:
     // --- framework operations ----------------------------------------------------------------------------
     /// Derives everything from the links: table, normalised links, end frame, tool frame model, workspace.
     /// @throws std::out_of_range "invalid vector subscript" for a robot without a flange, or whose chain
-    /// gives
-    ///         fewer rows than it has links.
+    /// gives fewer rows than it has links.
     void Initial() override;
     /// As the base. A maximum-reach model that the view shows stays, but cannot be selected.
     void Hide(size_t system) override;
@@ -58,10 +57,10 @@ public:
     std::vector<std::pair<double, double>> GetLimit(size_t system, double margin) override;
     /// As the base; a coupled wrist then has its sixth value set to minus its fifth.
     void SetCurrentValue(const std::vector<double>& values, size_t system) override;
-    /// Names every model after the robot and brings table, links and tool frame up to date.
+    /// Names every model after the robot and updates table, links and tool frame.
     /// @throws as Initial.
     void UpdateLinkModelNames() override;
-    /// Called when something has been mounted: a tool on flange 0 takes the current slot of the tool list
+    /// To be called after mounting: a tool on flange 0 takes the current slot of the tool list
     /// while that is empty (identity within 1e-7), else the next one, which becomes current; the tool joins
     /// this robot's system alone. A tool that gets its frame only after it was mounted (ToolEntity::Initial)
     /// calls this; after a later change of the frame the host does.
@@ -74,17 +73,17 @@ public:
     // --- kinematic data -----------------------------------------------------------------------------------
     /// The table, one row a link, root link first.
     const std::vector<DhRow>& GetArmDH() const { return armDH; }
-    /// Reads the table off the zero pose of any configurable mechanism; empty for anything else.
+    /// Computes the table from the zero pose of any configurable mechanism; empty for any other entity.
     static std::vector<DhRow> GetArmDH1989(GenericEntity* entity);
-    /// Identity, or for arm structure code 1 the turn by pi about Z that its table stands on.
+    /// Fixed rotation before the table: by pi about Z for arm structure 1, else the identity.
     gp_Trsf GetRobotBaseDHTrsf() const;
-    /// World frame that the table starts from.
+    /// World frame in which the table starts, mm.
     gp_Trsf GetRobotAssembleTrsf() const;
     /// Root placement * end-centre transform.
     gp_Trsf GetDefaultTCPTrsf() const;
     /// Always 6.
     int GetRobotDOF() const { return 6; }
-    /// The system that this robot leads: its own hash.
+    /// Hash of the robot's system, which is its own hash.
     std::uint64_t GetRobotSystem() const { return GetHashIndex(); }
     /// Joint values (rad) that the robot starts from.
     const std::vector<double>& GetInitialValue() const { return initialValues; }
@@ -111,22 +110,21 @@ public:
     const std::vector<gp_Trsf>& GetTools() const { return tools; }
     /// @}
     /// Tool frame relative to the flange, growing the list with identities up to index 10.
-    /// An index past 10 logs an error and answers tool 0 (std::out_of_range where there is none).
+    /// An index past 10 logs an error and returns tool 0 (std::out_of_range where there is none).
     /// @throws std::out_of_range "invalid vector subscript" for a negative index.
     const gp_Trsf& GetToolFromVector(int index) const;
     /// @{
-    /// The tool in use: its frame as GetToolFromVector answers it, and its index.
+    /// The current tool: its frame as GetToolFromVector returns it, and its index.
     const gp_Trsf& GetCurrentTool() const { return GetToolFromVector(currentTool); }
     int GetToolIndex() const { return currentTool; }
     /// @}
-    /// Makes a tool current and answers its record.
+    /// Makes a tool current and returns its record.
     /// @throws std::out_of_range as GetToolFromVector; a negative index leaves the current tool.
     Json::Value ChangeCurrentTool(int index);
     /// Stores the tool of a record ("ToolIndex", "X", "Y", "Z" in mm, then "RX", "RY", "RZ" in degrees for
     /// "Type" 0, else the quaternion "Q1" w, "Q2" x, "Q3" y, "Q4" z). Null does nothing.
     /// @throws std::invalid_argument naming key, value and expectation, with no tool changed: an index is 0
-    /// to
-    ///         65535, every number finite.
+    /// to 65535, every number finite.
     void SetToolData(const Json::Value& json);
     /// Record of the current tool, with both forms of its rotation.
     Json::Value GetToolData() const;
@@ -135,7 +133,7 @@ public:
     /// The mounted tool's parts, and the inverse of tool * offset; an empty list and the identity without a
     /// tool.
     std::pair<std::vector<opencascade::handle<ShapeEntity>>, gp_Trsf> GetZeroToolAndTrsf() const;
-    /// Puts the mounted tool's parts where they belong in the zero pose, then returns to the current pose.
+    /// Places the mounted tool's parts at the zero pose, then returns to the current pose.
     void ResetToolPosition();
 
     // --- tool centre --------------------------------------------------------------------------------------
@@ -151,7 +149,7 @@ public:
     LocEuler GetCurrentTCP() const;
     /// The axis triad at the tool centre, or null.
     opencascade::handle<BaseViewShape> GetToolFrame() const { return toolFrameMdl; }
-    /// Rebuilds the triad and hangs it on the end link's first model. The Z offset is not shown.
+    /// Rebuilds the triad as a child of the end link's first model. The Z offset is not shown.
     /// @throws std::out_of_range as GetToolFromVector.
     void UpdateToolFrame();
 
@@ -163,30 +161,30 @@ public:
     /// positive current index down by one.
     /// @throws std::invalid_argument for null.
     void DeleteWorkbench(GenericEntity* bench);
-    /// Makes a listed bench current; for one that is not listed nothing happens.
+    /// Makes a listed bench current; ignored for one that is not listed.
     void SetCurrentWorkbench(GenericEntity* const bench);
     /// Null when there is none or the index is negative.
     /// @throws std::out_of_range "invalid vector subscript" for an index past the end.
     const GenericEntity* GetCurrentWorkbench() const;
-    /// Place of the current bench in the list, -1 for none.
+    /// Index of the current bench in the list, -1 for none.
     int GetCurrentWorkbenchIndex() const { return currentWorkbench; }
     /// The listed benches; not owned.
     const std::vector<GenericEntity*>& GetWorkbenches() const { return workbenches; }
 
     // --- collision state ----------------------------------------------------------------------------------
     /// Sets the collision gap of the robot and its mounted tool: the configured one, 20 mm, 2 mm, or 30 mm
-    /// for any other state. The gaps are kept for clearance checks; nothing reads them yet.
+    /// for any other state. The gaps are stored for clearance checks; nothing reads them yet.
     void SetCurrentCollisionState(CheckCollisionState state);
     /// The state that was set last.
     CheckCollisionState GetCurrentCollisionState() const { return collisionState; }
 
     // --- workspace display --------------------------------------------------------------------------------
-    /// Shows or takes away the best working region.
+    /// Shows or hides the workspace envelope.
     /// @throws std::logic_error for a robot that was not through Initial.
     void ShowBestWorkspace(bool show);
-    /// The region's builder; null before Initial.
+    /// The builder of the envelope; null before Initial.
     const std::shared_ptr<RobotWorkspace>& GetWorkspace() const { return workspace; }
-    /// Makes the maximum-reach model that of the record which the region was last built from.
+    /// Rebuilds the maximum-reach model from the record of the last build of the envelope.
     /// @throws std::logic_error as ShowBestWorkspace.
     void UpdateMaxWork();
     /// Makes the maximum-reach model a spheroid below the root model; it is not displayed.
@@ -200,7 +198,7 @@ public:
     const opencascade::handle<BaseViewShape>& GetUnsafeWorkspaceModel() const { return unsafeWorkspaceMdl; }
 
 protected:
-    /// Gives every model of axes 1 to 6 its collision tolerance.
+    /// Sets the collision tolerance of every model of axes 1 to 6.
     void UpdateCollisionMdlState() override;
 
 private:

@@ -10,43 +10,43 @@
 class RobotEntity;
 class gp_Ax1;
 
-/// Builds and shows the reachable region of one robot as a translucent solid.
+/// Builds and shows the workspace of one robot as a translucent solid, the envelope.
 ///
-/// A robot on the floor gets the section of its reach, revolved about its base by the range of joint 1. One
-/// with additional axes, or with fewer values than joints, gets a box, trimmed against what carries it. The
-/// solid is kept and built anew only when what shapes it changes. Copies share the view object. Lengths in
-/// mm, angles in rad; used from the view's thread alone.
+/// A robot on the floor gets the profile of its workspace, revolved about its base by the range of joint 1.
+/// One with additional axes, or with fewer values than joints, gets a box, trimmed against what carries it.
+/// The solid is rebuilt only when its input changes. Copies share the view object. Lengths in mm, angles in
+/// rad; used from the view's thread alone.
 ///
-/// The current tool is given relative to the flange, and the region is computed with it in the frame of the
+/// The current tool is given relative to the flange, and the envelope is computed with it in the frame of the
 /// table's last row. So the flange must be at that frame's origin, its Z the last joint's positive axis;
 /// where the last joint cannot turn all the way round, its X must be the frame's too. Any other flange gives
-/// the region of another tool.
+/// the envelope of another tool.
 class MECHANISM_EXPORT RobotWorkspace {
 public:
     RobotWorkspace();
 
-    /// The robot whose region this is; not owned.
+    /// The robot whose workspace this is; not owned.
     void SetRobot(RobotEntity* newRobot);
-    /// The robot whose region this is; null before SetRobot, and once the robot has ended.
+    /// The robot whose workspace this is; null before SetRobot, and after the robot was destroyed.
     const RobotEntity* GetRobot() const { return robot; }
     /// 2 mirrors the box to the robot's other side; an update for additional axes sets it itself.
     void SetManagerNum(int count) { managerNum = count; }
     /// Whether a box was built for a hanging robot or for one with fewer values than joints.
     bool GetRailState() const { return railState; }
-    /// The record that the shown shape was built from.
+    /// The input record from which the shown shape was built.
     const WorkSpace::Robot& GetRobotData() const { return robotData; }
-    /// The object that shows the region; its shape is a compound of what was built.
+    /// The object that shows the envelope; its shape is a compound of what was built.
     const opencascade::handle<BaseViewShape>& GetDisplayShape() const { return displayShape; }
 
-    /// Rebuilds the region where the robot changed. Whatever keeps it from being built is logged at err
-    /// (function "RobotWorkspace::UpdateWorkspaceShape"), and what was shown stays.
-    /// @param ratio not used: the record's own ratio counts.
+    /// Rebuilds the envelope where the robot changed. A failure is logged at err (function
+    /// "RobotWorkspace::UpdateWorkspaceShape"), and the shape that was shown stays.
+    /// @param ratio not used: the record's own ratio is.
     void UpdateWorkspaceShape(double ratio);
-    /// Updates and shows the region, or takes it out of the view.
+    /// Updates and shows the envelope, or removes it from the view.
     void ShowWorkspaceShape(bool show, double ratio);
-    /// The lowest face of the trimmed box, by the height of its centre, and one within 0.001 mm of it that
-    /// comes after it in the order of the box's faces. Null shapes where there is none.
-    /// @param upToDate false updates the region first.
+    /// The lowest face of the trimmed box, by the height of its centre, and a later face of the box whose
+    /// centre is within 0.001 mm of that height. Null shapes where there is none.
+    /// @param upToDate false updates the envelope first.
     std::pair<TopoDS_Shape, TopoDS_Shape> GetBottomFace(bool upToDate);
 
     /// Shoulder offset, lateral offset, shoulder height and reach (mm) of a robot as it is now; zeros for

@@ -12,11 +12,11 @@ struct NozzleParam;
 /// Its frame is the mount transform of its own flange: the tool centre relative to the tool's base (mm, rad).
 class MECHANISM_EXPORT ToolEntity : public GenericEntityConfig {
 public:
-    /// Only painting is acted on; every other number is stored, exported and loaded unchanged.
+    /// Only painting changes the behaviour; every other number is stored, exported and loaded unchanged.
     enum ToolWorkType : int { WorkTypeWelding = 0, WorkTypePainting = 2 };
 
     ToolEntity();
-    /// Takes over a built mechanism; its own frame and cone come with Initial.
+    /// Takes over a built mechanism; Initial computes tool frame and cone.
     /// @throws std::invalid_argument for a null parent.
     explicit ToolEntity(GenericEntity* parent);
     ~ToolEntity() override;
@@ -36,18 +36,18 @@ public:
 
     /// What the tool does.
     ToolWorkType GetToolWorkType() { return workType; }
-    /// Neither builds nor removes the spray cone.
+    /// Stores the work type; the spray cone stays as it is until Initial.
     void SetToolWorkType(ToolWorkType type) { workType = type; }
     /// The end part, the one that touches the workpiece; null without one.
     opencascade::handle<ViewShape> GetEndToolMdl() { return endToolMdl; }
     /// The tool frame as the last Initial took it from the flange.
     const gp_Trsf& GetToolTrsf() const { return toolTrsf; }
-    /// Tools have no joints to move: nothing to do, on purpose.
+    /// Does nothing: tools have no joints.
     void Forward() {}
     /// The end part touches the workpiece while a program is simulated, so its tolerance is 0 then.
     void SetSimulatorState(bool simulating);
 
-    /// Brings the spray cone of a painting tool in step with the configured switch and sizes.
+    /// Updates the spray cone of a painting tool to the configured switch and sizes.
     /// @throws Standard_Failure of the kernel where the sizes make no cone; the old cone stays.
     void SetPaintedTool();
     /// Builds or refreshes the spray cone at a frame relative to the tool's base. While the host loads the
@@ -57,10 +57,9 @@ public:
     opencascade::handle<ShapeEntity> GetPaintedMdl() const { return paintedMdl; }
 
     /// Takes over the work type (parameter "ToolWorkType") and the flange's frame; a painting tool gets a
-    /// cone. A tool that was mounted before it had a frame tells its carrier.
+    /// cone. A tool that was mounted before it had a frame passes the frame to its carrier.
     /// @throws std::invalid_argument naming a "ToolWorkType" that is no whole number; nothing has changed.
-    ///         Standard_Failure of the kernel where the configured sizes make no cone; type and frame are
-    ///         new.
+    /// Standard_Failure of the kernel where the configured sizes make no cone; type and frame are new.
     void Initial() override;
     /// Writes the package to `path` (an empty path writes none), then answers the common keys and its own.
     Json::Value ToJson(const std::string& path) override;

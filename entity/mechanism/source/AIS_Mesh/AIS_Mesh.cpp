@@ -7,14 +7,14 @@
 
 namespace mesh {
 
-// Records are copied as blocks of memory, by the million.
+// Records are copied as blocks of memory; there may be millions.
 static_assert(std::is_trivially_copyable_v<AISMESH>);
 
 AIS_Mesh::AIS_Mesh() : AIS_InteractiveObject(PrsMgr_TOP_AllView) {}
 
 AIS_Mesh::AIS_Mesh(const AIS_Mesh& other) = default;
 
-// The base has no move of its own: its part is copied.
+// The base class has no move constructor: its part is copied.
 // NOLINTBEGIN(performance-move-constructor-init)
 AIS_Mesh::AIS_Mesh(AIS_Mesh&& other)
     : AIS_InteractiveObject(other), trsf(other.trsf), factor(other.factor),

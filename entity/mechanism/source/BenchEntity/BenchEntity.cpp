@@ -16,7 +16,7 @@ BenchEntity::BenchEntity(GenericEntity* parent) : GenericEntityConfig(parent) {
     try {
         BenchEntity::Initial();
     } catch (...) {
-        BenchEntity::Delete(); // the workpieces must not name a bench that never came to be
+        BenchEntity::Delete(); // the destructor will not run: no workpiece may refer to this object
         throw;
     }
 }

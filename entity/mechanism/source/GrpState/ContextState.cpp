@@ -16,7 +16,7 @@ bool AllOf(const ContextState& context, const ContextState& other, Equal equal) 
     return true;
 }
 
-/// The system's state, else the first one.
+/// The system's state, or the first one where the context does not hold the system.
 template <class States>
 auto& FindOrFirst(States& states, std::uint64_t system) {
     if (states.empty()) {

@@ -3,6 +3,7 @@
 #include "Checked.h"
 #include "Failure.h"
 #include "Whole.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -11,11 +12,11 @@ using mechanism_detail::Whole;
 
 namespace {
 
-/// An index that is no position of any vector, so that it ends the list of independent positions.
+/// An index that is no position of a vector; it ends the list of independent positions.
 constexpr std::int32_t EndOfIndices = 100000;
 constexpr int FirstBench = Bench;
 
-/// An entry without a layout is none.
+/// A null entry counts as not registered.
 const std::shared_ptr<GrpConfig>& Find(std::uint64_t system, int line, const char* function) {
     const auto& list = GrpConfig::GetGrpConfigList();
     const auto found = list.find(system);
@@ -26,7 +27,7 @@ const std::shared_ptr<GrpConfig>& Find(std::uint64_t system, int line, const cha
     return found->second;
 }
 
-/// @throws std::invalid_argument naming the count where no system has that many.
+/// @throws std::invalid_argument naming a count that is not in 0 .. MostValues.
 std::int32_t RequireCount(double count, const char* name) {
     if (!(count >= 0 && count <= GrpConfig::MostValues)) {
         throw std::invalid_argument(

@@ -3,6 +3,7 @@
 #include "BoundedCopy.h"
 #include "Checked.h"
 #include "Whole.h"
+
 #include <algorithm>
 #include <memory>
 #include <utility>
@@ -30,7 +31,7 @@ GrpState& GrpState::operator=(const GrpState& other) {
         if (system == 0) {
             values = nullptr;
         }
-        // Only now: had the copy failed, this state would still need its own.
+        // Released last: if the copy had failed, this state would still need its own buffer.
         delete[] own;
     }
     return *this;
@@ -46,7 +47,7 @@ GrpState& GrpState::operator=(GrpState&& other) {
 GrpState::~GrpState() { delete[] values; }
 
 void GrpState::Bind(std::uint64_t system_, const GrpConfig* config_) {
-    // A count that was set to less than nothing, past InitDOF, is none.
+    // The field is public, so a negative count is possible; it counts as 0.
     const int count = std::max(config_->contextDof, 0);
     tcps.resize(static_cast<std::size_t>(std::max(config_->robotNum, 0)));
     values = new double[static_cast<std::size_t>(count)];
@@ -73,7 +74,7 @@ void GrpState::CopyFrom(const GrpState& other, bool shareValues) {
 }
 
 void GrpState::CopyFields(const GrpState& other) {
-    // Room for the two that need it, so that nothing fails once the first field has changed.
+    // Memory for the two fields that need it is reserved first, so that nothing fails after the first change.
     tcps.reserve(other.tcps.size());
     logicalCmd.reserve(other.logicalCmd.size());
     tcps = other.tcps;

@@ -1,6 +1,7 @@
 #include <mechanism/GrpState.h>
 
 #include "StateAccess.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -10,7 +11,7 @@ constexpr double IdentityTolerance = 1e-7;
 constexpr double MotionTolerance = 0.0001;
 constexpr double SimulationPedestalTolerance = 0.1;
 constexpr double CollisionPedestalTolerance = 1.0;
-/// A tenth of a degree's radians.
+/// A tenth of a degree in radians.
 constexpr double AngularStep = 0.0017453292519943296;
 
 bool AreWithin(const double* a, const double* b, int first, int last, double tolerance) {
@@ -22,7 +23,7 @@ bool AreWithin(const double* a, const double* b, int first, int last, double tol
     return true;
 }
 
-/// Whether every value of a has one of b's to be compared with.
+/// Whether b has at least as many values as a.
 bool HasCounterparts(const GrpState& a, const GrpState& b) {
     using mechanism_detail::StateAccess;
     return StateAccess::HasValues(a, 0) && StateAccess::HasValues(b, StateAccess::CountValues(a));

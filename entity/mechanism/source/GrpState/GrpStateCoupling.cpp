@@ -2,12 +2,13 @@
 
 #include "BoundedCopy.h"
 #include "Checked.h"
+
 #include <algorithm>
 #include <cstdint>
 
 namespace {
 
-/// The values at the coupling's independent positions, up to the first that is not below the bound.
+/// The values at the coupling's independent positions, up to the first one that is not below the bound.
 std::vector<double> Independent(const double* values, const CoupedValue& coupling, int bound) {
     std::vector<double> independent;
     independent.reserve(static_cast<std::size_t>(std::max(bound, 0)));
@@ -23,7 +24,7 @@ std::vector<double> Independent(const double* values, const CoupedValue& couplin
     return independent;
 }
 
-/// Fills the first positions from their sources; those past the coupling's capacity keep their values.
+/// Sets the first positions from their sources; positions past the coupling's capacity keep their values.
 void Spread(const std::vector<double>& independent, const CoupedValue& coupling, int bound, double* values) {
     std::int64_t source = -1;
     for (int i = 0; i < std::min(bound, CoupedValue::Capacity); ++i) {
@@ -32,7 +33,7 @@ void Spread(const std::vector<double>& independent, const CoupedValue& coupling,
     }
 }
 
-/// A record's default count is an arm's six; a shorter system has no more than its own values.
+/// The default count of a record is six, which a shorter system does not have.
 int RobotBound(const CoupedValue& coupling, int values) { return std::min(coupling.robotValueCount, values); }
 
 } // namespace
@@ -52,7 +53,7 @@ std::vector<double> GrpState::GetValuesCoupling(EntityName entity) {
 }
 
 void GrpState::SetValuesCoupling(const std::vector<double>& v) {
-    // Independent values are fewer than the positions: copy those there are.
+    // There may be fewer independent values than positions.
     const auto most = static_cast<std::size_t>(CountRoom());
     const bool isEmpty = v.empty();
     mechanism_detail::CopyBounded(values, most, isEmpty ? nullptr : v.data(),

@@ -1,6 +1,7 @@
 #include <mechanism/GrpState.h>
 
 #include "Checked.h"
+
 #include <algorithm>
 #include <json/json.h>
 #include <utility>
@@ -14,7 +15,7 @@ Json::Value GrpState::ToJson() {
     for (const LocEuler& pose : tcps) {
         poses.append(LocEulerToJson(pose, 6));
     }
-    // Keys that need no copy: a path has a hundred thousand of these.
+    // Keys without a copy: the document of a path uses a hundred thousand of them.
     Json::Value json;
     json[Json::StaticString("J_value")] = std::move(jointValues);
     json[Json::StaticString("tcp_value")] = std::move(poses);

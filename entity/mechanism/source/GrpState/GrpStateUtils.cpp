@@ -1,6 +1,7 @@
 #include <mechanism/GrpStateUtils.h>
 
 #include "StateAccess.h"
+
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
@@ -28,7 +29,7 @@ bool Matches(const GrpState& state, const GrpState& kept, double tolerance) {
     return true;
 }
 
-/// The thinning by reference, so that what an excursion takes back was never copied.
+/// Thins by reference, so that states that are dropped later were never copied.
 template <class State, class Same>
 std::vector<State> Thin(const std::vector<State>& states, Same same) {
     if (states.empty()) {
@@ -58,7 +59,7 @@ std::vector<State> Thin(const std::vector<State>& states, Same same) {
     return thinned;
 }
 
-/// Squared distance and place in the list of one candidate.
+/// Squared distance and index of one candidate.
 using Candidate = std::pair<double, std::size_t>;
 
 bool IsNearer(const Candidate& a, const Candidate& b) {
@@ -91,7 +92,7 @@ std::vector<Candidate> Candidates(const GrpState& reference, const std::vector<G
     return candidates;
 }
 
-/// Exchanges states along the cycles of the order, which cannot fail half way.
+/// Exchanges states along the cycles of the permutation, which cannot fail half way.
 void Arrange(std::vector<GrpState>& states, std::vector<Candidate>& order) {
     for (std::size_t first = 0; first < order.size(); ++first) {
         std::size_t hole = first;

@@ -2,6 +2,7 @@
 
 #include "BoundedCopy.h"
 #include "Checked.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -19,7 +20,7 @@ struct Range {
     std::size_t count = 0;
 };
 
-/// An entity's range, cut to the buffer: benches of different sizes are laid out past its end.
+/// An entity's range within the buffer: benches of different sizes are laid out past its end.
 Range RangeOf(const GrpConfig& config, EntityName entity, int room) {
     int start = 0;
     int count = 0;
@@ -29,22 +30,22 @@ Range RangeOf(const GrpConfig& config, EntityName entity, int room) {
     return {static_cast<std::size_t>(start), static_cast<std::size_t>(count)};
 }
 
-/// A bench past those of the layout, which has no range for it.
+/// Whether the entity is a bench that the layout does not have.
 bool IsUnknownBench(const GrpConfig& config, EntityName entity) {
     return entity >= config.robotNum && entity >= FirstBench && entity - FirstBench >= config.benchNum;
 }
 
 const double* SourceOf(const std::vector<double>& v) { return v.empty() ? nullptr : v.data(); }
 
-/// A vector that is too short gives the values that it has; none at all is for the copy to judge.
+/// A vector that is too short sets the values that it has; an empty one is left to BoundedCopy, which aborts.
 std::size_t CountFrom(const std::vector<double>& v, std::size_t room) {
     return v.empty() ? room : std::min(v.size(), room);
 }
 
-/// Where a range begins in a buffer, if there is one.
+/// Start of a range in a buffer, or null without a buffer.
 double* Begin(double* values, std::size_t start) { return values != nullptr ? values + start : nullptr; }
 
-/// A place in the buffer, which an axis may leave its entity for but not the state.
+/// A position in the buffer; an axis may lie outside its entity, but not outside the state.
 std::size_t PlaceOf(std::int64_t start, std::int64_t axis, int values) {
     const std::int64_t place = start + axis;
     if (place < 0 || place >= values) {

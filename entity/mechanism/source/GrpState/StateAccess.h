@@ -4,17 +4,17 @@
 
 namespace mechanism_detail {
 
-/// What the library's own makers of many states may do to one.
+/// Access to a state's internals for functions of the library that create many states.
 struct StateAccess {
-    /// Binds a default state to a layout that was looked up once for all of them. The values are not set.
+    /// Binds a default state to a layout that the caller has looked up. The values are not set.
     static void Bind(GrpState& state, std::uint64_t system, const GrpConfig* config) {
         state.Bind(system, config);
     }
-    /// Exchanges two states without copying poses or text, as moving them would.
+    /// Exchanges two states without copying poses or text, which a move would copy.
     static void Swap(GrpState& a, GrpState& b) noexcept { a.Swap(b); }
-    /// Number of values that there are; 0 for a state that is bound to no system or was moved from.
+    /// Number of values; 0 for a state that is bound to no system or was moved from.
     static int CountValues(const GrpState& state) { return state.CountValues(); }
-    /// Whether the state has a buffer, and that many values in it.
+    /// Whether the state has a buffer with that many values.
     static bool HasValues(const GrpState& state, int count) {
         return state.values != nullptr && state.CountValues() >= count;
     }

@@ -1,6 +1,7 @@
 #include <mechanism/InterpHandle.h>
 
 #include "Count.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -14,13 +15,13 @@ using Joints = std::vector<double>;
 
 constexpr double SmallestStep = 0.001;
 constexpr std::size_t ArmJoints = 6;
-/// External axes move in millimetres where the arm moves in radians.
+/// Weight of external axes, which move in millimetres where the arm moves in radians.
 constexpr double ExternalAxisWeight = 1.0 / 1000;
 
-/// Memory of one vector: its values and what holds them.
+/// Memory of one vector: its values and the object itself.
 std::size_t BytesOf(const Joints& joints) { return sizeof(Joints) + joints.size() * sizeof(double); }
 
-/// The vector k parts of so many from a to b.
+/// The vector at k of `parts` equal parts from a to b.
 Joints Between(const Joints& a, const Joints& b, int k, double parts) {
     Joints joints(a.size());
     for (std::size_t i = 0; i < a.size(); ++i) {
@@ -38,7 +39,7 @@ double WeightedChange(const Joints& a, const Joints& b) {
     return largest;
 }
 
-/// The parts of each leg of a polyline, so that nothing is appended before all of it is known to be sound.
+/// Numbers of parts of all legs of a polyline; all are checked before any vector is appended.
 std::vector<double> PartsOf(const std::vector<Joints>& polyline, double step) {
     std::vector<double> parts;
     double total = 0;

@@ -1,6 +1,7 @@
 #include <mechanism/InterpHandle.h>
 
 #include "Count.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gp_QuaternionNLerp.hxx>
@@ -19,7 +20,7 @@ gp_Quaternion ToQuaternion(const gp_Pnt& angles) {
     return rotation;
 }
 
-/// Blend of two angle triples, set up once for all samples between them.
+/// Blend of two angle triples; the quaternions are computed once for all samples.
 class AngleBlend {
 public:
     AngleBlend(const gp_Pnt& a, const gp_Pnt& b) : blend(ToQuaternion(a), ToQuaternion(b)) {}

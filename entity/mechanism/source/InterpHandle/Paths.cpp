@@ -1,6 +1,7 @@
 #include <mechanism/InterpHandle.h>
 
 #include "Checked.h"
+
 #include <BRepLib_MakeVertex.hxx>
 #include <algorithm>
 #include <cmath>
@@ -11,11 +12,11 @@
 
 namespace {
 
-/// Poses closer than this (mm) to the next one are crowded.
+/// Poses closer than this (mm) to the next one are dropped.
 constexpr double Crowded = 1.0;
-/// Finer than this (mm) a path of arrays is not divided.
+/// Least spacing (mm) when a path of arrays is divided.
 constexpr double FinestSpacing = 1.0;
-/// The query that answers the nearest distance rather than any within the tolerance.
+/// Mode of the query that returns the least distance rather than any within the tolerance.
 constexpr int NearestDistance = 2;
 
 using InterpHandle::ArrayPose;

@@ -1,6 +1,7 @@
 #include <mechanism/InterpHandle.h>
 
 #include "Count.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gp_Dir.hxx>

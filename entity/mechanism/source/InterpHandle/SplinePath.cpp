@@ -1,6 +1,7 @@
 #include <mechanism/InterpHandle.h>
 
 #include "Count.h"
+
 #include <GCPnts_UniformAbscissa.hxx>
 #include <GeomAPI_Interpolate.hxx>
 #include <GeomAdaptor_Curve.hxx>
@@ -12,8 +13,8 @@
 #include <stdexcept>
 #include <string>
 
-// Dense tool paths: each long leg becomes a cubic of its own, so the work is linear in the length of the path
-// and short legs stay as they are.
+// Dense tool paths. Each long leg becomes a cubic of its own, so the work is linear in the length of the
+// path; short legs stay as they are.
 
 namespace {
 
@@ -22,10 +23,10 @@ using Path = std::vector<PathPose>;
 
 constexpr double FitTolerance = 0.001;
 constexpr double AutomaticTolerance = -1.0;
-/// Within this angle the tool counts as pointing along the path, where the two give no bending axis.
+/// Below this angle (rad) tool and path are parallel and define no bending axis.
 constexpr double AlongPath = 0.17453292519943295;
 
-/// A leg that is longer than the spacing, with the chords that it leaves and enters along.
+/// A leg that is longer than the spacing, with the chords that give its tangents at both ends.
 struct Leg {
     const PathPose& from;
     const PathPose& to;
@@ -33,8 +34,8 @@ struct Leg {
     gp_Vec endTangent;
 };
 
-// Every leg leaves along its own chord and enters along the next one; the last has no next one and takes the
-// previous chord and its own.
+// The tangents of a leg are its own chord at the start and the next leg's chord at the end; for the last leg
+// they are the previous chord and its own.
 Leg LegAt(const Path& path, std::size_t i) {
     const bool last = i + 2 == path.size();
     const std::size_t first = last ? i - 1 : i;
@@ -47,7 +48,7 @@ bool PointsAlong(const gp_Dir& tool, const gp_Dir& tangent) {
     return angle <= AlongPath || angle >= std::numbers::pi - AlongPath;
 }
 
-// The axis that the tool turns about with the curve: square to tool and path, from whichever end shows it.
+// The bending axis, about which the tool turns: perpendicular to tool and path at whichever end defines it.
 gp_XYZ BendingAxis(const Leg& leg) {
     const gp_Dir start(leg.startTangent);
     const gp_Dir end(leg.endTangent);
@@ -70,15 +71,15 @@ opencascade::handle<Geom_BSplineCurve> Fit(const Leg& leg) {
     return fit.IsDone() ? fit.Curve() : opencascade::handle<Geom_BSplineCurve>();
 }
 
-// The angle runs from the sample's tangent back to the start's, so the tool turns against the bend. Programs
-// rely on that order of the arguments.
+// The angle is measured from the sample's tangent to the start's, so the tool turns against the bend.
+// Programs depend on that order of the arguments.
 gp_Dir Turned(const gp_Dir& tool, const gp_Pnt& point, const gp_Vec& tangent, const gp_Dir& start,
               const gp_Dir& axis) {
     const double angle = gp_Dir(tangent).AngleWithRef(start, axis);
     return tool.Rotated(gp_Ax1(point, axis), angle);
 }
 
-// All samples of the leg but the last, which is the next leg's first.
+// All samples of the leg except the last, which is the first of the next leg.
 void AppendLeg(const Leg& leg, double base, Path& out) {
     const gp_Dir axis(BendingAxis(leg));
     const gp_Dir start(leg.startTangent);
@@ -117,7 +118,7 @@ Path BlendTwo(const Path& path, double base) {
     return out;
 }
 
-// By squares, so that a negative spacing counts as its absolute value and an endless one divides nothing.
+// Squares are compared: a negative spacing acts as its absolute value, and an infinite one divides nothing.
 bool IsShort(const Path& path, std::size_t leg, double base) {
     return path[leg].first.SquareDistance(path[leg + 1].first) <= base * base;
 }
@@ -148,8 +149,8 @@ void RequireFinite(const Path& path, std::size_t from, std::size_t to) {
     }
 }
 
-// Only legs that are divided ask for points and a spacing that can be computed with: the kernel would divide
-// them into endless parts. A cubic is not much longer than its chord.
+// Only legs that are divided need valid points and a finite spacing; the kernel would divide them without end
+// otherwise. A cubic is not much longer than its chord.
 void RequireDivisible(const Path& path, double base) {
     double samples = 0;
     for (std::size_t i = 0; i + 1 < path.size(); ++i) {

@@ -3,6 +3,7 @@
 #include "Checked.h"
 #include "Count.h"
 #include "GrpState/StateAccess.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gp_Trsf.hxx>
@@ -25,7 +26,7 @@ void RequirePair(const GrpState& a, const GrpState& b, const char* function) {
     }
 }
 
-/// Whole steps on the axis that needs most of them.
+/// Number of whole steps on the axis with the most.
 int CountParts(const GrpState& a, const GrpState& b, const std::vector<double>& steps) {
     RequirePair(a, b, ByStep);
     if (std::cmp_less(steps.size(), a.GetContextDof())) {
@@ -67,7 +68,7 @@ void AppendInterior(const GrpState& a, const GrpState& b, int parts, std::vector
     }
 }
 
-/// Moves a state's values the given fraction of the way to another's.
+/// Moves a state's values by the given fraction of the way towards another's.
 void BlendValues(GrpState& state, const GrpState& to, double t) {
     double* const values = state.GetValuesPtr();
     for (int i = 0; i < state.GetContextDof(); ++i) {
@@ -103,7 +104,7 @@ std::vector<GrpState> InterpHandle::InterpolationPts(const std::vector<GrpState>
         total += static_cast<std::size_t>(std::max(parts.back(), 1));
     }
     RequireMemory(static_cast<double>(total), BytesOf(states.front()));
-    // One growth: states are costly to move.
+    // Reserved once: states are expensive to move.
     chain.reserve(total);
     for (std::size_t i = 0; i + 1 < states.size(); ++i) {
         chain.push_back(states[i]);

@@ -43,7 +43,7 @@ std::optional<gp_Trsf> MotionAbout(const gp_Ax1& axis, JointType type, double va
     return motion;
 }
 
-/// The state's own readers are not const; this copy is what is read.
+/// The state's accessors are not const, so a copy is read.
 std::vector<double> PedestalValues(GrpState state) { return state.GetValues(Pedestal); }
 
 } // namespace

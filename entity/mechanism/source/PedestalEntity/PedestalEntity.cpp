@@ -35,7 +35,7 @@ void PedestalEntity::Initial() {
         if (flange->linkHash == 0 || flange->link == nullptr) {
             continue;
         }
-        // A place on a link that is not ours is a fault even while nobody stands there.
+        // A flange on a link of another entity is an error even while no robot is mounted there.
         const ArrData run = RunTo(flange->link);
         if (flange->attached != nullptr) {
             const std::uint64_t system = flange->attached->GetHashIndex();
@@ -60,7 +60,7 @@ void PedestalEntity::OrderLinks() {
             }
         }
     } catch (...) {
-        // Links and flanges point at one another: a list with some of them would leave the rest dangling.
+        // Links and flanges point at one another: a partial list would leave dangling pointers.
         links = given;
         linkOrder = order;
         UpdateModelPara();
@@ -102,8 +102,8 @@ void PedestalEntity::UpdateState() {
         }
     }
     for (const auto& [system, run] : currentValueData) {
-        // A robot whose hash is 0 leads the system that stands for the whole pedestal: its values go to the
-        // front of the pedestal's own, and later systems read them from there.
+        // Hash 0 stands for the whole pedestal. Values of a robot with hash 0 are copied to the front of the
+        // pedestal's own, from which later systems read them.
         auto& values = const_cast<std::vector<double>&>(GetCurrentValue(system));
         for (std::size_t i = 0; i < run.count; ++i) {
             values[i] = all[run.start + i];

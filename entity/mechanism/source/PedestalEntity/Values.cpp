@@ -84,7 +84,7 @@ std::vector<std::pair<double, double>> PedestalEntity::GetLimit(size_t system, d
     if (system == 0 || currentValues.empty()) {
         return GenericEntityConfig::GetLimit(system, tolerance);
     }
-    GetCurrentValue(system); // an unknown system fails as the question for its values does
+    GetCurrentValue(system); // fails for an unknown system, with that function's text
     const auto [start, count] = At(currentValueData, system);
     std::vector<std::pair<double, double>> limits;
     limits.reserve(count);

@@ -1,3 +1,5 @@
+#include "DhTable.h"
+
 #include "Checked.h"
 #include "Failure.h"
 
@@ -8,8 +10,6 @@
 #include <mechanism/RobotEntity.h>
 #include <numbers>
 
-#include "DhTable.h"
-
 using namespace mechanism_detail;
 
 namespace {
@@ -19,14 +19,14 @@ constexpr double HalfPi = Pi / 2;
 
 using Row = RobotEntity::DhRow;
 
-// The two families whose chains need rows of their own; every other arm is ordinary.
+// The two arm structures with table rows of their own; all other arms are ordinary.
 constexpr int ParallelArm = 1;  // three parallel axes, then two wrist offsets
 constexpr int ObliqueWrist = 2; // seven links, wrist axes at an angle to each other
 constexpr std::size_t ObliqueWristLinks = 7;
 
 constexpr int LastRow = 5;
 
-// Where the walk along the zero pose stands when a link has just been composed in.
+// State of the pass along the zero pose after a link was composed.
 struct Step {
     gp_XYZ before; // origin of the previous link
     gp_XYZ at;     // origin of this link
@@ -35,8 +35,8 @@ struct Step {
     double Distance() const { return (at - before).Modulus(); }
 };
 
-// Rows of ordinary arms and of both families, one step of the walk at a time. Some steps also complete
-// earlier rows: offsets along an axis show only at a later joint.
+// Rows of ordinary arms and of both other structures, one link at a time. Some links also complete earlier
+// rows, as an offset along an axis shows only at a later joint.
 void AppendRow(std::vector<Row>& rows, int k, int structure, const Step& step) {
     const bool parallel = structure == ParallelArm;
     const bool oblique = structure == ObliqueWrist;
@@ -105,7 +105,7 @@ void RobotEntity::Normalized() {
     if (GetLinkSize() < GetRobotDOF()) {
         return;
     }
-    // Each record carries the link's own value, which is not the robot's current one until the robot moves.
+    // Each record carries the link's own value; the robot's current value follows when the robot moves.
     const std::vector<double> values = currentValues;
     for (std::size_t i = 0; i < links.size(); ++i) {
         LinkRod* link = GetLink(i);

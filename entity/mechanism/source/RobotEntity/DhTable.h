@@ -5,7 +5,7 @@
 
 namespace mechanism_detail {
 
-/// Places of the four numbers in a row.
+/// Indices of the four numbers in a row.
 enum DhColumn : std::size_t { DhA = 0, DhAlpha = 1, DhD = 2, DhTheta = 3 };
 
 /// Modified (proximal) convention: RotX(alpha) * TransX(a) * RotZ(theta) * TransZ(d).

@@ -49,8 +49,8 @@ Json::Value TableToJson(const std::vector<RobotEntity::DhRow>& table) {
     return json;
 }
 
-// Rows of the document, or nothing where an element is no row and the table must come from the links. What is
-// no list has no elements.
+// Rows of the document, or nothing where an element is no row, so that the table must come from the links. A
+// value that is no array has no rows.
 std::optional<std::vector<RobotEntity::DhRow>> ReadTable(const Json::Value& json) {
     std::vector<RobotEntity::DhRow> table;
     for (const Json::Value& numbers : json) {
@@ -95,7 +95,7 @@ int ReadToolIndex(const Json::Value& json) {
     return index;
 }
 
-// What the document adds to a link's own record; the rest of it passes through.
+// A link's record of the document, with the keys that link and table row determine set.
 Json::Value CompletedRecord(const Json::Value& json, std::size_t number, const LinkRod& link,
                             const RobotEntity::DhRow& row) {
     Json::Value record = json[LinkKey(number)];
@@ -112,7 +112,7 @@ Json::Value CompletedRecord(const Json::Value& json, std::size_t number, const L
 }
 
 // Everything that can be refused is read before the robot changes; only a table longer than the chain is
-// found out on the way.
+// detected during the change.
 struct RobotDocument {
     Uuid id;
     std::uint64_t hash = 0;
@@ -131,7 +131,7 @@ RobotDocument ReadDocument(const Json::Value& json) {
         document.tools = ReadTools(json["ToolLib"]);
         document.currentTool = ReadToolIndex(json);
         if (document.tools->empty() && document.currentTool >= RobotEntity::ToolLimit) {
-            RefuseSubscript(); // tool 0 would answer for it
+            RefuseSubscript(); // otherwise tool 0 would be returned
         }
     }
     document.table = ReadTable(json["DH"]);

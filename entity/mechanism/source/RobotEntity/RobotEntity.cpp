@@ -14,9 +14,7 @@ using namespace mechanism_detail;
 
 namespace {
 
-/// The wrist values of a coupled arm: the second turns against the first.
-
-/// The system argument that asks for limits along the coupling index list.
+/// Value of the system argument that requests limits in the order of the coupling's index list.
 constexpr size_t CouplingListSystem = 666;
 
 constexpr double AxisCollisionTolerance = 5.0;

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int ToolFrameSize = 50;
 constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
-/// Squared norm below which four numbers are taken for no rotation at all.
+/// Squared norm below which four numbers are no rotation.
 constexpr double NoRotation = 1e-7;
 
 gp_Pnt AnglesOfQuaternion(const Json::Value& json) {
@@ -45,7 +45,7 @@ gp_Pnt AnglesOfDegrees(const Json::Value& json) {
             ReadNumber(json, "RZ") * RadiansPerDegree};
 }
 
-/// A place of the tool list. @throws std::out_of_range "invalid vector subscript" for a negative one.
+/// Checks an index of the tool list. @throws std::out_of_range "invalid vector subscript" for a negative one.
 std::size_t ToolPlace(int index) {
     if (index < 0) {
         RefuseSubscript();
@@ -133,7 +133,7 @@ double RobotEntity::GetZOffset() const { return zOffset.TranslationPart().Z(); }
 
 gp_Trsf RobotEntity::GetCurrentToolWithOffset() const { return GetCurrentTool() * zOffset; }
 
-/// Asked for at every pose of a collision check: the product that is always there is made on plain numbers.
+/// Called for every pose of a collision check: the product is computed on plain numbers (Rigid).
 gp_Trsf RobotEntity::GetCurrentTrsfTCP() const {
     const LinkRod* end = GetEndLink(0);
     gp_Trsf tcp =
@@ -180,7 +180,7 @@ void RobotEntity::UpdateToolFrame() {
         toolFrameMdl->SetLocalTransformation(endModel->LocalTransformation());
         endModel->AddChildWithCurrentTransformation(toolFrameMdl);
     } else if (!rootMdl.IsNull()) {
-        // Not along with the joints, but in and out of view with the robot.
+        // It is shown and hidden with the robot; it does not move with the joints.
         rootMdl->AddChildWithCurrentTransformation(toolFrameMdl);
     }
 }

@@ -23,14 +23,14 @@ namespace {
 constexpr double ShownRatio = 0.65;
 
 constexpr double SmallestReach = 0.001;
-/// Where the kernel's own tolerance of 1e-7 mm meets the last bit of a number.
+/// Reach (mm) from which a double no longer resolves the kernel's tolerance of 1e-7 mm.
 constexpr double FarthestReach = 1e8;
 constexpr double MeshAngle = 0.3490658503988659;
 constexpr double MeshDeflection = 50.0;
 constexpr double UnsafeTransparency = 0.7;
 constexpr auto UnsafeColour = static_cast<Quantity_NameOfColor>(407);
 
-/// Hosts know these records by their places, which therefore stay.
+/// Fixed: hosts identify these log records by their lines.
 constexpr int NumbersLine = 693;
 constexpr int FailureLine = 728;
 constexpr const char* SettingModel = "RobotEntity::SetMaxWorkSpaceModel";
@@ -51,7 +51,7 @@ void Style(BaseViewShape& model) {
     model.SetDispalyMode(1);
 }
 
-// The kernel would build endlessly small arcs of an endless one.
+// The kernel would build an infinitely long spheroid from infinitely small arcs.
 void RequireFinite(const std::array<double, 4>& a) {
     for (const double number : a) {
         if (!(std::abs(number) < FarthestReach)) {

@@ -19,7 +19,7 @@
 namespace {
 
 constexpr double EdgeRadius = 600.0;
-/// Two roundings and a flat strip between them.
+/// Room needed along an edge: two roundings and a flat strip between them.
 constexpr double LeastRoundedWidth = 1210.0;
 constexpr double VerticalCone = 0.08726646259971647;
 

@@ -9,7 +9,7 @@ using namespace mechanism_detail;
 
 namespace {
 
-/// Joints are kept three degrees off their stops, the carrier's axes one unit.
+/// Distance of the limits used from the joint stops: three degrees, and one unit for the carrier's axes.
 constexpr double JointMargin = 0.05235987755982988;
 constexpr double CarrierMargin = 1.0;
 constexpr double MillimetresPerMetre = 1000.0;

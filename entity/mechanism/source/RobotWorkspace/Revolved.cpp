@@ -23,7 +23,7 @@ using namespace mechanism_detail;
 
 namespace {
 
-/// Squared length (mm^2) that a step of the profile must exceed to become an edge.
+/// Squared length (mm^2) above which a step of the profile becomes an edge.
 constexpr double ShortStep = 1.0;
 constexpr double Turn = 2 * std::numbers::pi;
 
@@ -34,8 +34,8 @@ TopoDS_Wire ProfileWire(const std::vector<std::vector<double>>& profile) {
         points.emplace_back(At(entry, 0), 0, At(entry, 1));
     }
     At(points, points.size() - 1) = points.front();
-    // Neighbours share their vertex: the wire would otherwise look among all of them for the one that
-    // coincides.
+    // Neighbouring edges share a vertex; BRepBuilderAPI_MakeWire would otherwise search all edges for
+    // coincident ones.
     std::vector<TopoDS_Vertex> corners;
     corners.reserve(points.size());
     for (std::size_t i = 0; i + 1 < points.size(); ++i) {
@@ -69,14 +69,14 @@ TopoDS_Shape RobotWorkspace::BuildRevolved(const WorkSpace::Robot& record) {
     if (WorkSpace::IsEuqal(robotData, record)) {
         return TopoDS::Compound(workspaceShape);
     }
-    // What the wire encloses is revolved, so that the halves are solids rather than their skins.
+    // The face inside the wire is revolved, so that the halves are solids and not shells.
     const TopoDS_Shape profile =
         BRepBuilderAPI_MakeFace(ProfileWire(WorkSpace::GetRobotWorkSpace(record)), Standard_True).Face();
     TopoDS_Compound compound;
     BRep_Builder builder;
     builder.MakeCompound(compound);
     for (const double limit : {record.jointMax[0], record.jointMin[0]}) {
-        // The sweep takes whole turns off an angle: of more than a turn only the rest would be left.
+        // The sweep reduces angles modulo a full turn, so more than one turn would leave only the remainder.
         const double angle = std::clamp(limit, -Turn, Turn);
         if (const TopoDS_Shape half = CreateRevol(profile, gp::OZ(), angle); !half.IsNull()) {
             builder.Add(compound, half);

@@ -21,7 +21,7 @@ constexpr double DisplayTransparency = 0.6;
 constexpr auto DisplayColour = static_cast<Quantity_NameOfColor>(234);
 constexpr double UpdateRatio = 0.65;
 
-/// Hosts know a failed build by its place, which therefore stays.
+/// Fixed: hosts identify a failed build by this line of the log record.
 constexpr int BuildFailureLine = 249;
 
 constexpr double AboveAnyFace = 100000.0;
@@ -79,7 +79,7 @@ void RobotWorkspace::Build() {
     if (built.IsNull()) {
         return;
     }
-    // The envelope of a plain robot is in its root's frame, boxes are in the world.
+    // The revolved profile is in the frame of the robot's root, boxes are in the world.
     const bool isRevolved = robot != nullptr && record.systemType == PedestalTypeNone;
     displayShape->SetLocalTransformation(isRevolved ? robot->GetRootMdlTrsf() : gp_Trsf());
     displayShape->SetShape(built);

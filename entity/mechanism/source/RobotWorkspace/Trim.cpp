@@ -8,9 +8,9 @@
 
 namespace {
 
-/// Beyond anything in a cell, mm.
+/// Half-size (mm) of the cutting volumes, larger than any cell.
 constexpr double Far = 100000.0;
-/// Room that is left beside what carries the robot, mm.
+/// Clearance beside what carries the robot, mm.
 constexpr double Clearance = 100.0;
 /// A first cut that leaves no more than this fraction of the box is discarded.
 constexpr double LeastPart = 0.5;
@@ -46,7 +46,7 @@ void RobotWorkspace::CutShape(TopoDS_Shape& shape) const {
     const TopoDS_Shape floor =
         BRepPrimAPI_MakeBox(gp_Pnt(Far, Far, low.Z()), gp_Pnt(-Far, -Far, -Far)).Solid();
     BRepAlgoAPI_Cut above(shape, floor);
-    // The second cut is taken only where the first one was done; otherwise the box is left as it was.
+    // The second cut requires the first; without it the box stays as it was.
     if (done) {
         shape = above.Shape();
     }

@@ -15,7 +15,7 @@ using namespace mechanism_detail;
 
 namespace {
 
-/// A stored size this near (mm) to the configured one is still good: the cone is a picture, not a measure.
+/// Sizes (mm) that differ by less are equal: the cone is for display only.
 constexpr double SizeTolerance = 1.0;
 constexpr double FrameTolerance = 1e-7;
 constexpr double MeshAngle = 0.3490658503988659;
@@ -23,7 +23,7 @@ constexpr double MeshDeflection = 2.0;
 constexpr auto ConeColour = static_cast<Quantity_NameOfColor>(3);
 constexpr double ConeTransparency = 0.8;
 
-/// The parameters under which a tool remembers the cone it was built with.
+/// Parameter keys under which a tool stores the sizes of its cone.
 struct ConeSize {
     const char* key;
     double CADParamConfig::*configured;
@@ -65,7 +65,7 @@ void ToolEntity::SetPaintedTool() {
     try {
         UpdatePaintedModel(toolTrsf);
     } catch (...) {
-        // Or the tool would take the old cone for one of the new sizes.
+        // Otherwise the old cone would later be taken for one of the new sizes.
         parameters = parametersBefore;
         paintIsShown = wasShown;
         throw;
@@ -75,7 +75,7 @@ void ToolEntity::SetPaintedTool() {
 bool ToolEntity::CheckPaintData() const {
     const CADParamConfig& config = *CADParamConfig::GetInstance();
     for (const auto& [key, configured] : ConeSizes) {
-        // Written so that a stored value that is no number at all does not pass.
+        // Written so that a stored NaN does not pass.
         if (!(std::abs(parameters[key].asDouble() - config.*configured) < SizeTolerance)) {
             return false;
         }
@@ -89,7 +89,7 @@ void ToolEntity::UpdatePaintedModel(const gp_Trsf& trsf) {
         return;
     }
     if (IsLoadMeshModel()) {
-        constexpr int line = 343; // where readers of the log look this record up
+        constexpr int line = 343; // fixed: hosts identify the record by its line
         Log(spdlog::level::debug, family::ToolEntity, line, "ToolEntity::UpdatePaintedModel",
             "正在构建喷涂模型中，请稍后重试");
         return;

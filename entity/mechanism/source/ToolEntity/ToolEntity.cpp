@@ -103,7 +103,7 @@ void ToolEntity::PutOnParts(const std::vector<opencascade::handle<ShapeEntity>>&
 // --- state -------------------------------------------------------------------------------------------------
 
 void ToolEntity::Initial() {
-    // Asked for as of a constant: the object would otherwise get a null entry.
+    // A const reference: operator[] of a non-const object would insert a null entry.
     if (const Json::Value& given = std::as_const(parameters); !given["ToolWorkType"].isNull()) {
         workType = static_cast<ToolWorkType>(ReadInt(given, "ToolWorkType"));
     }
@@ -111,7 +111,7 @@ void ToolEntity::Initial() {
     if (!flanges.empty()) {
         toolTrsf = flanges.front()->GetTrsf();
     }
-    // A carrier that took the tool on before had no tool frame to take over.
+    // A carrier on which the tool was mounted earlier has not received its frame yet.
     if (wasUnset && toolTrsf.Form() != gp_Identity && mountingEntity != nullptr) {
         mountingEntity->UpdateAssembleData();
     }

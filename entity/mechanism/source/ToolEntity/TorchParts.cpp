@@ -19,7 +19,7 @@ namespace {
 constexpr ColorLayer Copper{133.0 / 255.0, 90.0 / 255.0, 0.0, 0.0, 8};
 constexpr auto NozzleColour = static_cast<Quantity_NameOfColor>(131);
 constexpr auto BodyColour = static_cast<Quantity_NameOfColor>(134);
-/// The body is far from the seam: what comes this near (mm) counts as touched.
+/// Collision tolerance (mm) of the torch body, which stays away from the seam.
 constexpr double BodyCollisionTolerance = 20.0;
 
 ColorLayer Layer(Quantity_NameOfColor colour, double transparency) {

@@ -9,16 +9,16 @@
 
 namespace mechanism_detail {
 
-/// A torch as its parameters give it: the tool centre in the mounting frame, and the solids.
+/// A torch built from its parameters: tool centre in the mounting frame, and solids.
 struct Torch {
     LocEuler tcp;
     std::vector<TopoDS_Shape> shapes;
 };
 
-/// Whether the parameters speak of a welding torch at all.
+/// Whether the parameters describe a welding torch ("Type").
 bool IsWeldGun(const Json::Value& param);
 
-/// Nothing when the numbers give no torch.
+/// @return the torch, or nothing when the numbers describe none.
 /// @throws std::invalid_argument naming the key of a number that is missing or out of range.
 std::optional<Torch> BuildTorch(const Json::Value& param);
 

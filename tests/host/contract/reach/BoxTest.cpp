@@ -32,7 +32,7 @@ protected:
     const double length = numbers[3] - numbers[0];
 };
 
-TEST_P(WorkBox, StandsBesideAnUprightRobot) {
+TEST_P(WorkBox, OfAnUprightRobotIsBesideIt) {
     const auto box = WorkSpace::GetInvertedRobotWorkSpace(record);
     EXPECT_EQ(box[0], -box[3]);
     EXPECT_GE(box[1], 0);
@@ -40,7 +40,7 @@ TEST_P(WorkBox, StandsBesideAnUprightRobot) {
     ExpectReachedThroughout(box);
 }
 
-TEST_P(WorkBox, SurroundsTheAxisOfAHangingRobotWhereTheArmReachesIt) {
+TEST_P(WorkBox, OfAHangingRobotSurroundsItsAxisWhereReached) {
     const auto upright = WorkSpace::GetInvertedRobotWorkSpace(record);
     record.upright = false;
     const auto box = WorkSpace::GetInvertedRobotWorkSpace(record);

@@ -58,7 +58,7 @@ protected:
     std::vector<Point> profile;
 };
 
-TEST_P(Reach, NothingReachableLiesOutsideTheProfile) {
+TEST_P(Reach, RandomPosesLieInsideTheProfile) {
     for (const double stopShare : {0.0, 0.6}) {
         for (const auto& [values, centre] : arm.RandomPoses(Poses, 7, stopShare)) {
             ASSERT_LE(Outside(SectionOf(centre)), OutsideShare * reach) << testing::PrintToString(values);
@@ -67,7 +67,7 @@ TEST_P(Reach, NothingReachableLiesOutsideTheProfile) {
 }
 
 // What random poses seldom find: the boundary from inside, and narrow spaces beside joint 1's axis.
-TEST_P(Reach, NoClimbOutOfTheProfileLeavesIt) {
+TEST_P(Reach, SearchForPosesOutsideTheProfileFindsNone) {
     std::vector<arms::Pose> starts = arm.RandomPoses(2000, 31);
     std::partial_sort(starts.begin(), starts.begin() + 80, starts.end(), [](const auto& a, const auto& b) {
         return SectionOf(a.second).r < SectionOf(b.second).r;
@@ -81,7 +81,7 @@ TEST_P(Reach, NoClimbOutOfTheProfileLeavesIt) {
     }
 }
 
-TEST_P(Reach, EveryVertexIsReached) {
+TEST_P(Reach, EveryVertexOfTheProfileIsReached) {
     std::vector<arms::Pose> poses = arm.RandomPoses(5000, 31);
     for (const Point& vertex : profile) {
         const auto distance = [&](const gp_XYZ& centre) { return Distance(SectionOf(centre), vertex); };
@@ -90,7 +90,7 @@ TEST_P(Reach, EveryVertexIsReached) {
     }
 }
 
-TEST_P(Reach, TheReachIsThatOfTheFarthestPointASearchFinds) {
+TEST_P(Reach, MatchesTheFarthestPointOfASearch) {
     const gp_XYZ shoulder(std::copysign(numbers[0], arm.mechanism.axes[1].Location().X()), numbers[1],
                           numbers[2]);
     const auto nearness = [&](const gp_XYZ& centre) { return -(centre - shoulder).Modulus(); };
@@ -101,7 +101,7 @@ TEST_P(Reach, TheReachIsThatOfTheFarthestPointASearchFinds) {
     EXPECT_NEAR(numbers[3] - numbers[0], farthest, FarthestShare * reach);
 }
 
-TEST_P(Reach, TheProfileIsClosedSimpleAndOnOneSideOfTheAxis) {
+TEST_P(Reach, ProfileIsClosedSimpleAndOnOneSideOfTheAxis) {
     ASSERT_GE(profile.size(), 4U);
     EXPECT_EQ(Distance(profile.front(), profile.back()), 0);
     const auto side = [](const Point& a, const Point& b, const Point& p) {

@@ -2,8 +2,8 @@
 
 #include <random>
 
-/// How many random cases a test draws; `--draws=N` on the command line of a test program turns it up.
-/// Every test seeds its own generator, so a case that fails is drawn again.
+/// Number of random cases of a test; `--draws=N` on the command line of a test program changes it. Every test
+/// seeds its own generator, so a failing case is reproducible.
 struct Draws {
     static int& Count() {
         static int count = 2000;
@@ -11,7 +11,7 @@ struct Draws {
     }
 };
 
-/// Seeded source of the numbers that tests draw.
+/// Seeded random numbers for tests.
 class Draw {
 public:
     explicit Draw(unsigned seed) : engine(seed) {}

@@ -12,7 +12,7 @@ struct LogRecord {
     int line;
 };
 
-/// Listens to the logger of the library and the host for as long as it lives.
+/// Records what the library and the host log during its lifetime.
 class LogCapture {
 public:
     LogCapture() { LogUtils::Logger()->sinks().push_back(sink); }

@@ -1,6 +1,6 @@
 #pragma once
 
-// What nearly every test of the library needs.
+// Headers that nearly every test of the library needs.
 
 #include <cmath>
 #include <gmock/gmock.h>

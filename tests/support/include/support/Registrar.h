@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-/// Registers a system for as long as it lives; states of the system must not outlive it.
+/// Registers a system during its lifetime; states of the system must not outlive it.
 class Registrar : private GrpConfig {
 public:
     struct Layout {

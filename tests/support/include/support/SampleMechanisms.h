@@ -10,8 +10,8 @@
 #include <random>
 #include <vector>
 
-/// Mechanisms in one line each, with an answer of their own to "where is it now": the motion of every joint
-/// about its axis at zero, multiplied up, which knows nothing of links, tables or frames.
+/// Sample mechanisms with independent forward kinematics: a product of exponentials over the joint axes at
+/// zero, without links, tables or frames.
 namespace sample {
 
 struct Mechanism {
@@ -101,7 +101,7 @@ inline Mechanism Positioner() {
             .flange = Frame({0, 0, 1120}, gp_Dir(0, 0, 1), gp_Dir(1, 0, 0))};
 }
 
-/// A block near the joint, so that every link has a body whose place can be asked.
+/// A block near the joint, so that every link has a body whose place can be compared.
 inline opencascade::handle<ShapeEntity> Block(const gp_Trsf& inLink) {
     const TopoDS_Shape box = BRepPrimAPI_MakeBox(gp_Pnt(-20, -30, 10), 60, 80, 100).Shape();
     return new ShapeEntity(box.Moved(TopLoc_Location(inLink)), Uuid::CreateUuid());
@@ -166,7 +166,7 @@ inline std::unique_ptr<GenericEntityConfig> Build(const Mechanism& mechanism, st
     return entity;
 }
 
-/// A place on a link of a carrier.
+/// Mount data for a flange on a link of a carrier.
 inline Json::Value Place(std::uint64_t link, int index) {
     Json::Value place;
     place["link_hash"] = Json::UInt64(link);
@@ -174,7 +174,7 @@ inline Json::Value Place(std::uint64_t link, int index) {
     return place;
 }
 
-/// A parameter of suites that hold one promise for several mechanisms.
+/// Parameter of suites that run for several mechanisms.
 struct Case {
     const char* name;
     Mechanism (*make)();

@@ -6,7 +6,7 @@
 
 namespace sample {
 
-/// A believable torch: 22 degree neck, tool centre 330 mm out.
+/// A realistic torch: neck of 22 degrees, tool centre 330 mm from the flange.
 inline Json::Value TorchParameters() {
     return Parsed(R"({"Type": "WeldGun", "tip_radius": 4.0, "tip_length": 8.0, "nozzle_radius": 12.0,
                       "nozzle_length": 75.0, "neck_radius": 10.0, "body_radius": 28.0, "tcp_z": 330.0,

@@ -8,10 +8,12 @@
 /// The angles are those of gp_Intrinsic_XYZ, in radians, held in a point; the position is in millimetres.
 /// Both default to zero.
 struct LocEuler {
-    gp_Pnt location;
-    gp_Pnt euler;
+    gp_Pnt location; ///< x, y, z in mm
+    gp_Pnt euler;    ///< the three angles in rad
 
+    /// The zero pose.
     LocEuler() = default;
+    /// @param location_ mm. @param euler_ rad.
     LocEuler(const gp_Pnt& location_, const gp_Pnt& euler_) : location(location_), euler(euler_) {}
 };
 
@@ -24,6 +26,6 @@ bool operator==(const LocEuler& a, const LocEuler& b);
 /// @throws std::invalid_argument for any other count.
 Json::Value LocEulerToJson(const LocEuler& pose, int count);
 
-/// Reads what LocEulerToJson writes; numbers that are not there stay zero, so null gives the zero pose.
+/// Reads what LocEulerToJson writes; missing numbers are zero, so null gives the zero pose.
 /// @throws Json::Exception when the value is neither null nor an array, or an element is not a number.
 LocEuler LocEulerFromJson(const Json::Value& json);

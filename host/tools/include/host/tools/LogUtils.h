@@ -8,7 +8,7 @@ namespace spdlog {
 class logger;
 }
 
-/// The one door through which the library and the built-in host log.
+/// Logging of the library and of the built-in host; they write no records by other means.
 namespace LogUtils {
 
 /// Name under which the logger is registered with spdlog.

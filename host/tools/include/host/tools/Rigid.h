@@ -8,6 +8,7 @@ struct Rigid {
     double r[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1}; ///< rotation, row by row
     double p[3] = {0, 0, 0};                   ///< translation, mm
 
+    /// Takes the rotation (scale included) and translation of a transform.
     static Rigid From(const gp_Trsf& trsf) {
         const gp_Mat m = trsf.VectorialPart();
         const gp_XYZ& t = trsf.TranslationPart();
@@ -15,8 +16,8 @@ struct Rigid {
                 {t.X(), t.Y(), t.Z()}};
     }
 
-    /// Writes the numbers as they are, without the orthogonalisation of gp_Trsf::SetValues, so that a
-    /// transform survives being taken apart and put together to the bit. The target must have scale 1.
+    /// Writes the numbers unchanged, without the orthogonalisation of gp_Trsf::SetValues, so that From
+    /// followed by StoreTo gives the same transform to the bit. The target must have scale 1.
     void StoreTo(gp_Trsf& trsf) const {
         // gp_Trsf offers no unchecked setter; its parts are reachable by reference and the object is not
         // const.
@@ -26,6 +27,7 @@ struct Rigid {
         trsf.SetForm(gp_CompoundTrsf);
     }
 
+    /// The transform with these numbers, unchanged to the bit.
     gp_Trsf ToTrsf() const {
         gp_Trsf trsf;
         StoreTo(trsf);
@@ -33,7 +35,7 @@ struct Rigid {
     }
 };
 
-/// The product a * b: first b, then a.
+/// The product a * b: X_AB * X_BC is X_AC.
 inline Rigid operator*(const Rigid& a, const Rigid& b) {
     Rigid c;
     for (int row = 0; row < 3; ++row) {

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Marks a record that both sides of the border give members to: the host declares it, and the members that
-/// the mechanism library defines must leave that library, which hides what it does not export.
+/// Exports a member function of a record that the host declares and the mechanism library partly defines: the
+/// library is built with hidden visibility, so such members are exported one by one.
 #if defined(_WIN32)
 #if defined(mechanism_EXPORTS)
 #define MECHANISM_SHARED_RECORD __declspec(dllexport)
@@ -12,8 +12,8 @@
 #define MECHANISM_SHARED_RECORD __attribute__((visibility("default")))
 #endif
 
-/// Marks such a record itself where it has virtual members: its run-time type is one for all libraries. On
-/// Windows the members' marks are enough.
+/// Exports the type information of such a record where it has virtual members, so that all libraries share
+/// one run-time type. On Windows exporting the members is enough.
 #if defined(_WIN32)
 #define MECHANISM_SHARED_TYPE
 #else

@@ -20,9 +20,11 @@ namespace gpHandle {
 /// Position and angles of a rigid transform; undone by EulerToTrsf to rounding, gimbal lock included. The
 /// angles are the principal ones, the first being zero in gimbal lock.
 LocEuler TrsfToEuler(const gp_Trsf& trsf);
+/// The rigid transform of a pose; undoes TrsfToEuler.
 gp_Trsf EulerToTrsf(const LocEuler& pose);
+/// The same as EulerToTrsf.
 gp_Trsf LocEulerToTrsf(LocEuler pose);
-/// The rotation alone of three angles.
+/// The rotation of three angles (rad), without translation.
 gp_Trsf EulerToRotateTrsf(const gp_Pnt& euler);
 /// The three angles of a quaternion (any non-zero norm).
 gp_Pnt QuaToEuler(const gp_Quaternion& rotation);
@@ -37,6 +39,7 @@ gp_Trsf Ax1ToTrsf(const gp_Ax1& axis);
 
 /// Whether no entry of the two 3 x 4 matrices (scale included) differs by more than the tolerance.
 bool IsSameTrsf(const gp_Trsf& a, const gp_Trsf& b, double tolerance);
+/// The same as IsSameTrsf.
 bool sameTrsf(const gp_Trsf& a, const gp_Trsf& b, double tolerance);
 
 /// The three edges of an oriented box: full length (mm) and unit direction, in the box's X, Y, Z order.

@@ -1,4 +1,4 @@
 #pragma once
 
-// The mesh presentation's earlier place, for hosts that include it by that name.
+// Forwards to the header's present folder, for hosts that include it by this name.
 #include <host/view/AIS_Mesh.h>

@@ -12,61 +12,67 @@ struct ColorLayer {
     double green = 0;        ///< 0 to 1
     double blue = 0;         ///< 0 to 1
     double transparency = 0; ///< 0 opaque to 1 invisible
-    int code = 8;
+    int code = 8;            ///< the host's own code of the layer
 };
 
-/// A shape in the 3D view. It knows whether it is displayed, how, and what may be selected on it, also
-/// where there is no view; where a context is attached (ViewContext, or the one it already lives in) every
-/// change is forwarded to it. Used from the view's thread alone.
+/// A shape in the 3D view. It records whether it is displayed, how, and what may be selected on it, with or
+/// without a view; where a context is attached (ViewContext, or the one that already displays it) every
+/// change is forwarded to it. To be used from the view's thread alone.
 class BaseViewShape : public AIS_ColoredShape {
     DEFINE_STANDARD_RTTIEXT(BaseViewShape, AIS_ColoredShape)
 
 public:
+    /// @param shape geometry in the object's own frame, mm; may be null.
     explicit BaseViewShape(const TopoDS_Shape& shape);
 
     /// Shows the shape in its present display mode, with selection as it is set.
     void Display();
-    /// Shows the shape and all that hangs below it. @param mode 0 wireframe, 1 shaded. @param selectionMode
-    /// the one mode to activate, or -1 to leave selection as it is.
+    /// Shows the shape and its children.
+    /// @param mode 0 wireframe, 1 shaded.
+    /// @param selectionMode the one mode to activate, or -1 to leave selection as it is.
     void Display(int mode, int selectionMode);
-    /// Takes the shape, and all that hangs below it, out of sight; the view keeps it for a later
-    /// RedisplayShape or Display.
+    /// Hides the shape and its children; the view keeps them for a later RedisplayShape or Display.
     void Hide() const;
-    /// Takes the shape, and all that hangs below it, out of the context altogether.
+    /// Removes the shape and its children from the context.
     void RemoveFromView() const;
+    /// Whether the shape is displayed: shown, and neither hidden nor removed since.
     bool IsDisplayed() const { return displayed; }
 
     /// Recomputes the presentation after a change and shows a shape that was hidden.
-    /// @param bringIn also show a shape that the view does not know (never displayed, or removed); without it
-    /// such a shape is left alone. @param updateViewer redraw at once.
+    /// @param bringIn also show a shape that was never displayed or was removed; without it such a shape is
+    /// left as it is.
+    /// @param updateViewer redraw at once.
     void RedisplayShape(bool bringIn, bool updateViewer) const;
-    /// @param mode 0 wireframe, 1 shaded.
+    /// Sets how the shape is drawn. @param mode 0 wireframe, 1 shaded.
     void SetDispalyMode(int mode);
+    /// 0 wireframe, 1 shaded.
     int GetDisplayMode() const { return displayMode; }
 
     /// Switches one selection mode on or off; mode -1 with off switches all of them off, with on restores the
     /// whole-shape mode 0.
     void SetSelectionMode(int mode, bool on);
+    /// The selection modes that are switched on.
     const std::set<int>& GetSelectionModes() const { return selectionModes; }
-    /// True takes the shape out of the selection and keeps it unselectable until called with false.
+    /// True removes the shape from the selection and makes it unselectable until called with false.
     void SetUnSelected(bool unselected);
+    /// Whether the shape is unselectable.
     bool IsUnSelected() const { return unselectable; }
 
-    /// Replaces the shape. Colour and transparency of the whole stay, those of parts go with them.
+    /// Replaces the shape. Colour and transparency of the whole are kept, those of parts are dropped.
     void SetShape(const TopoDS_Shape& shape);
 
     /// Gives a part of the shape its own colour and transparency.
     void SetShapeLayer(const TopoDS_Shape& part, const ColorLayer& layer);
     /// Gives the whole shape a colour and transparency.
     void SetShapeColorLayer(const ColorLayer& layer);
-    /// What SetShapeLayer (part) and SetShapeColorLayer (the shape itself) were told, one for each part, in
-    /// the order in which the parts got their first.
+    /// The layers set by SetShapeLayer (for a part) and SetShapeColorLayer (for the shape itself): the latest
+    /// of each part, in the order in which the parts got their first.
     const std::vector<std::pair<TopoDS_Shape, ColorLayer>>& GetLayers() const { return layers; }
 
-    /// Takes off everything that hangs below this shape.
+    /// Detaches all children from this shape.
     void RemoveAllChild();
 
-    /// Moves the geometry within the shape's own frame, custom colours with it; the placement stays.
+    /// Moves the geometry, with custom colours, within the shape's own frame (mm); the placement stays.
     void MoveGeometry(const gp_Trsf& motion);
 
 private:
@@ -78,7 +84,7 @@ private:
             }
         }
     }
-    /// The shape was replaced, or moved within its own frame.
+    /// Called after the shape was replaced, or moved within its own frame.
     virtual void OnGeometryChanged() {}
     void KeepLayer(const TopoDS_Shape& part, const ColorLayer& layer);
     void MarkDisplayed() const;

@@ -9,20 +9,28 @@ class TopoDS_Shape;
 /// (its location included).
 class TriangleModel {
 public:
+    /// A corner: x, y, z in mm.
     using Point = BVH_Vec3d;
+    /// The three corners of a triangle, mm.
     struct Triangle {
-        Point a, b, c;
+        Point a; ///< first corner
+        Point b; ///< second corner
+        Point c; ///< third corner
     };
+    /// The tree of boxes over the triangles.
     using Tree = BVH_BoxSet<double, 3, Triangle>;
 
-    /// Takes the triangulation that the shape carries; a face without one, or with one coarser than the
-    /// deflection (mm), is triangulated first; of a shape larger than the deflection's hundred
-    /// thousandfold, its hundred thousandth counts. A vertex that stands alone is a point of the model. A
-    /// shape with neither gives an empty model.
+    /// Uses the triangulation that the shape carries. A face without one, or with one coarser than the
+    /// deflection, is triangulated first; an isolated vertex becomes a point of the model. A shape with
+    /// neither gives an empty model.
+    /// @param deflection mm; at least 1e-5 of the shape's size is used.
     TriangleModel(const TopoDS_Shape& shape, double deflection);
 
+    /// Number of triangles, a single point counted as one.
     std::size_t Size() const { return static_cast<std::size_t>(tree.Size()); }
+    /// Whether the model is one point without extent.
     bool IsSinglePoint() const { return singlePoint; }
+    /// The tree, for traversal.
     const Tree& GetTree() const { return tree; }
 
 private:

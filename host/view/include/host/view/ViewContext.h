@@ -6,9 +6,10 @@
 /// its own state and draws nothing.
 namespace ViewContext {
 
-/// Shapes displayed from now on appear in this context; null detaches. Shapes that already live in another
-/// context stay there.
+/// Shapes displayed from now on appear in this context; null detaches. Shapes that another context already
+/// displays stay there.
 void SetCurrent(const opencascade::handle<AIS_InteractiveContext>& context);
+/// The context set last, or null.
 const opencascade::handle<AIS_InteractiveContext>& GetCurrent();
 
 } // namespace ViewContext

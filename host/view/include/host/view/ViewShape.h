@@ -10,42 +10,51 @@
 class Prs3d_Drawer;
 class TriangleModel;
 
-/// What a shape is as an object of the scene tree, independent of the model that draws it.
+/// Name and identity of a shape in the scene tree, independent of those of the model that draws it.
 struct PrimitiveProperty {
-    std::string name;
-    Uuid id;
+    std::string name; ///< UTF-8
+    Uuid id;          ///< nil until it is set
 };
 
-/// A shape in the view that stands for a part of the cell: it has an identity, a name and its place in
+/// A shape in the view that represents a part of the cell: it has an identity, a name, and settings for
 /// collision checking.
 class ViewShape : public BaseViewShape {
     DEFINE_STANDARD_RTTIEXT(ViewShape, BaseViewShape)
 
 public:
+    /// @param shape geometry in the object's own frame, mm; may be null. @param id identity; random if
+    /// omitted.
     explicit ViewShape(const TopoDS_Shape& shape, Uuid id = Uuid::CreateUuid());
     ~ViewShape() override;
 
+    /// Sets the identity of the model.
     void SetId(const Uuid& newId) { id = newId; }
+    /// Identity of the model.
     const Uuid& GetId() const { return id; }
+    /// Sets the name of the model, UTF-8.
     void SetName(const std::string& newName) { name = newName; }
+    /// Name of the model, UTF-8.
     const std::string& GetName() const { return name; }
 
+    /// Sets name and identity in the scene tree.
     void SetPrimitiveProperty(const std::string& primitiveName, const Uuid& primitiveId);
+    /// Name and identity in the scene tree.
     const PrimitiveProperty& GetPrimitiveProperty() const { return primitive; }
 
-    /// Key under which the entity that owns the shape finds it again; 0 while it belongs to none.
+    /// Key under which the owning entity stores the shape; 0 while it belongs to none.
     std::uint64_t GetHashKey() const { return hashKey; }
+    /// Sets that key; called by the owning entity.
     void SetHashKey(std::uint64_t key) { hashKey = key; }
-    /// Rises with every shape that is made: the order of creation.
+    /// A number that increases with every shape that is constructed: the order of creation.
     std::uint64_t GetSerial() const { return serial; }
 
-    /// Distance queries search a tree of triangles in the shape's own frame: moving the shape costs no
-    /// rebuild. It is built when the first one asks; this gives up the present tree. @param keep leave
-    /// everything as it is where there is a tree, or another shape for one.
+    /// Discards the tree of triangles that distance queries search; the next query builds it anew. The tree
+    /// is in the shape's own frame, so moving the shape costs no rebuild.
+    /// @param keep do nothing where there is a tree, or another shape to build it from.
     void CreateBVHMdl(bool keep);
-    /// The same with the triangles of another shape in place of the displayed one, from now on.
+    /// The same; the tree is built from the triangles of the given shape instead of the displayed one.
     void CreateBVHMdl(const TopoDS_Shape& shape, bool keep);
-    /// The tree there is, or one built now; several threads may ask at once.
+    /// The tree of triangles, built now where there is none. May be called from several threads at once.
     std::shared_ptr<const TriangleModel> GetBVHMdl() const;
 
     /// Parameters for BRepMesh_IncrementalMesh.
@@ -55,8 +64,8 @@ public:
     static IMeshTools_Parameters GetMeshPara(const opencascade::handle<Prs3d_Drawer>& drawer, double angle,
                                              double deflection);
 
-    /// Distance (mm) below which this part is to count as touched, on top of the entity's collision gap. Kept
-    /// for clearance checks: no distance query reads it yet.
+    /// Distance (mm) below which this part is to count as touched, added to the entity's collision gap.
+    /// Stored for clearance checks; no distance query reads it yet.
     double collisionTolerance = 0;
     /// The same while a program is simulated; not read yet either.
     double simulationTolerance = 0;

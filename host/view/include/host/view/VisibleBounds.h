@@ -5,9 +5,8 @@
 
 namespace ShapeHandle {
 
-/// Axis-aligned box, in the world and in millimetres, around a model where it stands, as tight as the
-/// geometry allows.
-/// @param withChildren take in what hangs below the model.
+/// Tight axis-aligned box around a model at its placement; world frame, mm.
+/// @param withChildren include the model's children.
 /// @return a void box for a null model, or where there is no geometry.
 Bnd_Box GetFullVisibleAABB(const opencascade::handle<ViewShape>& model, bool withChildren);
 

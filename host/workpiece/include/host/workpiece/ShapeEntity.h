@@ -7,9 +7,10 @@ class ShapeEntity : public ViewShape {
     DEFINE_STANDARD_RTTIEXT(ShapeEntity, ViewShape)
 
 public:
+    /// @param shape geometry in the model's own frame, mm. @param id identity of the model.
     ShapeEntity(const TopoDS_Shape& shape, Uuid id);
 
-    /// Places the shape (and what hangs below it) in the world, wherever the shape hangs itself.
+    /// Places the shape, with its children, in the world (mm), whatever its own parent is.
     /// @param refresh redisplay at once where the shape is displayed.
     void SetTransformation(const gp_Trsf& trsf, bool refresh);
 };

@@ -5,13 +5,14 @@
 #include <type_traits>
 #include <vector>
 
-/// Which points a robot's tool centre reaches, from its table, limits and tool alone.
+/// The points that a robot's tool centre reaches, computed from its table, limits and tool.
 ///
 /// All results are in the robot's base frame, millimetres. The arm has six rows (or seven, with a coupled
-/// wrist whose sixth value is minus its fifth); joint 1 turns the whole and takes no part.
+/// wrist whose sixth value is minus its fifth). The limits of joint 1 are not used: it turns the whole
+/// section.
 namespace WorkSpace {
 
-/// What the reachability computation is told about a robot. Lengths in millimetres but for the tool offset,
+/// Input of the reachability computation. Lengths in millimetres but for the tool offset,
 /// which is in metres; angles in radians. The layout is exchanged in memory: keep order and types.
 struct Robot {
     double toolOffset[3] = {};             ///< tool origin in the frame of the last row, metres
@@ -22,8 +23,8 @@ struct Robot {
     double externalLimits[3][2] = {};      ///< (min, max) of the carrier's axes
     double base[12] = {};                  ///< placement, 3 rows of rotation (scaled) and translation
     double ratio = 0.7;                    ///< part of the stretched arm's length that works well
-    bool upright = true;
-    int armStructureCode = 0;
+    bool upright = true;                   ///< false: the robot hangs upside down
+    int armStructureCode = 0;              ///< 0 not stated, 1 and 2 the two arm structures
     int systemType = 0; ///< 0 plain robot, 3 with additional axes, 4 with fewer values than joints
 };
 
@@ -40,16 +41,17 @@ static_assert(offsetof(Robot, upright) == 0x1A0);
 static_assert(offsetof(Robot, armStructureCode) == 0x1A4);
 static_assert(offsetof(Robot, systemType) == 0x1A8);
 
-/// Outline of the reachable points (radius, height): the outer boundary, holes filled. Closed (the last entry
-/// repeats the first), simple, counter-clockwise, radius never negative. Nothing reachable lies outside by
-/// more than 1 % of the reach, and no vertex lies farther than that from a reachable point.
+/// The profile of the workspace: outer boundary, holes filled, of the points (radius, height) that the tool
+/// centre reaches. Closed (the last entry repeats the first), simple, counter-clockwise, radius never
+/// negative. No reachable point lies outside by more than 1 % of the reach, and no vertex lies farther than
+/// that from a reachable point.
 /// @return {radius, height} per vertex, mm.
 /// @throws std::invalid_argument for a table that is not six or seven rows, a number that is not finite, a
-/// range that is upside down, or an arm that reaches one point only.
+/// range whose minimum exceeds its maximum, or an arm that reaches one point only.
 std::vector<std::vector<double>> GetRobotWorkSpace(const Robot& robot);
 
-/// The largest box that the tool centre reaches throughout, no farther from the shoulder than `ratio` of the
-/// stretched arm. Upright: beside the robot, on the side of +Y, as wide to -X as to +X. Hanging: around the
+/// The largest box of which the tool centre reaches every point, no farther from the shoulder than `ratio` of
+/// the stretched arm. Upright: beside the robot, on the side of +Y, symmetric in X. Hanging: around the
 /// robot's axis where the arm reaches it, else as upright.
 /// @return x, y, z of one corner, then of the opposite one, mm; zeros where no box fits.
 /// @throws std::invalid_argument as GetRobotWorkSpace.
@@ -60,7 +62,7 @@ std::array<double, 6> GetInvertedRobotWorkSpace(const Robot& robot);
 /// @throws std::invalid_argument as GetRobotWorkSpace.
 std::array<double, 4> GetRobotMaxWorkSpace(const Robot& robot);
 
-/// Whether two records describe the same workspace: what the system type makes no use of may differ.
+/// Whether two records describe the same workspace: fields that the system type does not use may differ.
 bool IsEuqal(const Robot& a, const Robot& b);
 
 } // namespace WorkSpace
