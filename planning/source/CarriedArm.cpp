@@ -54,7 +54,8 @@ CarrierChain::Joint CarrierChain::JointOf(const LinkRod& link) {
             {origin.X(), origin.Y(), origin.Z()},
             {direction.X(), direction.Y(), direction.Z()},
             link.jointType == JointLinear,
-            link.jointType != JointLinear && link.jointType != JointFixed};
+            link.jointType != JointLinear && link.jointType != JointFixed,
+            link.GetLimit()};
 }
 
 void CarrierChain::Extend(const gp_Trsf& mounted) { flange = flange * Rigid::From(mounted); }
@@ -81,6 +82,18 @@ Rigid CarrierChain::FlangeAt(std::span<const double> values) const {
         frame = Place(frame, joints[i], values[i]);
     }
     return frame * flange;
+}
+
+std::array<double, 3> CarrierChain::DirectionAt(std::size_t axis, std::span<const double> values) const {
+    if (values.size() != joints.size()) {
+        FlangeAt(values);
+    }
+    Rigid frame = base;
+    for (std::size_t i = 0; i < axis; ++i) {
+        frame = Place(frame, joints[i], values[i]);
+    }
+    const Vec world = Rotate(frame * joints.at(axis).center, ToVec(joints[axis].direction));
+    return {world.x, world.y, world.z};
 }
 
 void CarrierChain::AppendColumns(std::span<const double> values, const Rigid& point, double sign,

@@ -27,11 +27,19 @@ public:
     /// world as the flange sees it.
     void AppendColumns(std::span<const double> values, const Rigid& point, double sign, Jacobian& out) const;
 
+    /// Whether an axis slides; all others turn.
+    bool Slides(std::size_t axis) const { return joints.at(axis).slides; }
+    /// Limits of an axis, rad or mm.
+    const std::pair<double, double>& Limit(std::size_t axis) const { return joints.at(axis).limit; }
+    /// Direction of an axis in the world. @throws as FlangeAt.
+    std::array<double, 3> DirectionAt(std::size_t axis, std::span<const double> values) const;
+
 private:
     struct Joint {
         Rigid center;
         std::array<double, 3> origin, direction; ///< of its axis, in its frame
         bool slides, turns;
+        std::pair<double, double> limit;
     };
     Rigid Place(const Rigid& before, const Joint& joint, double value) const;
     static Joint JointOf(const LinkRod& link);

@@ -71,6 +71,9 @@ public:
     /// Upper arm and forearm together (mm): what lengths in a Jacobian are measured by.
     double Reach() const;
 
+    /// The same arm with every joint free to turn all the way round: what the true limits forbid.
+    InverseKinematics WithoutLimits() const;
+
     std::size_t Joints() const;
     /// Limits in force, rad; of a coupled wrist's fifth and sixth value each bounds the other.
     const std::pair<double, double>& Limit(std::size_t joint) const;

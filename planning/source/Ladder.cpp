@@ -1,0 +1,120 @@
+#include "NearGrid.h"
+
+#include <cmath>
+#include <limits>
+
+namespace planning {
+
+namespace {
+
+constexpr double Infinity = std::numeric_limits<double>::infinity();
+constexpr std::uint32_t NoOne = 0xffffffff;
+
+} // namespace
+
+double StepCost(const StepRules& rules, const double* a, const double* b, double length) {
+    double sum = 0;
+    for (std::size_t i = 0; i < rules.limits.size(); ++i) {
+        const double step = b[i] - a[i];
+        if (!(std::abs(step) <= rules.limits[i])) {
+            return Infinity;
+        }
+        sum += rules.weights[i] * step * step;
+    }
+    return sum / length;
+}
+
+struct Ladder::State {
+    struct Link {
+        std::vector<std::uint32_t> before; ///< of each candidate, in the rung before
+        std::uint32_t changed = NoOne;     ///< candidate from which the rung may be changed within itself
+        std::vector<bool> byChange;        ///< which candidates are reached so
+    };
+    std::vector<Link> links;
+    Rung last;
+    std::vector<double> totals;
+};
+
+Ladder::Ladder() : state(std::make_unique<State>()) {}
+Ladder::~Ladder() = default;
+Ladder::Ladder(Ladder&& other) noexcept = default;
+Ladder& Ladder::operator=(Ladder&& other) noexcept = default;
+
+const Rung& Ladder::Last() const { return state->last; }
+const std::vector<double>& Ladder::Totals() const { return state->totals; }
+
+std::size_t Ladder::Append(const Rung& rung, double length, const StepRules& rules) {
+    State::Link link;
+    std::vector<double> totals = rung.costs;
+    std::size_t reached = rung.size();
+    link.before.assign(state->links.empty() ? 0 : rung.size(), NoOne);
+    if (!state->links.empty()) {
+        reached = 0;
+        const Rung& last = state->last;
+        const std::vector<double>& before = state->totals;
+        const NearGrid near(last, rules, [&](std::size_t i) { return before[i] < Infinity; });
+        for (std::size_t i = 0; i < rung.size(); ++i) {
+            double best = Infinity;
+            near.Around(rung.Row(i), [&](std::uint32_t j) {
+                if (last.groups[j] != rung.groups[i] || before[j] >= best) {
+                    return;
+                }
+                const double total = before[j] + StepCost(rules, last.Row(j), rung.Row(i), length);
+                if (total < best) {
+                    best = total;
+                    link.before[i] = j;
+                }
+            });
+            totals[i] = best + rung.costs[i];
+            reached += static_cast<std::size_t>(best < Infinity);
+        }
+    }
+    if (reached > 0) {
+        state->links.push_back(std::move(link));
+        state->last = rung;
+        state->totals = std::move(totals);
+    }
+    return reached;
+}
+
+void Ladder::AllowChange(double cost) {
+    auto& totals = state->totals;
+    auto& link = state->links.back();
+    const auto least = std::min_element(totals.begin(), totals.end());
+    const double changed = *least + cost;
+    const std::vector<double>& costs = state->last.costs;
+    link.changed = static_cast<std::uint32_t>(least - totals.begin());
+    link.byChange.assign(totals.size(), false);
+    for (std::size_t i = 0; i < totals.size(); ++i) {
+        if (changed + costs[i] < totals[i]) {
+            totals[i] = changed + costs[i];
+            link.byChange[i] = true;
+        }
+    }
+}
+
+double Ladder::Cost() const {
+    return state->totals.empty() ? 0 : *std::min_element(state->totals.begin(), state->totals.end());
+}
+
+std::vector<Ladder::Stop> Ladder::Way() const {
+    std::vector<Stop> way;
+    if (state->totals.empty()) {
+        return way;
+    }
+    const auto least = std::min_element(state->totals.begin(), state->totals.end());
+    auto candidate = static_cast<std::uint32_t>(least - state->totals.begin());
+    for (std::size_t rung = state->links.size(); rung-- > 0;) {
+        const State::Link& link = state->links[rung];
+        way.push_back({rung, candidate});
+        if (!link.byChange.empty() && link.byChange[candidate]) {
+            candidate = link.changed;
+            way.push_back({rung, candidate});
+        }
+        candidate = rung > 0 ? link.before[candidate] : 0;
+    }
+    std::reverse(way.begin(), way.end());
+    return way;
+}
+
+} // namespace planning
