@@ -12,18 +12,6 @@ constexpr std::uint32_t NoOne = 0xffffffff;
 
 } // namespace
 
-double StepCost(const StepRules& rules, const double* a, const double* b, double length) {
-    double sum = 0;
-    for (std::size_t i = 0; i < rules.limits.size(); ++i) {
-        const double step = b[i] - a[i];
-        if (!(std::abs(step) <= rules.limits[i])) {
-            return Infinity;
-        }
-        sum += rules.weights[i] * step * step;
-    }
-    return sum / length;
-}
-
 struct Ladder::State {
     struct Link {
         std::vector<std::uint32_t> before; ///< of each candidate, in the rung before
@@ -55,8 +43,8 @@ std::size_t Ladder::Append(const Rung& rung, double length, const StepRules& rul
         const NearGrid near(last, rules, [&](std::size_t i) { return before[i] < Infinity; });
         for (std::size_t i = 0; i < rung.size(); ++i) {
             double best = Infinity;
-            near.Around(rung.Row(i), [&](std::uint32_t j) {
-                if (last.groups[j] != rung.groups[i] || before[j] >= best) {
+            near.Around(rung.Row(i), rung.groups[i], [&](std::uint32_t j) {
+                if (before[j] >= best) {
                     return;
                 }
                 const double total = before[j] + StepCost(rules, last.Row(j), rung.Row(i), length);

@@ -17,11 +17,13 @@ public:
         Fill(usable);
     }
 
-    /// Calls with the numbers of the candidates in the cells around, in ascending order within a cell.
+    /// Calls with the numbers of the candidates of a group in the cells around, the cell of the values first:
+    /// what is nearest is mostly cheapest, and spares a look at the others.
     template <typename Each>
-    void Around(const double* values, Each&& each) const {
+    void Around(const double* values, std::size_t group, Each&& each) const {
         std::array<std::size_t, 3> low{};
         std::array<std::size_t, 3> high{};
+        std::array<std::size_t, 3> own{};
         for (std::size_t k = 0; k < 3; ++k) {
             const double place = (values[axis[k]] - start[k]) / width[k];
             if (!(place > -1 && place < static_cast<double>(cells[k]) + 1)) {
@@ -29,13 +31,23 @@ public:
             }
             const auto cell = static_cast<std::ptrdiff_t>(place + 1) - 1; // floor
             low[k] = static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, cell - 1));
-            high[k] = std::min(cells[k] - 1, static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, cell + 1)));
+            high[k] = std::min(cells[k] - 1, static_cast<std::size_t>(cell + 1));
+            own[k] = std::clamp(static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, cell)), low[k], high[k]);
         }
+        if (group >= groups) {
+            return;
+        }
+        const auto look = [&](std::size_t a, std::size_t b) {
+            const std::size_t row = ((group * cells[0] + a) * cells[1] + b) * cells[2];
+            for (std::uint32_t at = first[row + low[2]]; at < first[row + high[2] + 1]; ++at) {
+                each(members[at]);
+            }
+        };
+        look(own[0], own[1]);
         for (std::size_t a = low[0]; a <= high[0]; ++a) {
             for (std::size_t b = low[1]; b <= high[1]; ++b) {
-                const std::size_t row = (a * cells[1] + b) * cells[2];
-                for (std::uint32_t at = first[row + low[2]]; at < first[row + high[2] + 1]; ++at) {
-                    each(members[at]);
+                if (a != own[0] || b != own[1]) {
+                    look(a, b);
                 }
             }
         }
@@ -91,8 +103,8 @@ private:
         }
         return bounds;
     }
-    std::size_t CellOf(const double* values) const {
-        std::size_t cell = 0;
+    std::size_t CellOf(const double* values, std::size_t group) const {
+        std::size_t cell = group;
         for (std::size_t k = 0; k < 3; ++k) {
             const auto place =
                 static_cast<std::size_t>(std::max(0.0, (values[axis[k]] - start[k]) / width[k]));
@@ -102,11 +114,12 @@ private:
     }
     template <typename Usable>
     void Fill(Usable& usable) {
-        first.assign(cells[0] * cells[1] * cells[2] + 1, 0);
+        groups = rung.size() > 0 ? 1 + *std::max_element(rung.groups.begin(), rung.groups.end()) : 0u;
+        first.assign(groups * cells[0] * cells[1] * cells[2] + 1, 0);
         std::vector<std::uint32_t> cellOf(rung.size());
         for (std::size_t i = 0; i < rung.size(); ++i) {
             if (usable(i)) {
-                cellOf[i] = static_cast<std::uint32_t>(CellOf(rung.Row(i)));
+                cellOf[i] = static_cast<std::uint32_t>(CellOf(rung.Row(i), rung.groups[i]));
                 ++first[cellOf[i] + 1];
             }
         }
@@ -129,6 +142,7 @@ private:
     std::array<std::size_t, 3> axis{};
     std::array<double, 3> start{}, width{};
     std::array<std::size_t, 3> cells{};
+    std::size_t groups = 0;
     std::vector<std::uint32_t> first;   ///< of each cell, in `members`
     std::vector<std::uint32_t> members; ///< candidates, cell by cell
 };

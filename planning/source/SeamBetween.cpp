@@ -8,6 +8,8 @@ namespace planning {
 
 namespace {
 
+constexpr double JointStep = 10 * DegreeInRadians;
+constexpr double SlideStep = 50; // mm
 constexpr int Samples = 24;
 constexpr int MostHalvings = 12;
 
@@ -36,6 +38,19 @@ std::vector<double> Blend(const std::vector<double>& a, const std::vector<double
 }
 
 } // namespace
+
+std::vector<double> StepLimits(const CarriedArm& arm, const SeamRules& rules) {
+    if (!rules.steps.empty()) {
+        return rules.steps;
+    }
+    std::vector<double> limits(arm.Arm().Joints(), JointStep);
+    for (const CarrierChain* chain : {&arm.Carrier(), &arm.Holder()}) {
+        for (std::size_t i = 0; i < chain->Axes(); ++i) {
+            limits.push_back(chain->Slides(i) ? SlideStep : JointStep);
+        }
+    }
+    return limits;
+}
 
 Deviation SeamBetween::Measure(const SeamState& a, const SeamState& b) const {
     Deviation most;
@@ -88,10 +103,21 @@ SeamState SeamBetween::Halfway(const SeamState& a, const SeamState& b) const {
     return half;
 }
 
+bool SeamBetween::IsStep(const SeamState& a, const SeamState& b) const {
+    constexpr double Rounding = 1e-12;
+    for (std::size_t i = 0; i < limits.size(); ++i) {
+        if (std::abs(b.values[i] - a.values[i]) > limits[i] + Rounding) {
+            return false;
+        }
+    }
+    return true;
+}
+
 void SeamBetween::Fill(std::vector<SeamState>& out, const SeamState& a, const SeamState& b, int depth,
                        Deviation& most) const {
     const Deviation here = Measure(a, b);
-    if ((here.distance > rules.distance || here.angle > rules.angle) && depth < MostHalvings) {
+    const bool good = here.distance <= rules.distance && here.angle <= rules.angle && IsStep(a, b);
+    if (!good && depth < MostHalvings) {
         const SeamState half = Halfway(a, b);
         if (!half.values.empty()) {
             Fill(out, a, half, depth + 1, most);

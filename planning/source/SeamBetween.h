@@ -12,11 +12,15 @@ struct Deviation {
     double angle = 0;    ///< of the tool's axis, rad
 };
 
+/// Largest step of each axis from pose to pose: the rules' own, or 10 degrees and 50 mm.
+std::vector<double> StepLimits(const CarriedArm& arm, const SeamRules& rules);
+
 /// Looks at the ways between states, and adds states where they leave the path. The path is the straight line
 /// between the tool centres, the tool's axis turning evenly in one plane.
 class SeamBetween {
 public:
-    SeamBetween(const CarriedArm& arm_, const SeamRules& rules_) : arm(arm_), rules(rules_) {}
+    SeamBetween(const CarriedArm& arm_, const SeamRules& rules_)
+        : arm(arm_), rules(rules_), limits(StepLimits(arm_, rules_)) {}
 
     /// Largest deviation at 24 places of the step.
     Deviation Measure(const SeamState& a, const SeamState& b) const;
@@ -31,11 +35,13 @@ public:
     std::vector<double> Solve(const Rigid& tool, const std::vector<double>& near, double within) const;
 
 private:
+    bool IsStep(const SeamState& a, const SeamState& b) const;
     void Fill(std::vector<SeamState>& out, const SeamState& a, const SeamState& b, int depth,
               Deviation& most) const;
 
     const CarriedArm& arm;
     const SeamRules& rules;
+    std::vector<double> limits;
 };
 
 } // namespace planning

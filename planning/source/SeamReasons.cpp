@@ -19,9 +19,8 @@ public:
         std::vector<std::size_t> longer(rung.size(), 1);
         const NearGrid near(last, rules, [](std::size_t) { return true; });
         for (std::size_t i = 0; i < rung.size(); ++i) {
-            near.Around(rung.Row(i), [&](std::uint32_t j) {
-                if (last.groups[j] == rung.groups[i] && lengths[j] >= longer[i] &&
-                    std::isfinite(StepCost(rules, last.Row(j), rung.Row(i), 1))) {
+            near.Around(rung.Row(i), rung.groups[i], [&](std::uint32_t j) {
+                if (lengths[j] >= longer[i] && std::isfinite(StepCost(rules, last.Row(j), rung.Row(i), 1))) {
                     longer[i] = lengths[j] + 1;
                 }
             });

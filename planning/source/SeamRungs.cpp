@@ -1,5 +1,7 @@
 #include "SeamRungs.h"
 
+#include "SeamBetween.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -7,9 +9,7 @@ namespace planning {
 
 namespace {
 
-constexpr double JointStep = 10 * DegreeInRadians;
-constexpr double SlideStep = 50;   // mm
-constexpr double SlideMargin = 50; // mm
+constexpr double SlideMargin = 150; // mm
 /// Along the way to and from the seam no joint turns by more than this (rad), or the shape is another one.
 constexpr double SameShape = 1;
 
@@ -64,7 +64,6 @@ SeamRungs::SeamRungs(const CarriedArm& arm_, const SeamRules& rules_, const Seam
         limits.push_back(arm.Arm().Limit(i));
         margins.push_back(costs.limitMargin);
         steps.weights.push_back(arm.Arm().Coupled() && i == 5 ? 0 : costs.arm * costs.length);
-        steps.limits.push_back(JointStep);
     }
     for (std::size_t i = 0; i < choices.Outer(); ++i) {
         const bool carried = i < choices.CarrierAxes();
@@ -75,11 +74,8 @@ SeamRungs::SeamRungs(const CarriedArm& arm_, const SeamRules& rules_, const Seam
         margins.push_back(slides ? SlideMargin : costs.limitMargin);
         steps.weights.push_back((carried ? costs.carrier : costs.holder) * costs.length *
                                 (slides ? Square(costs.sliding) : 1));
-        steps.limits.push_back(slides ? SlideStep : JointStep);
     }
-    if (!rules.steps.empty()) {
-        steps.limits = rules.steps;
-    }
+    steps.limits = StepLimits(arm, rules);
 }
 
 StepRules SeamRungs::Steps(double stride) const {

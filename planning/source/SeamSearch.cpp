@@ -8,8 +8,8 @@ namespace planning {
 namespace {
 
 /// Choices that a first look may take: some tenths of a second. More are tried where it finds no way.
-constexpr double FirstLook = 1e5;
-constexpr double LastLook = 3.2e6;
+constexpr double FirstLook = 5e4;
+constexpr double LastLook = 4e5;
 constexpr double MoreLook = 8;
 /// A first look keeps this many poses, and this many values of a dimension.
 constexpr std::size_t FewestPoses = 40;

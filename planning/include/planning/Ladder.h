@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <planning/Export.h>
 #include <vector>
@@ -32,7 +34,17 @@ struct StepRules {
 };
 
 /// Cost of a step: the sum of weight * (b - a)^2, over the length; infinity past a limit.
-PLANNING_EXPORT double StepCost(const StepRules& rules, const double* a, const double* b, double length);
+inline double StepCost(const StepRules& rules, const double* a, const double* b, double length) {
+    double sum = 0;
+    for (std::size_t i = 0; i < rules.limits.size(); ++i) {
+        const double step = b[i] - a[i];
+        if (!(std::abs(step) <= rules.limits[i])) {
+            return std::numeric_limits<double>::infinity();
+        }
+        sum += rules.weights[i] * step * step;
+    }
+    return sum / length;
+}
 
 /// The cheapest way through rungs by dynamic programming, rung by rung. Of a rung only the candidates that
 /// can be stepped to are looked at: those of the last rung lie in cells as wide as the step limits. Kept are

@@ -80,7 +80,7 @@ struct SeamCosts {
     double holder = 3;                         ///< of a holder's axis, rad
     double sliding = 1.0 / 400;                ///< of an axis that slides: as so many rad a mm
     double limit = 2;                          ///< at the limit of a joint, falling to 0 at the margin
-    double limitMargin = 10 * DegreeInRadians; ///< rad; of axes that slide 50 mm
+    double limitMargin = 30 * DegreeInRadians;    ///< rad; of axes that slide 150 mm
     double singular = 5;                       ///< in a singularity, falling to 0 at the margin
     double singularMargin = 0.05;              ///< of the manipulability, lengths in units of the reach
     double tilt = 20;                          ///< of lead and work angle off the nominal, squared rad
