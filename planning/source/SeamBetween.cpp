@@ -52,6 +52,21 @@ std::vector<double> StepLimits(const CarriedArm& arm, const SeamRules& rules) {
     return limits;
 }
 
+std::vector<double> StepWeights(const CarriedArm& arm, const SeamRules& rules) {
+    const SeamCosts& costs = rules.costs;
+    std::vector<double> weights(arm.Arm().Joints(), costs.arm);
+    if (arm.Arm().Coupled()) {
+        weights[5] = 0; // it is minus value 5
+    }
+    for (const CarrierChain* chain : {&arm.Carrier(), &arm.Holder()}) {
+        for (std::size_t i = 0; i < chain->Axes(); ++i) {
+            weights.push_back((chain == &arm.Carrier() ? costs.carrier : costs.holder) *
+                              (chain->Slides(i) ? costs.sliding * costs.sliding : 1));
+        }
+    }
+    return weights;
+}
+
 Deviation SeamBetween::Measure(const SeamState& a, const SeamState& b) const {
     Deviation most;
     const Rigid toWork = Inverse(rules.work);

@@ -15,6 +15,9 @@ struct Deviation {
 /// Largest step of each axis from pose to pose: the rules' own, or 10 degrees and 50 mm.
 std::vector<double> StepLimits(const CarriedArm& arm, const SeamRules& rules);
 
+/// What a change of each axis weighs: SeamCosts over the square of what the axis moves.
+std::vector<double> StepWeights(const CarriedArm& arm, const SeamRules& rules);
+
 /// Looks at the ways between states, and adds states where they leave the path. The path is the straight line
 /// between the tool centres, the tool's axis turning evenly in one plane.
 class SeamBetween {

@@ -131,10 +131,10 @@ private:
     }
 
     double AirCost(const std::vector<double>& from, const std::vector<double>& to) const {
-        const std::vector<double> steps = StepLimits(planner.Arm(), planner.Rules());
+        const std::vector<double> weights = StepWeights(planner.Arm(), planner.Rules());
         double sum = 0;
         for (std::size_t i = 0; i < std::min(from.size(), to.size()); ++i) {
-            sum += (to[i] - from[i]) * (to[i] - from[i]) / (steps[i] * steps[i]);
+            sum += weights[i] * (to[i] - from[i]) * (to[i] - from[i]);
         }
         return planner.Rules().costs.start * sum;
     }

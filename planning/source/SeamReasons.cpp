@@ -64,10 +64,9 @@ void CountSteps(const Chains& chains, std::size_t reached, const StepRules& rule
     }
 }
 
-} // namespace
-
-NoWay Explain(const SeamSearch& search, const SeamRungs& rungs, const std::vector<SeamPose>& poses) {
-    const Thinning thinning = search.ThinnedTo(MostLooked);
+/// @param strict whether steps are to keep the rules even where the grid is coarser than a step.
+NoWay Explain(const SeamSearch& search, const SeamRungs& rungs, const std::vector<SeamPose>& poses,
+              const Thinning& thinning, bool strict, bool& blocked) {
     const auto looked = search.PosesOf(thinning);
     NoWay why;
     why.first = 1;
@@ -75,12 +74,14 @@ NoWay Explain(const SeamSearch& search, const SeamRungs& rungs, const std::vecto
     SeamRung rung;
     Chains chains;
     std::size_t longest = 0;
-    bool blocked = false;
+    blocked = false;
     for (std::size_t k = 0; k < looked.size(); ++k) {
         const std::size_t left = rungs.Choices().Grid(looked[k], thinning.coarse, grid);
         rung.Clear();
         rungs.Add(looked[k], grid, 1, SeamRungs::AnyGroup, rung);
-        const StepRules rules = search.StepsOf(thinning, k > 0 ? looked[k] - looked[k - 1] : 1);
+        const std::size_t strides = k > 0 ? looked[k] - looked[k - 1] : 1;
+        const StepRules rules =
+            strict ? rungs.Steps(static_cast<double>(strides)) : search.StepsOf(thinning, strides);
         chains.Append(std::move(rung.rung), rules);
         rung.rung = {};
         const std::size_t chain = chains.Longest();
@@ -102,6 +103,15 @@ NoWay Explain(const SeamSearch& search, const SeamRungs& rungs, const std::vecto
         }
     }
     return why;
+}
+
+} // namespace
+
+NoWay Explain(const SeamSearch& search, const SeamRungs& rungs, const std::vector<SeamPose>& poses) {
+    const Thinning thinning = search.ThinnedTo(MostLooked);
+    bool blocked = false;
+    NoWay why = Explain(search, rungs, poses, thinning, false, blocked);
+    return blocked ? why : Explain(search, rungs, poses, thinning, true, blocked);
 }
 
 std::string NoWay::Text(std::size_t poses, std::size_t joints) const {

@@ -63,7 +63,6 @@ SeamRungs::SeamRungs(const CarriedArm& arm_, const SeamRules& rules_, const Seam
     for (std::size_t i = 0; i < joints; ++i) {
         limits.push_back(arm.Arm().Limit(i));
         margins.push_back(costs.limitMargin);
-        steps.weights.push_back(arm.Arm().Coupled() && i == 5 ? 0 : costs.arm * costs.length);
     }
     for (std::size_t i = 0; i < choices.Outer(); ++i) {
         const bool carried = i < choices.CarrierAxes();
@@ -72,10 +71,12 @@ SeamRungs::SeamRungs(const CarriedArm& arm_, const SeamRules& rules_, const Seam
         const bool slides = chain.Slides(axis);
         limits.push_back(chain.Limit(axis));
         margins.push_back(slides ? SlideMargin : costs.limitMargin);
-        steps.weights.push_back((carried ? costs.carrier : costs.holder) * costs.length *
-                                (slides ? Square(costs.sliding) : 1));
     }
     steps.limits = StepLimits(arm, rules);
+    steps.weights = StepWeights(arm, rules);
+    for (double& weight : steps.weights) {
+        weight *= costs.length;
+    }
 }
 
 StepRules SeamRungs::Steps(double stride) const {

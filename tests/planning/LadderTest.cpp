@@ -27,7 +27,7 @@ struct Case {
                 rung.groups.push_back(static_cast<std::uint8_t>(Draw(0, 2) == 0 ? 5 : 0));
             }
             lengths.push_back(Real(0.1, 3));
-            change.push_back(Draw(0, 5) == 0);
+            change.push_back(Draw(0, 2) == 0);
         }
     }
     std::size_t Draw(std::size_t low, std::size_t high) {
@@ -70,7 +70,7 @@ struct Case {
         return cost;
     }
 
-    static constexpr double ChangeCost = 0.7;
+    static constexpr double ChangeCost = 0.05;
     std::mt19937 random;
     StepRules rules;
     std::vector<Rung> rungs;

@@ -80,14 +80,14 @@ struct SeamCosts {
     double holder = 3;                         ///< of a holder's axis, rad
     double sliding = 1.0 / 400;                ///< of an axis that slides: as so many rad a mm
     double limit = 2;                          ///< at the limit of a joint, falling to 0 at the margin
-    double limitMargin = 30 * DegreeInRadians;    ///< rad; of axes that slide 150 mm
+    double limitMargin = 30 * DegreeInRadians; ///< rad; of axes that slide 150 mm
     double singular = 5;                       ///< in a singularity, falling to 0 at the margin
     double singularMargin = 0.05;              ///< of the manipulability, lengths in units of the reach
     double tilt = 20;                          ///< of lead and work angle off the nominal, squared rad
     double stickOut = 0.02;                    ///< of the stick-out off the nominal, squared mm
     double downhand = 1;                       ///< of the up direction off the vertical, squared rad
     double change = 10;                        ///< of a change of configuration at a marked place
-    double start = 0.01;                       ///< of the way from the values before the seam, squared rad
+    double start = 0.5;                        ///< of the way through the air to the seam, squared rad
 };
 
 struct Seam {

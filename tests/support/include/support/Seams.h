@@ -45,6 +45,7 @@ struct WeldingCell {
         table->SetRootMdlTrsf(tablePlace);
         const_cast<LinkRod*>(table->GetLink(1))->limit = {-Round, Round};
         if (onRail) {
+            rail->SetRootMdlTrsf(railPlace);
             rail->AssembleOtherModel(&robot, Place(101, 0));
         }
         arm = std::make_unique<planning::CarriedArm>(robot, table.get(), 0);
@@ -59,6 +60,7 @@ struct WeldingCell {
     const Mechanism railModel = TwoAxisRail();
     const Mechanism tableModel = Positioner();
     const gp_Trsf torch = Frame({60, 0, 350}, gp_Dir(0.5, 0, 1), gp_Dir(1, 0, -0.5));
+    const gp_Trsf railPlace = At(-100, -1500, -340);
     const gp_Trsf tablePlace = At(750, 0, -800);
     const std::unique_ptr<GenericEntityConfig> rail = Build(railModel, 50, "rail");
     const std::unique_ptr<GenericEntityConfig> table = Build(tableModel, 60, "table");
