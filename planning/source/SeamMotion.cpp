@@ -78,7 +78,7 @@ private:
             const Seam seam = reversed ? Reversed(task.seams[k]) : task.seams[k];
             Variant variant;
             try {
-                variant.plan = planner.Plan(seam, k == 0 ? task.start : std::vector<double>());
+                variant.plan = planner.Plan(seam, Near(k));
             } catch (const std::invalid_argument& error) {
                 throw std::invalid_argument("seam " + std::to_string(k) + ": " + error.what());
             }
@@ -91,6 +91,11 @@ private:
         }
         motion.blocked = k;
         return !both.empty();
+    }
+
+    /// Where a seam's way is to begin near to, if it costs nothing else.
+    std::vector<double> Near(std::size_t k) const {
+        return !task.start.empty() || k == 0 ? task.start : variants[k - 1].front().Last();
     }
 
     /// The straight ways to and from a seam.

@@ -152,12 +152,14 @@ TEST(SeamMotion, OfTwoSeamsApproachesWorksAndRetractsInTheCheaperDirections) {
     task.start = {0, 0.2, 0.3, 0, 0.8, 0, 0, 0};
     task.end = task.start;
     task.eitherWay = true;
-    // Side by side: whichever way the first is followed, the second comes back.
-    task.seams = {{sample::Straight({-100, -150, 60}, {-100, 150, 60}, 40, 0.6), {}, 50, 50},
-                  {sample::Straight({100, -150, 60}, {100, 150, 60}, 40, -0.6), {}, 50, 50}};
+    // The table goes a radian along with each: forth with the first, so back with the second.
+    SeamFreedom turning;
+    turning.holder = {sample::Axis(Kind::Fixed), sample::Axis(Kind::Linear, 0, 1)};
+    task.seams = {{sample::Straight({60, -150, 60}, {60, 150, 60}, 40, 0.6), turning, 50, 50},
+                  {sample::Straight({90, -150, 60}, {90, 150, 60}, 40, 0.6), turning, 50, 50}};
     const SeamMotion motion = PlanMotion(planner, task);
     ASSERT_FALSE(motion.states.empty());
-    EXPECT_NE(motion.reversed[0], motion.reversed[1]);
+    EXPECT_EQ(motion.reversed, (std::vector<bool>{false, true}));
     using Leg = MotionState::Leg;
     std::vector<Leg> legs;
     for (std::size_t k = 0; k < motion.states.size(); ++k) {
