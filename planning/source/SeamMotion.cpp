@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <stdexcept>
 
 namespace planning {
@@ -21,6 +22,8 @@ struct Variant {
     std::vector<SeamState> approach;
     std::vector<SeamState> retract;
     bool reversed = false;
+    std::size_t before = 0; ///< variant of the seam before that it continues
+    double total = 0;       ///< cost of all up to here, ways through the air included
 
     const std::vector<double>& First() const {
         return (approach.empty() ? plan.states : approach).front().values;
@@ -69,33 +72,49 @@ private:
         }
     }
 
+    /// Plans a seam on from every variant of the one before; of each direction the cheapest is kept.
     bool PlanSeam(std::size_t k) {
-        auto& both = variants.emplace_back();
+        auto& kept = variants.emplace_back();
         for (const bool reversed : {false, true}) {
             if (reversed && !task.eitherWay) {
                 break;
             }
             const Seam seam = reversed ? Reversed(task.seams[k]) : task.seams[k];
-            Variant variant;
-            try {
-                variant.plan = planner.Plan(seam, Near(k));
-            } catch (const std::invalid_argument& error) {
-                throw std::invalid_argument("seam " + std::to_string(k) + ": " + error.what());
+            std::optional<Variant> best;
+            for (std::size_t j = 0; j < (k > 0 ? variants[k - 1].size() : 1); ++j) {
+                Variant variant = PlanFrom(seam, k, j);
+                if (variant.plan.Found() && (!best || variant.total < best->total)) {
+                    variant.reversed = reversed;
+                    best = std::move(variant);
+                } else if (!variant.plan.Found() && !reversed) {
+                    motion.why = variant.plan.why;
+                }
             }
-            variant.reversed = reversed;
-            if (variant.plan.Found() && AddWays(seam, variant)) {
-                both.push_back(std::move(variant));
-            } else if (!reversed) {
-                motion.why = variant.plan.why;
+            if (best) {
+                kept.push_back(std::move(*best));
             }
         }
         motion.blocked = k;
-        return !both.empty();
+        return !kept.empty();
     }
 
-    /// Where a seam's way is to begin near to, if it costs nothing else.
-    std::vector<double> Near(std::size_t k) const {
-        return !task.start.empty() || k == 0 ? task.start : variants[k - 1].front().Last();
+    Variant PlanFrom(const Seam& seam, std::size_t k, std::size_t j) const {
+        const std::vector<double>& from = k > 0 ? variants[k - 1][j].Last() : task.start;
+        Variant variant;
+        try {
+            variant.plan = planner.Plan(seam, from);
+        } catch (const std::invalid_argument& error) {
+            throw std::invalid_argument("seam " + std::to_string(k) + ": " + error.what());
+        }
+        if (variant.plan.Found() && !AddWays(seam, variant)) {
+            variant.plan.states.clear();
+        }
+        if (variant.plan.Found()) {
+            variant.before = j;
+            variant.total =
+                (k > 0 ? variants[k - 1][j].total : 0) + AirCost(from, variant.First()) + variant.plan.cost;
+        }
+        return variant;
     }
 
     /// The straight ways to and from a seam.
@@ -144,33 +163,16 @@ private:
         return planner.Rules().costs.start * sum;
     }
 
-    /// Cheapest directions together: two states a seam.
+    /// Goes back from the cheapest end.
     void ChooseDirections() {
-        std::vector<std::vector<std::size_t>> before(variants.size());
-        std::vector<double> costs;
-        for (std::size_t k = 0; k < variants.size(); ++k) {
-            std::vector<double> next;
-            for (const Variant& variant : variants[k]) {
-                double best = k == 0 ? AirCost(task.start, variant.First()) : 1e300;
-                std::size_t from = 0;
-                for (std::size_t j = 0; k > 0 && j < costs.size(); ++j) {
-                    const double cost = costs[j] + AirCost(variants[k - 1][j].Last(), variant.First());
-                    from = cost < best ? j : from;
-                    best = std::min(best, cost);
-                }
-                before[k].push_back(from);
-                next.push_back(best + variant.plan.cost);
-            }
-            costs = std::move(next);
-        }
         chosen.resize(variants.size());
-        std::size_t at =
-            costs.empty()
-                ? 0
-                : static_cast<std::size_t>(std::min_element(costs.begin(), costs.end()) - costs.begin());
+        const auto& last = variants.back();
+        const auto least = std::min_element(
+            last.begin(), last.end(), [](const Variant& a, const Variant& b) { return a.total < b.total; });
+        auto at = static_cast<std::size_t>(least - last.begin());
         for (std::size_t k = variants.size(); k-- > 0;) {
             chosen[k] = at;
-            at = before[k][at];
+            at = variants[k][at].before;
         }
     }
 

@@ -68,7 +68,7 @@ SeamResult SeamPlanner::Plan(const Seam& seam, std::span<const double> from) con
         result.why = Explain(search, rungs, seam.poses);
         return result;
     }
-    result.cost = way.cost;
+    result.cost = way.cost - rungs.StartCost(way.stops.front().values.data());
     const SeamBetween between(arm, rules);
     Deviation most;
     for (std::size_t i = 0; i < way.stops.size(); ++i) {

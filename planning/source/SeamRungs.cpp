@@ -105,6 +105,14 @@ double SeamRungs::CostOf(const Place& place, const Choice& choice) const {
     return cost;
 }
 
+double SeamRungs::StartCost(const double* values) const {
+    double cost = 0;
+    for (std::size_t i = 0; i < start.size(); ++i) {
+        cost += steps.weights[i] / rules.costs.length * Square(values[i] - start[i]);
+    }
+    return rules.costs.start * cost;
+}
+
 double SeamRungs::LimitCost(const double* values) const {
     double cost = 0;
     for (std::size_t i = 0; i < limits.size(); ++i) {
@@ -172,13 +180,8 @@ void SeamRungs::AddTurn(const Place& place, const Choice& choice, const Solution
     rung.values.insert(rung.values.end(), choice.outer.begin(),
                        choice.outer.begin() + static_cast<std::ptrdiff_t>(choices.Outer()));
     const double* values = rung.values.data() + rung.values.size() - rung.axes;
-    double total = place.share * (cost + LimitCost(values));
-    if (place.pose == 0 && !start.empty()) {
-        for (std::size_t i = 0; i < rung.axes; ++i) {
-            total += rules.costs.start * steps.weights[i] / rules.costs.length * Square(values[i] - start[i]);
-        }
-    }
-    rung.costs.push_back(total);
+    rung.costs.push_back(place.share * (cost + LimitCost(values)) +
+                         (place.pose == 0 ? StartCost(values) : 0));
     rung.groups.push_back(static_cast<std::uint8_t>(GroupOf(arm.Arm(), turned)));
 }
 

@@ -31,6 +31,8 @@ public:
     void Add(std::size_t pose, std::span<const Choice> choices, double share, int group, SeamRung& out,
              NoWay* why = nullptr) const;
 
+    /// Of the way through the air to the values of the first pose.
+    double StartCost(const double* values) const;
     /// Rules of a step over `stride` poses.
     StepRules Steps(double stride) const;
     std::size_t Axes() const { return arm.Arm().Joints() + choices.Outer(); }

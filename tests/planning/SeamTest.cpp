@@ -152,19 +152,19 @@ TEST(SeamMotion, OfTwoSeamsApproachesWorksAndRetractsInTheCheaperDirections) {
     task.start = {0, 0.2, 0.3, 0, 0.8, 0, 0, 0};
     task.end = task.start;
     task.eitherWay = true;
-    // The table goes a radian along with each: forth with the first, so back with the second.
+    // The table goes a radian along with each: forth with one, so back with the other.
     SeamFreedom turning;
     turning.holder = {sample::Axis(Kind::Fixed), sample::Axis(Kind::Linear, 0, 1)};
     task.seams = {{sample::Straight({60, -150, 60}, {60, 150, 60}, 40, 0.6), turning, 50, 50},
                   {sample::Straight({90, -150, 60}, {90, 150, 60}, 40, 0.6), turning, 50, 50}};
     const SeamMotion motion = PlanMotion(planner, task);
     ASSERT_FALSE(motion.states.empty());
-    EXPECT_EQ(motion.reversed, (std::vector<bool>{false, true}));
+    EXPECT_NE(motion.reversed[0], motion.reversed[1]);
     using Leg = MotionState::Leg;
     std::vector<Leg> legs;
     for (std::size_t k = 0; k < motion.states.size(); ++k) {
         const MotionState& state = motion.states[k];
-        if (legs.empty() || legs.back() != state.leg) {
+        if (state.leg != Leg::Air && (legs.empty() || legs.back() != state.leg)) {
             legs.push_back(state.leg);
         }
         for (std::size_t i = 0; k > 0 && i < state.values.size(); ++i) {
@@ -172,8 +172,8 @@ TEST(SeamMotion, OfTwoSeamsApproachesWorksAndRetractsInTheCheaperDirections) {
                       10 * DegreeInRadians + Rounding);
         }
     }
-    EXPECT_EQ(legs, (std::vector<Leg>{Leg::Air, Leg::Approach, Leg::Work, Leg::Retract, Leg::Air,
-                                      Leg::Approach, Leg::Work, Leg::Retract, Leg::Air}));
+    EXPECT_EQ(legs, (std::vector<Leg>{Leg::Approach, Leg::Work, Leg::Retract, Leg::Approach, Leg::Work,
+                                      Leg::Retract}));
     EXPECT_EQ(motion.states.front().values, task.start);
     EXPECT_EQ(motion.states.back().values, task.end);
     EXPECT_LE(motion.distance, planner.Rules().distance);
