@@ -48,9 +48,14 @@ public:
 private:
     using Widths = std::array<double, MaxDims>;
     using Dims = std::vector<std::size_t>;
-    /// Choices at every pose, between those of a way.
-    SeamWay Spread(const SeamWay& way) const;
-    SeamWay InTube(const SeamWay& about, const Dims& dims, const Widths& by) const;
+    /// Choices at the poses, between those of a way.
+    SeamWay Spread(const SeamWay& way, const std::vector<std::size_t>& looked) const;
+    SeamWay InTube(const SeamWay& about, const std::vector<std::size_t>& looked, const Dims& dims,
+                   const Widths& by) const;
+    /// Searches tubes, from `part` of the coarse steps on, until they are narrow and the cost no longer
+    /// falls.
+    void Narrow(SeamWay& way, const std::vector<std::size_t>& looked, const Widths& coarse, double part,
+                int rounds) const;
     bool Refine(SeamWay& way, const Thinning& thinning) const;
     void Relax(SeamWay& way) const;
     bool RelaxStop(SeamWay& way, std::size_t i, const StepRules& rules) const;

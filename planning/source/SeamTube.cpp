@@ -18,6 +18,10 @@ constexpr double Worthwhile = 0.01;
 /// Tubes get no narrower than this part of a stated step.
 constexpr double Narrowest = 1.0 / 16;
 constexpr int MostRounds = 60;
+constexpr int LastRounds = 2;
+/// Knots are about this far apart (mm), and not fewer than this.
+constexpr double KnotLength = 1;
+constexpr std::size_t FewestKnots = 100;
 constexpr int MostSweeps = 25;
 constexpr double WorthASweep = 1e-3;
 
@@ -43,48 +47,55 @@ Choice Blend(const Choice& a, const Choice& b, double t) {
 
 } // namespace
 
-SeamWay SeamSearch::Spread(const SeamWay& way) const {
+SeamWay SeamSearch::Spread(const SeamWay& way, const std::vector<std::size_t>& looked) const {
     const SeamLine& line = choices.Line();
     SeamWay spread;
-    for (std::size_t i = 0; i < way.stops.size(); ++i) {
-        const SeamStop& stop = way.stops[i];
-        spread.stops.push_back(stop);
-        if (i + 1 == way.stops.size()) {
-            break;
-        }
-        const SeamStop& next = way.stops[i + 1];
-        for (std::size_t pose = stop.pose + 1; pose < next.pose; ++pose) {
-            const double t = (line.At(pose) - line.At(stop.pose)) / Between(stop.pose, next.pose);
-            Choice between = Blend(stop.choice, next.choice, t);
-            choices.Admit(pose, between);
-            spread.stops.push_back({pose, between, {}, stop.group, 0});
-        }
-    }
     spread.cost = std::numeric_limits<double>::infinity();
+    std::size_t at = 0;
+    for (const std::size_t pose : looked) {
+        while (way.stops[at].pose < pose && way.stops[at + 1].pose <= pose) {
+            ++at;
+        }
+        const SeamStop& stop = way.stops[at];
+        for (; at < way.stops.size() && way.stops[at].pose == pose; ++at) {
+            spread.stops.push_back(way.stops[at]);
+        }
+        if (stop.pose == pose) {
+            --at;
+            continue;
+        }
+        const SeamStop& next = way.stops[at + 1];
+        const double t = (line.At(pose) - line.At(stop.pose)) / Between(stop.pose, next.pose);
+        Choice between = Blend(stop.choice, next.choice, t);
+        choices.Admit(pose, between);
+        spread.stops.push_back({pose, between, {}, stop.group, 0});
+    }
     return spread;
 }
 
-SeamWay SeamSearch::InTube(const SeamWay& about, const Dims& dims, const Widths& by) const {
-    std::vector<std::vector<Choice>> tried;
-    std::vector<std::vector<std::uint32_t>> choiceOf;
-    std::vector<SeamRung> kept;
+SeamWay SeamSearch::InTube(const SeamWay& about, const std::vector<std::size_t>& looked, const Dims& dims,
+                           const Widths& by) const {
+    std::vector<std::vector<Choice>> tried(looked.size());
+    std::vector<SeamRung> kept(looked.size());
     Ladder ladder;
-    const StepRules rules = rungs.Steps(1);
-    for (std::size_t i = 0; i < about.stops.size();) {
-        const std::size_t pose = about.stops[i].pose;
-        SeamRung& rung = kept.emplace_back();
-        std::vector<Choice>& tube = tried.emplace_back();
+    std::size_t i = 0;
+    for (std::size_t k = 0; k < looked.size(); ++k) {
+        const std::size_t pose = looked[k];
+        SeamRung& rung = kept[k];
+        std::vector<Choice>& tube = tried[k];
         // Two stops at one pose are searched together.
         for (; i < about.stops.size() && about.stops[i].pose == pose; ++i) {
             const std::size_t before = tube.size();
             const std::size_t choicesBefore = rung.choice.size();
             choices.Tube(pose, about.stops[i].choice, dims, by, tube);
-            rungs.Add(pose, std::span(tube).subspan(before), Share(all, pose), about.stops[i].group, rung);
+            rungs.Add(pose, std::span(tube).subspan(before), Share(looked, k), about.stops[i].group, rung);
             for (std::size_t c = choicesBefore; c < rung.choice.size(); ++c) {
                 rung.choice[c] += static_cast<std::uint32_t>(before);
             }
         }
-        if (ladder.Append(rung.rung, pose > 0 ? Between(pose - 1, pose) : 1, rules) == 0) {
+        const std::size_t strides = k > 0 ? pose - looked[k - 1] : 1;
+        if (ladder.Append(rung.rung, k > 0 ? Between(looked[k - 1], pose) : 1,
+                          rungs.Steps(static_cast<double>(strides))) == 0) {
             return {};
         }
         if (poses[pose].mayChange) {
@@ -95,39 +106,56 @@ SeamWay SeamSearch::InTube(const SeamWay& about, const Dims& dims, const Widths&
     for (const Ladder::Stop& stop : ladder.Way()) {
         const SeamRung& rung = kept[stop.rung];
         way.stops.push_back(
-            Stop(stop.rung, tried[stop.rung][rung.choice[stop.candidate]], rung, stop.candidate));
+            Stop(looked[stop.rung], tried[stop.rung][rung.choice[stop.candidate]], rung, stop.candidate));
     }
     return way;
 }
 
-bool SeamSearch::Refine(SeamWay& way, const Thinning& thinning) const {
-    const bool whole = IsWhole(thinning);
-    if (choices.Varying().empty() && whole) {
-        return true;
-    }
-    if (way.stops.size() != poses.size() || !whole) {
-        way = Spread(way);
-    }
-    Widths by{};
-    for (const std::size_t dim : choices.Varying()) {
-        by[dim] = choices.Step(dim) * thinning.coarse[dim] / 2;
-    }
-    double part = *std::max_element(thinning.coarse.begin(), thinning.coarse.end()) / 2;
+void SeamSearch::Narrow(SeamWay& way, const std::vector<std::size_t>& looked, const Widths& coarse,
+                        double part, int rounds) const {
     const auto sets = Subsets(choices.Varying());
-    for (int round = 0; round < MostRounds && part > Narrowest; ++round) {
+    for (int round = 0; round < rounds && part >= Narrowest; ++round) {
         const double before = way.cost;
+        Widths by{};
+        for (const std::size_t dim : choices.Varying()) {
+            by[dim] = choices.Step(dim) * coarse[dim] * part;
+        }
         for (const Dims& dims : sets.empty() ? std::vector<Dims>{{}} : sets) {
-            SeamWay found = InTube(way, dims, by);
+            SeamWay found = InTube(way, looked, dims, by);
             if (!found.stops.empty() && found.cost <= way.cost) {
                 way = std::move(found);
             }
         }
         if (!(way.cost < (1 - Worthwhile) * before)) {
             part /= 2;
-            for (double& width : by) {
-                width /= 2;
-            }
         }
+    }
+}
+
+bool SeamSearch::Refine(SeamWay& way, const Thinning& thinning) const {
+    // Poses that lie close are first held between knots: a step of the narrowest tube would be a jump there.
+    Thinning knots{thinning.stride, {}};
+    const double spacing = choices.Line().Total() / static_cast<double>(poses.size() - 1);
+    while (spacing * static_cast<double>(knots.stride) < KnotLength &&
+           poses.size() / knots.stride > FewestKnots) {
+        knots.stride *= 2;
+    }
+    const std::vector<std::size_t> looked = PosesOf(knots);
+    if (!IsWhole(thinning) || looked.size() != poses.size()) {
+        way = Spread(way, looked);
+    }
+    const double widest = *std::max_element(thinning.coarse.begin(), thinning.coarse.end());
+    Widths coarse{};
+    for (std::size_t dim = 0; dim < MaxDims; ++dim) {
+        coarse[dim] = thinning.coarse[dim] / widest;
+    }
+    Narrow(way, looked, coarse, widest / 2, MostRounds);
+    if (!std::isfinite(way.cost)) {
+        return false;
+    }
+    if (looked.size() != poses.size()) {
+        way = Spread(way, all);
+        Narrow(way, all, coarse, 0.25, LastRounds);
     }
     return std::isfinite(way.cost);
 }
