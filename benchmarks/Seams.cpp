@@ -16,29 +16,44 @@ using planning::Rung;
 
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr int Spins = 72;
+constexpr double Spacing = 0.8; // mm
 
-/// All joint values of the tool at every spin about its axis, pose by pose.
+/// All joint values of the tool at every spin about its axis and sixteen positions of the positioner, pose by
+/// pose.
 struct Candidates {
+    /// @param poses of the first part of the saddle.
     explicit Candidates(int poses) {
+        constexpr double Near = 8 * planning::DegreeInRadians;
         const sample::WeldingCell cell;
-        const gp_Trsf work = cell.tablePlace * cell.tableModel.FlangeAt({0, 0});
-        for (const planning::SeamPose& pose : sample::Saddle(poses)) {
+        constexpr int Whole = 500;
+        auto part = sample::Saddle(Whole);
+        part.resize(static_cast<std::size_t>(poses));
+        for (const planning::SeamPose& pose : part) {
             Rung& rung = rungs.emplace_back();
-            rung.axes = 6;
-            const gp_Dir tool(pose.tool[0], pose.tool[1], pose.tool[2]);
-            for (int k = 0; k < Spins; ++k) {
-                const gp_Pnt point(pose.point[0], pose.point[1], pose.point[2]);
-                gp_Ax2 frame(point, tool, gp::DX());
-                frame.Rotate(frame.Axis(), 2 * std::numbers::pi * k / Spins);
-                Add(*cell.arm, work * sample::Frame(point, tool, frame.XDirection()), rung);
+            rung.axes = 8;
+            for (int at = 0; at < 16; ++at) {
+                Add(cell, pose, {at / 4 * Near, at % 4 * Near}, rung);
             }
         }
     }
-    static void Add(const planning::CarriedArm& arm, const gp_Trsf& tool, Rung& rung) {
+    static void Add(const sample::WeldingCell& cell, const planning::SeamPose& pose,
+                    const std::vector<double>& positions, Rung& rung) {
+        const gp_Trsf work = cell.tablePlace * cell.tableModel.FlangeAt(positions);
+        const gp_Dir tool(pose.tool[0], pose.tool[1], pose.tool[2]);
+        const gp_Pnt point(pose.point[0], pose.point[1], pose.point[2]);
+        for (int k = 0; k < Spins; ++k) {
+            gp_Ax2 frame(point, tool, gp::DX());
+            frame.Rotate(frame.Axis(), 2 * std::numbers::pi * k / Spins);
+            Add(*cell.arm, work * sample::Frame(point, tool, frame.XDirection()), positions, rung);
+        }
+    }
+    static void Add(const planning::CarriedArm& arm, const gp_Trsf& tool,
+                    const std::vector<double>& positions, Rung& rung) {
         for (const planning::Solution& solution : arm.SolveInWorld(Rigid::From(tool))) {
             arm.Arm().ForEachTurn(solution, [&](const planning::Solution& turned) {
                 rung.values.insert(rung.values.end(), turned.values.begin(), turned.values.begin() + 6);
-                rung.costs.push_back(0.01 * std::abs(turned.values[5]));
+                rung.values.insert(rung.values.end(), positions.begin(), positions.end());
+                rung.costs.push_back(Spacing / 100 * std::abs(turned.values[5]));
                 const auto& c = turned.configuration;
                 rung.groups.push_back(static_cast<std::uint8_t>(4 * static_cast<int>(c.shoulder) +
                                                                 2 * static_cast<int>(c.elbow) +
@@ -48,8 +63,8 @@ struct Candidates {
     }
 
     std::vector<Rung> rungs;
-    planning::StepRules rules{std::vector<double>(6, 10 * planning::DegreeInRadians),
-                              std::vector<double>(6, 1)};
+    planning::StepRules rules{std::vector<double>(8, 10 * planning::DegreeInRadians),
+                              std::vector<double>(8, 100)};
     double ours = 0;
     double peer = 0;
 };
@@ -57,7 +72,7 @@ struct Candidates {
 void RunLadder(Candidates& in) {
     planning::Ladder ladder;
     for (const Rung& rung : in.rungs) {
-        ladder.Append(rung, 1, in.rules);
+        ladder.Append(rung, Spacing, in.rules);
     }
     in.ours = ladder.Cost();
 }
@@ -75,7 +90,8 @@ void RunAllPairs(Candidates& in) {
                 if (last.groups[j] != rung.groups[i]) {
                     continue;
                 }
-                const double total = totals[j] + planning::StepCost(in.rules, last.Row(j), rung.Row(i), 1);
+                const double total =
+                    totals[j] + planning::StepCost(in.rules, last.Row(j), rung.Row(i), Spacing);
                 if (total < next[i]) {
                     next[i] = total;
                     before[k][i] = j;
@@ -89,7 +105,7 @@ void RunAllPairs(Candidates& in) {
 }
 
 Work AgainstAllPairs(bool quick) {
-    auto in = std::make_shared<Candidates>(quick ? 60 : 500);
+    auto in = std::make_shared<Candidates>(quick ? 10 : 40);
     const auto poses = static_cast<double>(in->rungs.size());
     return {{[in] { RunLadder(*in); }, poses}, {[in] { RunAllPairs(*in); }, poses}, [in] {
                 return in->ours == in->peer && in->ours < Infinity

@@ -1,5 +1,6 @@
 #include "NearGrid.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -40,19 +41,19 @@ std::size_t Ladder::Append(const Rung& rung, double length, const StepRules& rul
         reached = 0;
         const Rung& last = state->last;
         const std::vector<double>& before = state->totals;
-        const NearGrid near(last, rules, [&](std::size_t i) { return before[i] < Infinity; });
+        const NearGrid near(last, rules, length, before);
         for (std::size_t i = 0; i < rung.size(); ++i) {
             double best = Infinity;
-            near.Around(rung.Row(i), rung.groups[i], [&](std::uint32_t j) {
-                if (before[j] >= best) {
-                    return;
-                }
-                const double total = before[j] + StepCost(rules, last.Row(j), rung.Row(i), length);
-                if (total < best) {
-                    best = total;
-                    link.before[i] = j;
-                }
-            });
+            near.Around(
+                rung.Row(i), rung.groups[i], [&] { return best; },
+                [&](const NearGrid::Found& from) {
+                    const double total =
+                        from.total + StepCost(rules, from.row, rung.Row(i), length, best - from.total);
+                    if (total < best) {
+                        best = total;
+                        link.before[i] = from.candidate;
+                    }
+                });
             totals[i] = best + rung.costs[i];
             reached += static_cast<std::size_t>(best < Infinity);
         }

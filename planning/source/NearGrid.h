@@ -1,150 +1,107 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <planning/Ladder.h>
 
 namespace planning {
 
-/// Finds the candidates of a rung that lie within the step limits of given values: up to three axes, those
-/// that spread widest in steps, are cut into cells at least as wide as a step.
+/// Finds the candidates of a rung that lie within the step limits of given values, cheapest first where that
+/// spares a look: up to three axes, those that spread widest in steps, are cut into cells of half a step or
+/// more, and a cell is left out when what it has cannot be cheaper than what was found.
 class NearGrid {
 public:
-    /// @param usable which candidates are looked for.
-    template <typename Usable>
-    NearGrid(const Rung& rung_, const StepRules& rules, Usable&& usable) : rung(rung_) {
-        ChooseAxes(rules, usable);
-        Fill(usable);
-    }
+    /// @param totals_ what the way to each candidate costs; infinity leaves one out.
+    NearGrid(const Rung& rung_, const StepRules& rules, double length, const std::vector<double>& totals_);
 
-    /// Calls with the numbers of the candidates of a group in the cells around, the cell of the values first:
-    /// what is nearest is mostly cheapest, and spares a look at the others.
-    template <typename Each>
-    void Around(const double* values, std::size_t group, Each&& each) const {
-        std::array<std::size_t, 3> low{};
-        std::array<std::size_t, 3> high{};
-        std::array<std::size_t, 3> own{};
-        for (std::size_t k = 0; k < 3; ++k) {
-            const double place = (values[axis[k]] - start[k]) / width[k];
-            if (!(place > -1 && place < static_cast<double>(cells[k]) + 1)) {
-                return;
-            }
-            const auto cell = static_cast<std::ptrdiff_t>(place + 1) - 1; // floor
-            low[k] = static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, cell - 1));
-            high[k] = std::min(cells[k] - 1, static_cast<std::size_t>(cell + 1));
-            own[k] = std::clamp(static_cast<std::size_t>(std::max<std::ptrdiff_t>(0, cell)), low[k], high[k]);
-        }
-        if (group >= groups) {
-            return;
-        }
-        const auto look = [&](std::size_t a, std::size_t b) {
-            const std::size_t row = ((group * cells[0] + a) * cells[1] + b) * cells[2];
-            for (std::uint32_t at = first[row + low[2]]; at < first[row + high[2] + 1]; ++at) {
-                each(members[at]);
-            }
-        };
-        look(own[0], own[1]);
-        for (std::size_t a = low[0]; a <= high[0]; ++a) {
-            for (std::size_t b = low[1]; b <= high[1]; ++b) {
-                if (a != own[0] || b != own[1]) {
-                    look(a, b);
-                }
-            }
-        }
-    }
+    struct Found {
+        std::uint32_t candidate;
+        double total;
+        const double* row;
+    };
+    /// Calls with the candidates of a group in the cells around.
+    /// @param best cost above which a candidate, the step to it included, is of no interest; asked again
+    /// after every call of `each`.
+    template <typename Best, typename Each>
+    void Around(const double* values, std::size_t group, Best&& best, Each&& each) const;
 
 private:
-    template <typename Usable>
-    void ChooseAxes(const StepRules& rules, Usable& usable) {
+    /// Cells of an axis that lie within a step, nearest first, with the least cost of the step to them.
+    struct Nearby {
         std::size_t count = 0;
-        for (std::size_t i = 0; i < rung.size(); ++i) {
-            count += static_cast<std::size_t>(usable(i));
-        }
-        // As many cells as candidates, about.
-        std::size_t room = std::max<std::size_t>(1, 2 * count);
-        std::vector<std::pair<double, double>> bounds = Bounds(usable);
-        for (std::size_t k = 0; k < 3; ++k) {
-            double widest = 0;
-            for (std::size_t i = 0; i < bounds.size(); ++i) {
-                const double spread = (bounds[i].second - bounds[i].first) / rules.limits[i];
-                if (spread > widest) {
-                    widest = spread;
-                    axis[k] = i;
-                }
-            }
-            Cut(k, widest, bounds, room);
-        }
-    }
-    /// Cuts an axis into at most so many cells, each as wide as a step or wider.
-    void Cut(std::size_t k, double steps, std::vector<std::pair<double, double>>& bounds, std::size_t& room) {
-        cells[k] =
-            std::clamp<std::size_t>(static_cast<std::size_t>(std::min(steps, 1e6) * (1 - 1e-9)), 1, room);
-        room = std::max<std::size_t>(1, room / cells[k]);
-        if (cells[k] == 1) {
-            width[k] = Everything;
-            return;
-        }
-        auto& [least, most] = bounds[axis[k]];
-        start[k] = least;
-        width[k] = (most - least) / static_cast<double>(cells[k]);
-        most = least;
-    }
-    template <typename Usable>
-    std::vector<std::pair<double, double>> Bounds(Usable& usable) const {
-        std::vector<std::pair<double, double>> bounds(rung.axes, {Everything, -Everything});
-        for (std::size_t j = 0; j < rung.size(); ++j) {
-            if (usable(j)) {
-                const double* row = rung.Row(j);
-                for (std::size_t i = 0; i < rung.axes; ++i) {
-                    bounds[i].first = std::min(bounds[i].first, row[i]);
-                    bounds[i].second = std::max(bounds[i].second, row[i]);
-                }
-            }
-        }
-        return bounds;
-    }
-    std::size_t CellOf(const double* values, std::size_t group) const {
-        std::size_t cell = group;
-        for (std::size_t k = 0; k < 3; ++k) {
-            const auto place =
-                static_cast<std::size_t>(std::max(0.0, (values[axis[k]] - start[k]) / width[k]));
-            cell = cell * cells[k] + std::min(place, cells[k] - 1);
-        }
-        return cell;
-    }
-    template <typename Usable>
-    void Fill(Usable& usable) {
-        groups = rung.size() > 0 ? 1 + *std::max_element(rung.groups.begin(), rung.groups.end()) : 0u;
-        first.assign(groups * cells[0] * cells[1] * cells[2] + 1, 0);
-        std::vector<std::uint32_t> cellOf(rung.size());
-        for (std::size_t i = 0; i < rung.size(); ++i) {
-            if (usable(i)) {
-                cellOf[i] = static_cast<std::uint32_t>(CellOf(rung.Row(i), rung.groups[i]));
-                ++first[cellOf[i] + 1];
-            }
-        }
-        for (std::size_t c = 1; c < first.size(); ++c) {
-            first[c] += first[c - 1];
-        }
-        members.resize(first.back());
-        std::vector<std::uint32_t> next(first.begin(), first.end() - 1);
-        for (std::size_t i = 0; i < rung.size(); ++i) {
-            if (usable(i)) {
-                members[next[cellOf[i]]++] = static_cast<std::uint32_t>(i);
-            }
-        }
-    }
-
-    /// Wider than all values: one cell takes them all.
-    static constexpr double Everything = 1e300;
+        std::array<std::size_t, 5> cell;
+        std::array<double, 5> cost;
+    };
+    bool Usable(std::size_t i) const { return totals[i] < std::numeric_limits<double>::infinity(); }
+    void ChooseAxes(const StepRules& rules, double length);
+    void Cut(std::size_t k, double limit, std::pair<double, double>& bounds, std::size_t& room);
+    std::vector<std::pair<double, double>> Bounds() const;
+    std::size_t CellOf(std::size_t candidate) const;
+    void Fill();
+    Nearby Near(std::size_t k, double value) const;
 
     const Rung& rung;
+    const std::vector<double>& totals;
     std::array<std::size_t, 3> axis{};
-    std::array<double, 3> start{}, width{};
-    std::array<std::size_t, 3> cells{};
+    std::array<std::size_t, 3> cells = {1, 1, 1};
+    std::array<double, 3> start{}, inverse{}; ///< of the cells: first value, cells a unit
+    std::array<double, 3> scale{};            ///< cost of a cell's width, squared
+    std::array<std::ptrdiff_t, 3> reach{};    ///< cells in a step
     std::size_t groups = 0;
     std::vector<std::uint32_t> first;   ///< of each cell, in `members`
-    std::vector<std::uint32_t> members; ///< candidates, cell by cell
+    std::vector<std::uint32_t> members; ///< candidates, cell by cell, cheapest first
+    std::vector<double> sorted;         ///< totals of the members, and their values
+    std::vector<double> rows;
+    std::vector<double> least; ///< of each row of cells
 };
+
+inline NearGrid::Nearby NearGrid::Near(std::size_t k, double value) const {
+    Nearby near;
+    const double place = (value - start[k]) * inverse[k];
+    const auto count = static_cast<std::ptrdiff_t>(cells[k]);
+    if (!(place > -3 && place < static_cast<double>(count) + 3)) {
+        return near;
+    }
+    const auto own = static_cast<std::ptrdiff_t>(place + 3) - 3; // floor
+    for (std::ptrdiff_t off = 0; off <= 2 * reach[k]; ++off) {
+        const std::ptrdiff_t cell = own + (off % 2 == 0 ? off / 2 : -(off + 1) / 2);
+        if (cell >= 0 && cell < count) {
+            const auto low = static_cast<double>(cell);
+            // The last cells take what rounding puts beyond them.
+            const double away = cell < own ? place - low - 1 : cell > own ? low - place : 0;
+            near.cell[near.count] = static_cast<std::size_t>(cell);
+            near.cost[near.count++] = away > 0 ? scale[k] * away * away * (1 - 1e-6) : 0;
+        }
+    }
+    return near;
+}
+
+template <typename Best, typename Each>
+void NearGrid::Around(const double* values, std::size_t group, Best&& best, Each&& each) const {
+    if (group >= groups) {
+        return;
+    }
+    const Nearby a = Near(0, values[axis[0]]);
+    const Nearby b = Near(1, values[axis[1]]);
+    const Nearby c = Near(2, values[axis[2]]);
+    for (std::size_t i = 0; i < a.count; ++i) {
+        for (std::size_t j = 0; j < b.count; ++j) {
+            const double toRow = a.cost[i] + b.cost[j];
+            const std::size_t row = (group * cells[0] + a.cell[i]) * cells[1] + b.cell[j];
+            if (least[row] + toRow >= best()) {
+                continue;
+            }
+            for (std::size_t k = 0; k < c.count; ++k) {
+                const std::size_t cell = row * cells[2] + c.cell[k];
+                const double to = toRow + c.cost[k];
+                for (std::uint32_t at = first[cell]; at < first[cell + 1]; ++at) {
+                    if (sorted[at] + to >= best()) {
+                        break;
+                    }
+                    each(Found{members[at], sorted[at], rows.data() + at * rung.axes});
+                }
+            }
+        }
+    }
+}
 
 } // namespace planning

@@ -2,6 +2,7 @@
 
 #include "NearGrid.h"
 
+#include <algorithm>
 #include <cmath>
 #include <host/tools/TextHandle.h>
 
@@ -17,13 +18,17 @@ class Chains {
 public:
     void Append(Rung&& rung, const StepRules& rules) {
         std::vector<std::size_t> longer(rung.size(), 1);
-        const NearGrid near(last, rules, [](std::size_t) { return true; });
+        const std::vector<double> all(last.size());
+        const NearGrid near(last, rules, 1, all);
         for (std::size_t i = 0; i < rung.size(); ++i) {
-            near.Around(rung.Row(i), rung.groups[i], [&](std::uint32_t j) {
-                if (lengths[j] >= longer[i] && std::isfinite(StepCost(rules, last.Row(j), rung.Row(i), 1))) {
-                    longer[i] = lengths[j] + 1;
-                }
-            });
+            near.Around(
+                rung.Row(i), rung.groups[i], [] { return std::numeric_limits<double>::infinity(); },
+                [&](const NearGrid::Found& from) {
+                    const std::size_t length = lengths[from.candidate];
+                    if (length >= longer[i] && std::isfinite(StepCost(rules, from.row, rung.Row(i), 1))) {
+                        longer[i] = length + 1;
+                    }
+                });
         }
         before = std::move(last);
         beforeLengths = std::move(lengths);

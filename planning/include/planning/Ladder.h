@@ -34,11 +34,15 @@ struct StepRules {
 };
 
 /// Cost of a step: the sum of weight * (b - a)^2, over the length; infinity past a limit.
-inline double StepCost(const StepRules& rules, const double* a, const double* b, double length) {
+/// @param most costs above this may be given as infinity.
+inline double StepCost(const StepRules& rules, const double* a, const double* b, double length,
+                       double most = std::numeric_limits<double>::infinity()) {
+    constexpr double Rounding = 1 + 1e-9;
+    const double room = most * length * Rounding;
     double sum = 0;
     for (std::size_t i = 0; i < rules.limits.size(); ++i) {
         const double step = b[i] - a[i];
-        if (!(std::abs(step) <= rules.limits[i])) {
+        if (!(std::abs(step) <= rules.limits[i]) || sum > room) {
             return std::numeric_limits<double>::infinity();
         }
         sum += rules.weights[i] * step * step;
