@@ -18,12 +18,12 @@ constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr int Spins = 72;
 constexpr double Spacing = 0.8; // mm
 
-/// All joint values of the tool at every spin about its axis and sixteen positions of the positioner, pose by
+/// All joint values of the tool at every spin about its axis and 64 positions of the positioner, pose by
 /// pose.
 struct Candidates {
     /// @param poses of the first part of the saddle.
     explicit Candidates(int poses) {
-        constexpr double Near = 8 * planning::DegreeInRadians;
+        constexpr double Apart = 10 * planning::DegreeInRadians;
         const sample::WeldingCell cell;
         constexpr int Whole = 500;
         auto part = sample::Saddle(Whole);
@@ -31,8 +31,8 @@ struct Candidates {
         for (const planning::SeamPose& pose : part) {
             Rung& rung = rungs.emplace_back();
             rung.axes = 8;
-            for (int at = 0; at < 16; ++at) {
-                Add(cell, pose, {at / 4 * Near, at % 4 * Near}, rung);
+            for (int at = 0; at < 64; ++at) {
+                Add(cell, pose, {(at / 8 - 4) * Apart, (at % 8 - 4) * Apart}, rung);
             }
         }
     }
@@ -105,7 +105,7 @@ void RunAllPairs(Candidates& in) {
 }
 
 Work AgainstAllPairs(bool quick) {
-    auto in = std::make_shared<Candidates>(quick ? 10 : 40);
+    auto in = std::make_shared<Candidates>(quick ? 3 : 6);
     const auto poses = static_cast<double>(in->rungs.size());
     return {{[in] { RunLadder(*in); }, poses}, {[in] { RunAllPairs(*in); }, poses}, [in] {
                 return in->ours == in->peer && in->ours < Infinity

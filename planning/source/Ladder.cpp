@@ -44,16 +44,21 @@ std::size_t Ladder::Append(const Rung& rung, double length, const StepRules& rul
         const NearGrid near(last, rules, length, before);
         for (std::size_t i = 0; i < rung.size(); ++i) {
             double best = Infinity;
+            const auto consider = [&](std::uint32_t candidate, double from, const double* row) {
+                const double total = from + StepCost(rules, row, rung.Row(i), length, best - from);
+                if (total < best) {
+                    best = total;
+                    link.before[i] = candidate;
+                }
+            };
+            // Rungs are made alike: what follows the last one's best is mostly a good one.
+            const std::size_t guess = i > 0 && link.before[i - 1] != NoOne ? link.before[i - 1] + 1 : i;
+            if (guess < last.size() && last.groups[guess] == rung.groups[i] && before[guess] < Infinity) {
+                consider(static_cast<std::uint32_t>(guess), before[guess], last.Row(guess));
+            }
             near.Around(
                 rung.Row(i), rung.groups[i], [&] { return best; },
-                [&](const NearGrid::Found& from) {
-                    const double total =
-                        from.total + StepCost(rules, from.row, rung.Row(i), length, best - from.total);
-                    if (total < best) {
-                        best = total;
-                        link.before[i] = from.candidate;
-                    }
-                });
+                [&](const NearGrid::Found& from) { consider(from.candidate, from.total, from.row); });
             totals[i] = best + rung.costs[i];
             reached += static_cast<std::size_t>(best < Infinity);
         }
