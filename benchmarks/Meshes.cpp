@@ -7,7 +7,7 @@
 #include <OpenGl_GraphicDriver.hxx>
 #include <PrsMgr_PresentationManager.hxx>
 #include <cmath>
-#include <host/tools/AIS_Mesh.h>
+#include <host/view/AIS_Mesh.h>
 #include <memory>
 
 namespace {

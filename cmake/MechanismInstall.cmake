@@ -7,7 +7,7 @@ get_property(header_dirs GLOBAL PROPERTY MECHANISM_INSTALL_HEADER_DIRS)
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/mechanism)
 
 # Installed libraries find each other beside themselves, wherever the tree is moved.
-foreach(target IN LISTS host_targets ITEMS mechanism mechanism_planning)
+foreach(target IN LISTS host_targets ITEMS mechanism mechanism_planning mechanism_cell)
   set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")
 endforeach()
 
@@ -20,7 +20,7 @@ if(host_targets)
   install(TARGETS ${host_targets} EXPORT mechanismHostTargets ${to_runtime_and_dev})
   install(EXPORT mechanismHostTargets NAMESPACE mechanism:: DESTINATION ${package_dir} COMPONENT dev)
 endif()
-install(TARGETS mechanism mechanism_planning EXPORT mechanismTargets ${to_runtime_and_dev})
+install(TARGETS mechanism mechanism_planning mechanism_cell EXPORT mechanismTargets ${to_runtime_and_dev})
 install(EXPORT mechanismTargets NAMESPACE mechanism:: DESTINATION ${package_dir} COMPONENT dev)
 install(DIRECTORY ${header_dirs} DESTINATION ${MECHANISM_INSTALL_INCLUDEDIR} COMPONENT dev FILES_MATCHING PATTERN "*.h")
 

@@ -1,6 +1,6 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
-#include <cell/Commands.h>
+#include <app/commands/Commands.h>
 #include <cell/InputError.h>
 
 using testing::AllOf;

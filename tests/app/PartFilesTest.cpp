@@ -1,13 +1,13 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
 #include <BRep_Tool.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
-#include <cell/ChildProcess.h>
-#include <cell/Commands.h>
+#include <app/commands/Commands.h>
 #include <cell/InputError.h>
-#include <cell/ShapeFile.h>
-#include <cell/ShapeFormats.h>
+#include <cell/documents/ChildProcess.h>
+#include <cell/documents/ShapeFile.h>
+#include <cell/documents/ShapeFormats.h>
 #include <csignal>
 #include <thread>
 

@@ -1,9 +1,9 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
-#include <cell/Commands.h>
+#include <app/commands/Commands.h>
 #include <cell/Planner.h>
-#include <cell/StateFile.h>
-#include <cell/SystemValues.h>
+#include <cell/model/SystemValues.h>
+#include <cell/plan/StateFile.h>
 #include <cmath>
 #include <host/tools/gpHandle.h>
 
@@ -142,15 +142,16 @@ TEST(PlanTogether, SystemsArriveAtOnceAndAreReadBack) {
 TEST(FkTest, NothingIsPrintedUnlessEveryLineIsGood) {
     const FkRequest request{Example("arms/kuka_kr16_2.json"), "", std::nullopt};
     std::ostringstream out;
+    std::ostringstream nowhere;
     std::istringstream good("0 0 0 0 0 0\n\n1, 2, 3, 4, 5, +6e0\n");
-    Fk(request, good, out);
+    Fk(request, good, out, nowhere);
     const std::string lines = out.str();
     EXPECT_EQ(std::count(lines.begin(), lines.end(), '\n'), 2);
     for (const char* bad :
          {"0 0 0 0 0 0\n1 2 3\n", "0 0 0 0 0 nan\n", "0 0 0 0 0 1e999\n", "0,0,0,0,0,0x\n", ""}) {
         std::ostringstream nothing;
         std::istringstream in(bad);
-        EXPECT_THROW(Fk(request, in, nothing), std::runtime_error) << bad;
+        EXPECT_THROW(Fk(request, in, nothing, nowhere), std::runtime_error) << bad;
         EXPECT_EQ(nothing.str(), "") << bad;
     }
 }

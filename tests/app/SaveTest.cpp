@@ -1,8 +1,8 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
-#include <cell/Commands.h>
+#include <app/commands/Commands.h>
 #include <cell/InputError.h>
-#include <cell/JointValues.h>
+#include <cell/model/JointValues.h>
 #include <random>
 
 using namespace cell;

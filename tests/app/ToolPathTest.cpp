@@ -1,7 +1,9 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
-#include <cell/Commands.h>
+#include <algorithm>
+#include <app/commands/Commands.h>
 #include <cmath>
+#include <limits>
 
 using namespace cell;
 
@@ -12,7 +14,6 @@ constexpr double OnSurface = 1e-4; // mm
 constexpr double UnitRounding = 1e-12;
 constexpr double RunRadius = 120;
 constexpr double BranchRadius = 75;
-constexpr double TableHeight = 500;
 
 TEST(ToolPathTest, EdgeIsSampledWhereThePipesMeetWithTheToolBetweenThem) {
     const Cell cell = Cell::Load(Example("cells/seam.json"));
@@ -29,7 +30,7 @@ TEST(ToolPathTest, EdgeIsSampledWhereThePipesMeetWithTheToolBetweenThem) {
     }
 }
 
-TEST(ToolPathTest, IsWorkedUpOnTheWorkpieceWhereItStandsAndWritten) {
+TEST(ToolPathTest, IsWorkedUpAndWrittenInTheFrameOfTheWorkpiece) {
     const Cell cell = Cell::Load(Example("cells/seam.json"));
     const ToolPath& path = cell.ToolPaths().front();
     const WorkedPath worked = WorkUp(path);
@@ -41,12 +42,13 @@ TEST(ToolPathTest, IsWorkedUpOnTheWorkpieceWhereItStandsAndWritten) {
     std::ostringstream out;
     WritePath({Example("cells/seam.json"), "saddle", folder.path / "path.json"}, out);
     EXPECT_THAT(out.str(), testing::HasSubstr("smoothed  " + std::to_string(worked.smoothed)));
+    EXPECT_EQ(ReadDocument(folder.path / "path.json")["frame"], "workpiece");
     const Json::Value written = ReadDocument(folder.path / "path.json")["poses"];
     ASSERT_EQ(written.size(), worked.poses.size());
     for (Json::ArrayIndex i = 0; i < written.size(); ++i) {
         const ToolPose& pose = worked.poses[i];
         EXPECT_NEAR(std::hypot(pose[0], pose[1]), BranchRadius, path.tolerance);
-        EXPECT_GT(pose[2], TableHeight + RunRadius);
+        EXPECT_GT(pose[2], RunRadius);
         for (Json::ArrayIndex k = 0; k < 6; ++k) {
             EXPECT_EQ(written[i][k].asDouble(), pose[k]);
         }
@@ -65,8 +67,61 @@ TEST(ToolPathTest, WhatIsOffTheWorkpieceIsTakenOut) {
     EXPECT_GT(worked.poses.size(), 3U);
     EXPECT_LT(worked.poses.size(), worked.thinned);
     for (const ToolPose& pose : worked.poses) {
-        EXPECT_LE(pose[2], TableHeight + 2 * RunRadius + cell.ToolPaths().back().tolerance);
+        EXPECT_LE(pose[2], 2 * RunRadius + cell.ToolPaths().back().tolerance);
     }
+}
+
+TEST(ToolPathTest, ClosedSeamClosesWithoutGapsWhateverTheSpacing) {
+    struct Case {
+        double spacing, smooth;
+        int keepEvery;
+    };
+    for (const auto& [spacing, smooth, keepEvery] :
+         {Case{8, 4, 2}, {8, 1, 2}, {8, 20, 1}, {25, 1.5, 7}, {1, 1, 1}, {0.5, 1, 3}}) {
+        SCOPED_TRACE(testing::Message() << spacing << " mm apart, smoothed to " << smooth);
+        Json::Value json = ExampleCell("seam.json");
+        json["motions"][0]["spacing_mm"] = spacing;
+        json["motions"][0]["smooth_mm"] = smooth;
+        json["motions"][0]["keep_every"] = keepEvery;
+        const Folder folder;
+        const Cell cell = Cell::Load(folder.WriteJson("cell.json", json));
+        const std::vector<ToolPose> poses = WorkUp(cell.ToolPaths().front()).poses;
+        const auto apart = [](const ToolPose& a, const ToolPose& b) {
+            return std::hypot(b[0] - a[0], b[1] - a[1], b[2] - a[2]);
+        };
+        EXPECT_LT(apart(poses.front(), poses.back()), OnSurface);
+        for (std::size_t i = 1; i < poses.size(); ++i) {
+            ASSERT_LE(apart(poses[i - 1], poses[i]), (keepEvery + 1) * std::max(spacing, smooth)) << i;
+        }
+    }
+}
+
+TEST(ToolPathTest, PosesAtAStateLieWhereThePositionerHasTurnedTheWorkpiece) {
+    Json::Value json = ExampleCell("rail_and_positioner.json");
+    json["motions"].append(Parsed(R"({"name": "ring", "kind": "tool_path", "workpiece": "flanged_pipe",
+        "edge": 15, "spacing_mm": 4, "smooth_mm": 4, "keep_every": 1, "tolerance_mm": 0.5})"));
+    const Folder folder;
+    const auto file = folder.WriteJson("cell.json", json);
+    const Cell cell = Cell::Load(file);
+    // The key states were taught on the seam: their tool centres know nothing of the path.
+    const gp_Pnt taught = cell.FindKeyState("seam_start")->state.GetLocEuler(0).location;
+    const auto distanceAt = [&](const std::string& state) {
+        std::ostringstream out;
+        WritePath({file, "ring", folder.path / "ring.json", false, state}, out);
+        const Json::Value written = ReadDocument(folder.path / "ring.json");
+        EXPECT_EQ(written["frame"], "world");
+        double least = std::numeric_limits<double>::max();
+        for (const Json::Value& pose : written["poses"]) {
+            const gp_Pnt point(pose[0].asDouble(), pose[1].asDouble(), pose[2].asDouble());
+            least = std::min(least, taught.Distance(point));
+        }
+        return least;
+    };
+    EXPECT_LT(distanceAt("seam_start"), 2.1) << "poses are 4 mm apart";
+    EXPECT_LT(distanceAt("seam_end"), 2.1);
+    EXPECT_GT(distanceAt("home"), 10);
+    EXPECT_THAT(Thrown([&] { distanceAt("nobody"); }),
+                testing::HasSubstr("--state: nobody, expected the name"));
 }
 
 } // namespace

@@ -1,12 +1,12 @@
-#include "Documents.h"
+#include "../cell/Documents.h"
 
 #include <BRepBndLib.hxx>
 #include <BRepCheck_Analyzer.hxx>
 #include <Bnd_Box.hxx>
 #include <TopExp_Explorer.hxx>
-#include <cell/Commands.h>
-#include <cell/Reach.h>
-#include <cell/ShapeFile.h>
+#include <app/commands/Commands.h>
+#include <cell/documents/ShapeFile.h>
+#include <cell/plan/Reach.h>
 #include <host/tools/ShapeHandle.h>
 #include <host/tools/gpHandle.h>
 

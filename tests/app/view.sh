@@ -22,17 +22,24 @@ open_window() {
     xdotool windowfocus "$window" mousemove 640 400
 }
 
-# Keys are not heard before the motions are planned: presses them until a picture comes. ready KEY...
+# Keys are not heard before the motions are planned: presses them until a picture comes, slowly, since every
+# press that is heard late gives a picture of its own. ready KEY...
 ready() {
-    local tries=0
+    local tries=0 waits
     until compgen -G "${cell}_*.png" >/dev/null; do
         xdotool key "$@"
-        sleep 0.5
         tries=$((tries + 1))
-        [ $tries -lt 120 ] || { fail "never ready: $(cat err)"; exit 1; }
+        [ $tries -lt 12 ] || { fail "never ready: $(cat err)"; exit 1; }
+        for ((waits = 0; waits < 100; ++waits)); do
+            compgen -G "${cell}_*.png" >/dev/null && break
+            sleep 0.1
+        done
     done
-    sleep 1
-    count=$(compgen -G "${cell}_*.png" | wc -l)
+    count=0
+    while [ "$count" -ne "$(compgen -G "${cell}_*.png" | wc -l)" ]; do
+        count=$(compgen -G "${cell}_*.png" | wc -l)
+        [ $tries -eq 1 ] || sleep 3
+    done
 }
 
 # Saves a picture and waits for it: shoot NAME

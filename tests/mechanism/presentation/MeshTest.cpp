@@ -1,6 +1,6 @@
 #include <SelectMgr_Selection.hxx>
 #include <gtest/gtest.h>
-#include <host/tools/AIS_Mesh.h>
+#include <host/view/AIS_Mesh.h>
 
 namespace {
 

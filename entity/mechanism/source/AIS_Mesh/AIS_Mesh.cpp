@@ -1,4 +1,4 @@
-#include <host/tools/AIS_Mesh.h>
+#include <host/view/AIS_Mesh.h>
 
 #include <algorithm>
 #include <iterator>
