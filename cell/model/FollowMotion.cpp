@@ -91,9 +91,10 @@ std::vector<GrpState> Follow::States(const std::vector<GrpState>& keys) const {
         item.PassOn(error.what(), "paths and freedom that can be planned");
     }
     if (motion.states.empty()) {
-        item.Refuse(motion.why.Text(task.seams[motion.blocked].poses.size(), arm->Arm().Joints()) +
-                        (task.seams.size() > 1 ? " (path " + std::to_string(motion.blocked + 1) + ")" : ""),
-                    "paths that can be followed");
+        const std::string which =
+            task.seams.size() > 1 ? " of path " + std::to_string(motion.blocked + 1) : std::string();
+        item.Refuse(motion.why.Stretch(task.seams[motion.blocked].poses.size()) + which,
+                    "paths that can be followed; lost there: " + motion.why.Reasons(arm->Arm().Joints()));
     }
     std::vector<GrpState> states;
     for (const planning::MotionState& planned : motion.states) {

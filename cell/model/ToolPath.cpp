@@ -110,7 +110,7 @@ std::vector<ToolPose> OnWorkpiece(const ToolPath& path, const std::vector<ToolPo
 
 ToolPath ReadToolPath(const JsonNode& item, Workpiece& workpiece, const JsonNode& described) {
     item.OnlyKeys({"name", "kind", "workpiece", "poses", "edge", "edges", "reversed", "start_mm", "trim_mm",
-                   "torch", "spacing_mm", "smooth_mm", "keep_every", "tolerance_mm"});
+                   "strokes", "torch", "spacing_mm", "smooth_mm", "keep_every", "tolerance_mm"});
     ToolPath path{item.At("name").Text(),
                   &workpiece,
                   ReadPoses(item, workpiece, described),

@@ -165,9 +165,14 @@ double SeamChoices::Count(std::size_t dim) const {
         return 1 + (tilts[dim].below + tilts[dim].above) / steps[dim];
     }
     const AxisFreedom& axis = axes[dim - Tilts];
-    // The second of two axes that turn the seam up leaves the first one little.
-    const double range = axis.kind == Kind::Downhand ? std::min(axis.high - axis.low, 4 * freedom.downhand)
-                                                     : axis.high - axis.low;
+    double range = axis.high - axis.low;
+    if (axis.kind == Kind::Downhand) {
+        // The second of two axes that turn the seam up leaves the first one little.
+        range = std::min(range, 4 * freedom.downhand);
+    } else if (axis.step >= 1) {
+        // Of a long rail a pose can use what the arm reaches from.
+        range = std::min(range, 2 * arm.Arm().Reach());
+    }
     return 1 + range / steps[dim];
 }
 

@@ -119,7 +119,7 @@ NoWay Explain(const SeamSearch& search, const SeamRungs& rungs, const std::vecto
     return blocked ? why : Explain(search, rungs, poses, thinning, true, blocked);
 }
 
-std::string NoWay::Text(std::size_t poses, std::size_t joints) const {
+std::string NoWay::Reasons(std::size_t joints) const {
     std::string lost;
     const auto add = [&](std::size_t count, const std::string& what) {
         if (count > 0) {
@@ -141,11 +141,14 @@ std::string NoWay::Text(std::size_t poses, std::size_t joints) const {
     add(configuration, "of another configuration");
     add(downhand, "not downhand");
     add(approach, "without a way to or from the seam");
-    const std::string stretch =
-        last < first ? std::string("no pose can be reached")
-                     : "poses " + std::to_string(first) + " to " + std::to_string(last) + " can be followed";
-    return "no way past pose " + std::to_string(pose) + " of " + std::to_string(poses) + "; " + stretch +
-           "; lost there: " + (lost.empty() ? "a way within the limits between the candidates" : lost);
+    return lost.empty() ? "a way within the step limits between the candidates" : lost;
+}
+
+std::string NoWay::Stretch(std::size_t poses) const {
+    return "no way past pose " + std::to_string(pose) + " of " + std::to_string(poses) + "; " +
+           (last < first
+                ? std::string("no pose can be reached")
+                : "poses " + std::to_string(first) + " to " + std::to_string(last) + " can be followed");
 }
 
 } // namespace planning

@@ -39,8 +39,14 @@ struct NoWay {
     std::size_t downhand = 0;      ///< positions of holder and carrier that cannot turn the seam up
     std::size_t approach = 0;      ///< candidates whose way to or from the seam the arm cannot go
 
-    /// One line: "no way past pose 12 of 80; poses 12 to 79 can be followed; candidates lost there: ...".
-    PLANNING_EXPORT std::string Text(std::size_t poses, std::size_t joints) const;
+    /// "no way past pose 12 of 80; poses 12 to 79 can be followed".
+    PLANNING_EXPORT std::string Stretch(std::size_t poses) const;
+    /// "34 out of reach, 12 past the limit of joint 5".
+    PLANNING_EXPORT std::string Reasons(std::size_t joints) const;
+    /// Both in one line.
+    std::string Text(std::size_t poses, std::size_t joints) const {
+        return Stretch(poses) + "; lost there: " + Reasons(joints);
+    }
 };
 
 struct SeamResult {
