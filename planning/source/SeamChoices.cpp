@@ -169,7 +169,7 @@ double SeamChoices::Count(std::size_t dim) const {
     if (axis.kind == Kind::Downhand) {
         // The second of two axes that turn the seam up leaves the first one little.
         range = std::min(range, 4 * freedom.downhand);
-    } else if (axis.step >= 1) {
+    } else if (Slides(dim - Tilts)) {
         // Of a long rail a pose can use what the arm reaches from.
         range = std::min(range, 2 * arm.Arm().Reach());
     }

@@ -45,6 +45,12 @@ public:
     const SeamFreedom& Freedom() const { return freedom; }
     const SeamLine& Line() const { return line; }
     std::size_t Outer() const { return axes.size(); }
+    /// Whether an outer axis slides.
+    bool Slides(std::size_t outer) const {
+        return outer < CarrierAxes() ? arm.Carrier().Slides(outer)
+                                     : arm.Holder().Slides(outer - CarrierAxes());
+    }
+    double Reach() const { return arm.Arm().Reach(); }
     std::size_t CarrierAxes() const { return arm.Carrier().Axes(); }
 
 private:

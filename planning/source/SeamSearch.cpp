@@ -90,9 +90,10 @@ StepRules SeamSearch::StepsOf(const Thinning& thinning, std::size_t strides) con
         const bool outer = dim >= Tilts;
         const std::size_t axis = outer ? joints + dim - Tilts : 5;
         if (thinning.coarse[dim] > 1 || step > rules.limits[axis]) {
-            const bool slides = rules.weights[axis] < 1e-3 * rules.weights[0];
+            const bool slides = outer && choices.Slides(dim - Tilts);
             rules.limits[axis] += outer ? step : 0;
-            turns = dim == 3 || slides ? turns : std::max(turns, step);
+            // A carrier that slides turns the arm by about this.
+            turns = dim == 3 ? turns : std::max(turns, slides ? step / choices.Reach() : step);
         }
     }
     for (std::size_t i = 0; i < joints; ++i) {

@@ -56,6 +56,7 @@ private:
     /// falls.
     void Narrow(SeamWay& way, const std::vector<std::size_t>& looked, const Widths& coarse, double part,
                 int rounds) const;
+    void Ramp(SeamWay& way, const Thinning& thinning, double stride) const;
     bool Refine(SeamWay& way, const Thinning& thinning) const;
     void Relax(SeamWay& way) const;
     bool RelaxStop(SeamWay& way, std::size_t i, const StepRules& rules) const;

@@ -132,6 +132,44 @@ void SeamSearch::Narrow(SeamWay& way, const std::vector<std::size_t>& looked, co
     }
 }
 
+/// A coarse grid's way goes in steps that the axes cannot make at once: each becomes a ramp as long as it
+/// takes.
+void SeamSearch::Ramp(SeamWay& way, const Thinning& thinning, double stride) const {
+    const StepRules rules = rungs.Steps(stride);
+    const std::size_t joints = rules.limits.size() - choices.Outer();
+    double longest = 0; // in stops
+    for (const std::size_t dim : choices.Varying()) {
+        const double limit = rules.limits[dim >= Tilts ? joints + dim - Tilts : joints - 1];
+        const double step = choices.Step(dim) * thinning.coarse[dim];
+        longest = dim == 3 ? longest : std::max(longest, step > limit ? step / limit : 0);
+    }
+    const auto radius = static_cast<std::ptrdiff_t>(std::ceil(longest));
+    const auto count = static_cast<std::ptrdiff_t>(way.stops.size());
+    for (int pass = 0; pass < 2 && radius > 0; ++pass) {
+        const std::vector<SeamStop> before = way.stops;
+        const auto at = [&](std::ptrdiff_t i) -> const SeamStop& {
+            return before[static_cast<std::size_t>(i)];
+        };
+        for (std::ptrdiff_t i = 0; i < count; ++i) {
+            // As far to both sides, so that the ends stay.
+            std::ptrdiff_t reach = 0;
+            while (reach < radius && i - reach > 0 && i + reach + 1 < count &&
+                   at(i - reach - 1).group == at(i).group && at(i + reach + 1).group == at(i).group) {
+                ++reach;
+            }
+            Choice& choice = way.stops[static_cast<std::size_t>(i)].choice;
+            for (const std::size_t dim : choices.Varying()) {
+                double sum = 0;
+                for (std::ptrdiff_t j = i - reach; j <= i + reach; ++j) {
+                    sum += Dim(at(j).choice, dim);
+                }
+                Dim(choice, dim) = sum / static_cast<double>(2 * reach + 1);
+            }
+            choices.Admit(at(i).pose, choice);
+        }
+    }
+}
+
 bool SeamSearch::Refine(SeamWay& way, const Thinning& thinning) const {
     // Poses that lie close are first held between knots: a step of the narrowest tube would be a jump there.
     Thinning knots{thinning.stride, {}};
@@ -143,6 +181,7 @@ bool SeamSearch::Refine(SeamWay& way, const Thinning& thinning) const {
     const std::vector<std::size_t> looked = PosesOf(knots);
     if (!IsWhole(thinning) || looked.size() != poses.size()) {
         way = Spread(way, looked);
+        Ramp(way, thinning, static_cast<double>(knots.stride));
     }
     const double widest = *std::max_element(thinning.coarse.begin(), thinning.coarse.end());
     Widths coarse{};
