@@ -1,4 +1,5 @@
-// Where the joints must be for the tool centre to be somewhere: every shape of the arm, and what is in the way.
+// Where the joints must be for the tool centre to be somewhere: every shape of the arm, and what is in the
+// way.
 #include "common/SampleArm.h"
 #include <cstdio>
 #include <numbers>
@@ -12,7 +13,8 @@ constexpr double Degrees = 180.0 / std::numbers::pi;
 void Print(const planning::Solutions& solutions, std::size_t joints) {
     for (const planning::Solution& solution : solutions) {
         std::printf("%-5s %-4s %-7s", planning::Name(solution.configuration.shoulder),
-                    planning::Name(solution.configuration.elbow), planning::Name(solution.configuration.wrist));
+                    planning::Name(solution.configuration.elbow),
+                    planning::Name(solution.configuration.wrist));
         for (std::size_t i = 0; i < joints; ++i) {
             std::printf(" %7.2f", solution.values[i] * Degrees);
         }
@@ -29,8 +31,8 @@ int main() {
     const Rigid pose = carried.ToolCentreInWorld({values});
 
     const planning::Solutions solutions = carried.SolveInWorld(pose);
-    std::printf("%zu shapes with the tool centre at %.1f %.1f %.1f mm\n", solutions.size(), pose.p[0], pose.p[1],
-                pose.p[2]);
+    std::printf("%zu shapes with the tool centre at %.1f %.1f %.1f mm\n", solutions.size(), pose.p[0],
+                pose.p[1], pose.p[2]);
     Print(solutions, values.size());
 
     Rigid distant = pose;

@@ -3,8 +3,8 @@
 #include <Bnd_Box.hxx>
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
-#include <cell/documents/ShapeFile.h>
 #include <cell/InputError.h>
+#include <cell/documents/ShapeFile.h>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>

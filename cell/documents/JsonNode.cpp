@@ -201,17 +201,8 @@ void JsonNode::Refuse(const std::string& shown, const std::string& expected) con
     throw InputError(File().string(), path, shown, expected);
 }
 
-void JsonNode::PassOn(const std::string& report, const std::string& otherwise) const {
-    constexpr std::string_view Colon = ": ";
-    constexpr std::string_view Expected = ", expected ";
-    const std::size_t colon = report.find(Colon);
-    const std::size_t expected = report.find(Expected);
-    if (colon == std::string::npos || expected == std::string::npos || expected < colon) {
-        Refuse(report, otherwise);
-    }
-    const std::size_t shown = colon + Colon.size();
-    Member(report.substr(0, colon), value)
-        .Refuse(report.substr(shown, expected - shown), report.substr(expected + Expected.size()));
+void JsonNode::Refuse(const RefusedValue& inside) const {
+    Member(inside.Key(), value).Refuse(inside.Shown(), inside.Expected());
 }
 
 } // namespace cell

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <filesystem>
+#include <host/tools/RefusedValue.h>
 #include <json/value.h>
 #include <memory>
 #include <optional>
@@ -53,10 +54,8 @@ public:
     [[noreturn]] void Refuse(const std::string& expected) const;
     /// The same with a text of its own in place of the value.
     [[noreturn]] void Refuse(const std::string& shown, const std::string& expected) const;
-    /// Passes on what the library found wrong inside this value: "KEY: VALUE, expected EXPECTATION", or any
-    /// other text, which then stands for the value.
-    /// @param otherwise what was expected, for a text of any other form.
-    [[noreturn]] void PassOn(const std::string& report, const std::string& otherwise) const;
+    /// Passes on what the library found wrong inside this value.
+    [[noreturn]] void Refuse(const RefusedValue& inside) const;
 
 private:
     struct Document {

@@ -39,10 +39,12 @@ void RestoreDocument(GenericEntityConfig& entity, const JsonNode& document) {
     }
     try {
         entity.LoadFromJson(document.Value());
+    } catch (const RefusedValue& refused) {
+        document.Refuse(refused);
     } catch (const std::exception& error) {
-        document.PassOn(error.what(), AsSaved);
+        document.Refuse(error.what(), AsSaved);
     } catch (const std::string& text) { // the library's own failures
-        document.PassOn(text, AsSaved);
+        document.Refuse(text, AsSaved);
     }
 }
 

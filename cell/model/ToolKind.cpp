@@ -61,8 +61,8 @@ std::shared_ptr<ToolEntity> BuildTool(const JsonNode& node, int workType) {
                         "a nozzle that is wider than the tip and leaves the neck room to bend");
         }
         return tool;
-    } catch (const std::invalid_argument& error) {
-        node.PassOn(error.what(), "the numbers of a nozzle");
+    } catch (const RefusedValue& refused) {
+        node.Refuse(refused);
     }
 }
 

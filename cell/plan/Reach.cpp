@@ -5,10 +5,7 @@
 #include <cell/plan/Reach.h>
 #include <cell/text/Text.h>
 #include <cell/text/Units.h>
-#include <host/tools/LogUtils.h>
 #include <mechanism/RobotWorkspace.h>
-#include <spdlog/sinks/base_sink.h>
-#include <spdlog/spdlog.h>
 
 namespace cell {
 
@@ -17,30 +14,6 @@ namespace {
 /// The workspace builder keeps this far off both stops.
 constexpr double MarginDeg = 3;
 constexpr int AngleDecimals = 4;
-
-/// The last error that the library logs while this lives: builders log instead of throwing.
-class ErrorLog {
-public:
-    ErrorLog() {
-        sink->set_level(spdlog::level::err);
-        LogUtils::Logger()->sinks().push_back(sink);
-    }
-    ~ErrorLog() { std::erase(LogUtils::Logger()->sinks(), spdlog::sink_ptr(sink)); }
-    ErrorLog(const ErrorLog&) = delete;
-    ErrorLog& operator=(const ErrorLog&) = delete;
-
-    const std::string& Last() const { return sink->last; }
-
-private:
-    struct Sink : spdlog::sinks::base_sink<spdlog::details::null_mutex> {
-        std::string last;
-        void sink_it_(const spdlog::details::log_msg& message) override {
-            last.assign(message.payload.data(), message.payload.size());
-        }
-        void flush_() override {}
-    };
-    std::shared_ptr<Sink> sink = std::make_shared<Sink>();
-};
 
 const Mechanism& ItemOf(const Cell& cell, const RobotEntity& robot) {
     return *std::find_if(cell.Mechanisms().begin(), cell.Mechanisms().end(),
@@ -111,18 +84,26 @@ Reach ReachOf(const Cell& cell, RobotEntity& robot) {
     RequireCoupling(robot, item);
     RequireRanges(robot, item);
     RequireFiniteTool(robot, item);
+    constexpr const char* Expected =
+        "an arm of 6 joints (7 where coupled), the second and third parallel, on a "
+        "carrier that neither scales nor shears it";
     RobotWorkspace& workspace = *robot.GetWorkspace();
-    const ErrorLog errors;
     workspace.UpdateWorkspaceShape(workspace.GetRobotData().ratio);
+    // The builder only logs what is wrong with the record; the computation of the section says it.
+    const auto section = [&] {
+        try {
+            return WorkSpace::GetRobotWorkSpace(workspace.GetRobotData());
+        } catch (const std::invalid_argument& error) {
+            item.Refuse(error.what(), Expected);
+        }
+    }();
     const opencascade::handle<BaseViewShape>& shown = workspace.GetDisplayShape();
-    if (!errors.Last().empty() || shown->Shape().IsNull()) {
-        const std::string why = errors.Last().empty() ? "no box fits its reach" : errors.Last();
-        item.Refuse(why, "an arm of 6 joints (7 where coupled), the second and third parallel, on a carrier "
-                         "that neither scales nor shears it");
+    if (shown->Shape().IsNull()) {
+        item.Refuse("no box fits its reach", Expected);
     }
     robot.UpdateMaxWork();
     const TopLoc_Location place(shown->LocalTransformation());
-    return {&robot, shown->Shape().Moved(place), WorkSpace::GetRobotWorkSpace(workspace.GetRobotData()),
+    return {&robot, shown->Shape().Moved(place), section,
             WorkSpace::GetRobotMaxWorkSpace(workspace.GetRobotData())[3]};
 }
 

@@ -141,6 +141,7 @@ void ReplaceBy(const fs::path& target, const fs::path& place,
         Refuse(target, "cannot be written");
     }
     cell::Sync(made);
+    const auto kept = cell::ScratchFolder::Keep();
     if (const std::error_code error = cell::ReplaceFile(made, place)) {
         Refuse(target, "cannot be replaced (" + error.message() + ")");
     }
@@ -168,6 +169,8 @@ void cell::WriteFolder(const fs::path& target, const std::function<bool(const st
         const ScratchFolder scratch(FolderOf(place));
         const fs::path made = scratch.Path() / place.filename();
         Fill(target, made, fill);
+        // A signal would else empty the new folder while it is put in place of the old one.
+        const auto kept = ScratchFolder::Keep();
         if (const std::error_code error = ExchangeFolder(made, place)) {
             Refuse(target, "cannot be replaced (" + error.message() + ")");
         }

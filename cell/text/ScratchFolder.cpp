@@ -89,6 +89,8 @@ cell::ScratchFolder::~ScratchFolder() {
     close(lock);
 }
 
+std::unique_lock<std::mutex> cell::ScratchFolder::Keep() { return std::unique_lock(All().mutex); }
+
 void cell::ScratchFolder::RemoveAllForExit() {
     // Other threads may still be writing into them, which makes removing fail for as long.
     constexpr int Tries = 100;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <mutex>
 
 namespace cell {
 
@@ -17,6 +18,9 @@ public:
 
     const std::filesystem::path& Path() const { return path; }
 
+    /// As long as it lives no signal empties a folder, so that what is in one can be put in its place whole;
+    /// waits for ever where a signal has begun to.
+    static std::unique_lock<std::mutex> Keep();
     /// Removes all that exist, and lets no thread make or leave one any more: the process is about to end.
     static void RemoveAllForExit();
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # What --out does to links, devices, folders and other processes: output.sh PROGRAM EXAMPLES
 set -uo pipefail
-program=$1
-examples=$2
+program=$(realpath "$1")
+examples=$(realpath "$2")
+[ -x "$program" ] || exit 1
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work" || exit 1
@@ -100,5 +101,17 @@ for delay in 0.05 0.1 0.15 0.2; do
         [ "$(ls -A many)" = out ] || fail "$signal after $delay s left $(ls -A many)"
     done
 done
+
+# A signal just before the new folder is exchanged for the old one, which happens while scratch is removed slowly.
+if command -v strace >/dev/null; then
+    strace -f -o /dev/null -e inject=renameat2:delay_enter=1500000 -e inject=unlinkat:delay_enter=60000 \
+        "$program" save "$examples/cells/painting.json" --out many/out >/dev/null 2>&1 &
+    tracer=$!
+    sleep 1
+    kill -s TERM "$(pgrep -P "$tracer")"
+    wait "$tracer"
+    "$program" info many/out/cell.json >/dev/null || fail "TERM during the exchange: no whole cell"
+    [ "$(ls -A many)" = out ] || fail "TERM during the exchange left $(ls -A many)"
+fi
 
 exit $((failures > 0))

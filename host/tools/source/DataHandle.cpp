@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <host/tools/RefusedValue.h>
 #include <host/tools/Rigid.h>
 #include <host/tools/gpHandle.h>
 #include <iterator>
@@ -114,5 +115,5 @@ gp_Trsf DataHandle::JsonSixToTrsf(const Json::Value& json) {
 void DataHandle::Refuse(const std::string& key, const Json::Value& value, const std::string& expected) {
     Json::StreamWriterBuilder writer;
     writer["indentation"] = "";
-    throw std::invalid_argument(key + ": " + Json::writeString(writer, value) + ", expected " + expected);
+    throw RefusedValue(key, Json::writeString(writer, value), expected);
 }

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <host/tools/DataHandle.h>
+#include <host/tools/RefusedValue.h>
 #include <mechanism/RobotEntity.h>
 #include <numbers>
 #include <optional>
@@ -158,6 +159,8 @@ bool RewriteLinks(GenericEntityConfig& arm, const Json::Value& json,
         }
         try {
             arm.UpdateLinkRodPara(CompletedRecord(json, i + 1, *link, table[i]), false);
+        } catch (const RefusedValue& refused) {
+            throw refused.Inside(LinkKey(i + 1));
         } catch (const std::invalid_argument& error) {
             throw std::invalid_argument(LinkKey(i + 1) + "." + error.what());
         }

@@ -29,7 +29,7 @@ gp_Trsf JsonSixToTrsf(const Json::Value& json);
 std::string StringToUTF8string(const std::string& text);
 
 /// How every reader of documents turns a value away: one shape of message.
-/// @throws std::invalid_argument always: "KEY: VALUE, expected EXPECTED".
+/// @throws RefusedValue always.
 [[noreturn]] void Refuse(const std::string& key, const Json::Value& value, const std::string& expected);
 
 } // namespace DataHandle
