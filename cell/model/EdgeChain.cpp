@@ -39,6 +39,7 @@ EdgeChain::EdgeChain(const TopoDS_Shape& shape, const JsonNode& item, const Json
     const JsonNode given = list ? *list : item.At("edge");
     const std::vector<JsonNode> items = list ? list->Items("edges") : std::vector<JsonNode>{given};
     std::vector<int> numbers;
+    numbers.reserve(items.size());
     for (const JsonNode& node : items) {
         numbers.push_back(NumberOf(node, names));
     }
@@ -115,8 +116,8 @@ int EdgeChain::Nearest(const JsonNode& node) const {
 /// Each edge begins where the one before it ends; the first one is turned to meet the second.
 void EdgeChain::Join(const JsonNode& list, const std::vector<JsonNode>& items,
                      const std::vector<int>& numbers) {
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const TopoDS_Edge edge = TopoDS::Edge(edges.FindKey(numbers[i]));
+    for (const int number : numbers) {
+        const TopoDS_Edge edge = TopoDS::Edge(edges.FindKey(number));
         parts.push_back({edge, 0, LengthOf(edge)});
     }
     const auto begin = [](const Part& part) { return PointAt(part.edge, part.from); };

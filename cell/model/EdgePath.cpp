@@ -61,6 +61,7 @@ std::vector<ToolPose> PosesAlongEdges(const TopoDS_Shape& shape, const JsonNode&
     const std::vector<EdgeChain::Place> places = chain.Places(spacing);
     TorchDirection torch(shape, chain, item);
     std::vector<gp_XYZ> tools;
+    tools.reserve(places.size());
     for (const EdgeChain::Place& place : places) {
         tools.push_back(torch.At(place));
     }

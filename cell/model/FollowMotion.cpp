@@ -3,6 +3,7 @@
 #include <cell/model/FollowMotion.h>
 #include <cell/model/SystemValues.h>
 #include <planning/SeamMotion.h>
+#include <string_view>
 
 namespace cell {
 
@@ -88,7 +89,12 @@ std::vector<GrpState> Follow::States(const std::vector<GrpState>& keys) const {
     try {
         motion = planning::PlanMotion(planning::SeamPlanner(*arm, rules), full);
     } catch (const std::invalid_argument& error) {
-        item.PassOn(error.what(), "paths and freedom that can be planned");
+        // "PLACE: VALUE, expected EXPECTATION"
+        constexpr std::string_view Between = ", expected ";
+        const std::string text = error.what();
+        const std::size_t cut = text.find(Between);
+        item.Refuse(text.substr(0, cut), cut == std::string::npos ? "paths and freedom that can be planned"
+                                                                  : text.substr(cut + Between.size()));
     }
     if (motion.states.empty()) {
         const std::string which =

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <gp_Ax3.hxx>
 #include <optional>
+#include <utility>
 
 namespace cell {
 
@@ -30,7 +31,7 @@ struct Hit {
 /// Parallel lines over a face, seen along its normal in the middle.
 class Strokes {
 public:
-    Strokes(const TopoDS_Shape& shape, const JsonNode& node_) : node(node_) {
+    Strokes(const TopoDS_Shape& shape, JsonNode node_) : node(std::move(node_)) {
         node.OnlyKeys({"face_near_mm", "direction", "spacing_mm", "step_mm", "lead_mm", "stand_off_mm"});
         FindFace(shape);
         intersector.emplace(face, Tolerance);

@@ -34,11 +34,11 @@ CarrierChain PlaceOf(const RobotEntity& robot) {
 
 CarrierChain::CarrierChain(const gp_Trsf& place) : base(Rigid::From(place)) {}
 
-CarrierChain::CarrierChain(const GenericEntity& entity, int index) {
-    const Flange* mount = entity.GetFlangeByIndex(index);
+CarrierChain::CarrierChain(const GenericEntity& entity, int flangeIndex) {
+    const Flange* mount = entity.GetFlangeByIndex(flangeIndex);
     if (mount == nullptr) {
-        throw std::out_of_range(entity.GetName() + ": flange " + std::to_string(index) + ", expected 0 to " +
-                                std::to_string(entity.GetFlangeSize() - 1));
+        throw std::out_of_range(entity.GetName() + ": flange " + std::to_string(flangeIndex) +
+                                ", expected 0 to " + std::to_string(entity.GetFlangeSize() - 1));
     }
     base = Rigid::From(entity.GetRootMdlTrsf());
     for (const LinkRod* link = mount->link; link != nullptr; link = link->parent) {

@@ -26,9 +26,9 @@ public:
               std::span<const double> from);
 
     static constexpr int AnyGroup = -1;
-    /// Adds the candidates of choices at a pose. @param share length of the seam (mm) that the pose stands
-    /// for. @param group of the candidates, or any. @param why counts what is lost; may be null.
-    void Add(std::size_t pose, std::span<const Choice> choices, double share, int group, SeamRung& out,
+    /// Adds the candidates of choices (`from`) at a pose. @param share length of the seam (mm) that the pose
+    /// stands for. @param group of the candidates, or any. @param why counts what is lost; may be null.
+    void Add(std::size_t pose, std::span<const Choice> from, double share, int group, SeamRung& out,
              NoWay* why = nullptr) const;
 
     /// Of the way through the air to the values of the first pose.

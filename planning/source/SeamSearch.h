@@ -32,15 +32,16 @@ public:
 
     /// @return no stops where no way was found.
     SeamWay Run() const;
-    /// A grid with about so many choices in all.
-    Thinning ThinnedTo(double choices) const;
+    /// A grid with about so many choices in all, at most.
+    Thinning ThinnedTo(double most) const;
     /// Cheapest way through the thinned grid. Steps may be as much longer as its poses are farther apart and
     /// its choices coarser than a step.
     SeamWay OnGrid(const Thinning& thinning) const;
     /// Whether a grid is the whole one and its steps are those of the rules.
     bool IsWhole(const Thinning& thinning) const;
     std::vector<std::size_t> PosesOf(const Thinning& thinning) const;
-    StepRules StepsOf(const Thinning& thinning, std::size_t poses) const;
+    /// Rules of a step over so many poses.
+    StepRules StepsOf(const Thinning& thinning, std::size_t strides) const;
     /// Length of the seam (mm) that one of the poses stands for.
     double Share(const std::vector<std::size_t>& looked, std::size_t k) const;
     double Between(std::size_t from, std::size_t to) const;

@@ -15,7 +15,7 @@ public:
     explicit CarrierChain(const gp_Trsf& place);
     /// The chain to a flange, where the entity stands now.
     /// @throws std::out_of_range naming the flange where there is none.
-    CarrierChain(const GenericEntity& entity, int flange);
+    CarrierChain(const GenericEntity& entity, int flangeIndex);
 
     /// Adds a fixed frame behind the flange.
     void Extend(const gp_Trsf& mounted);
