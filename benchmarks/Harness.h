@@ -33,6 +33,7 @@ struct Row {
 /// Rows of each subject; main runs them in this order.
 std::vector<Row> KinematicsRows();
 std::vector<Row> InverseKinematicsRows();
+std::vector<Row> SeamRows();
 std::vector<Row> InterpolationRows();
 std::vector<Row> StateRows();
 std::vector<Row> PathRows();

@@ -27,9 +27,9 @@ bool IsGrowth(const Row& row) { return row.name.ends_with("_growth"); }
 
 std::vector<Row> AllRows() {
     std::vector<Row> rows;
-    for (const auto& subject :
-         {bench::KinematicsRows(), bench::InverseKinematicsRows(), bench::InterpolationRows(),
-          bench::StateRows(), bench::PathRows(), bench::EnvelopeRows(), bench::MeshRows()}) {
+    for (const auto& subject : {bench::KinematicsRows(), bench::InverseKinematicsRows(), bench::SeamRows(),
+                                bench::InterpolationRows(), bench::StateRows(), bench::PathRows(),
+                                bench::EnvelopeRows(), bench::MeshRows()}) {
         rows.insert(rows.end(), subject.begin(), subject.end());
     }
     // Those that keep memory come last: what they have kept is not given back.

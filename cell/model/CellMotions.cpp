@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cell/model/CellReader.h>
+#include <cell/model/FollowMotion.h>
 #include <cell/model/Kinds.h>
 #include <cell/model/SystemValues.h>
 #include <cell/model/ToolPathReader.h>
@@ -12,6 +13,7 @@ namespace {
 
 constexpr const char* TogetherKind = "together";
 constexpr const char* ToolPathKind = "tool_path";
+constexpr const char* FollowKind = "follow";
 
 } // namespace
 
@@ -53,10 +55,12 @@ void CellReader::ReadMotion(const JsonNode& item) {
         item.OnlyKeys({"name", "kind", "motions"});
         motion.parts = RequireParts(item.At("motions"));
     } else {
-        const MotionReader reader = RequireKind(MotionKinds(), kind);
+        const bool follows = motion.kind == FollowKind;
+        const MotionReader reader = follows ? nullptr : RequireKind(MotionKinds(), kind);
         motion.keys = RequireKeys(item.At("states"));
         motion.system = cell.FindSystem(motion.keys.front().state.GetSystem());
-        motion.interpolate = reader(item, motion.keys, *motion.system);
+        motion.interpolate = follows ? ReadFollow(item, motion.keys, *motion.system, cell.toolPaths)
+                                     : reader(item, motion.keys, *motion.system);
     }
     motionOf.emplace(motion.name, cell.motions.size());
     cell.motions.push_back(std::move(motion));

@@ -1,82 +1,80 @@
-#include <BRepAdaptor_Curve.hxx>
-#include <BRepAdaptor_Surface.hxx>
-#include <BRepLProp_SLProps.hxx>
-#include <BRep_Tool.hxx>
-#include <GCPnts_AbscissaPoint.hxx>
-#include <GCPnts_UniformAbscissa.hxx>
-#include <TopExp.hxx>
-#include <TopTools_IndexedDataMapOfShapeListOfShape.hxx>
-#include <TopoDS.hxx>
+#include <algorithm>
+#include <cell/model/EdgeChain.h>
 #include <cell/model/ToolPathReader.h>
+#include <cell/model/TorchDirection.h>
 #include <cmath>
 
 namespace cell {
 
 namespace {
 
-/// Normals that cancel each other to less than this have no mean.
-constexpr double NoDirection = 1e-6;
 /// Steps of a millionth of a path are a slip of the decimal point.
 constexpr double MostPoses = 1e6;
-constexpr double SameParameter = 1e-9;
+/// Round a corner the tool turns over this length before and after it, mm.
+constexpr double CornerLength = 20;
+/// Edges that meet at a smaller angle (rad) than this have no corner.
+constexpr double NoCorner = 0.05;
 
-/// Outward normal of a face where an edge of it is at a parameter; zero where the face has none.
-gp_XYZ NormalAt(const TopoDS_Face& face, const TopoDS_Edge& edge, double parameter) {
-    double first = 0;
-    double last = 0;
-    const opencascade::handle<Geom2d_Curve> curve = BRep_Tool::CurveOnSurface(edge, face, first, last);
-    if (curve.IsNull()) {
-        return {};
+bool HasCorner(const std::vector<gp_XYZ>& tools) {
+    for (std::size_t i = 1; i < tools.size(); ++i) {
+        if (tools[i].Crossed(tools[i - 1]).Modulus() > NoCorner) {
+            return true;
+        }
     }
-    const gp_Pnt2d place = curve->Value(parameter);
-    const BRepAdaptor_Surface surface(face);
-    BRepLProp_SLProps properties(surface, place.X(), place.Y(), 1, SameParameter);
-    if (!properties.IsNormalDefined()) {
-        return {};
-    }
-    const gp_XYZ normal = properties.Normal().XYZ();
-    return face.Orientation() == TopAbs_REVERSED ? normal.Reversed() : normal;
+    return false;
 }
 
-gp_XYZ MeanNormal(const TopTools_ListOfShape& faces, const TopoDS_Edge& edge, double parameter) {
-    gp_XYZ sum;
-    for (const TopoDS_Shape& face : faces) {
-        sum += NormalAt(TopoDS::Face(face), edge, parameter);
+/// Each direction becomes the mean over the length around it, so that a corner is turned evenly.
+std::vector<gp_XYZ> Rounded(const std::vector<EdgeChain::Place>& places, const std::vector<gp_XYZ>& tools) {
+    std::vector<gp_XYZ> rounded;
+    std::size_t first = 0;
+    for (const EdgeChain::Place& place : places) {
+        gp_XYZ sum;
+        while (place.along - places[first].along > CornerLength) {
+            ++first;
+        }
+        for (std::size_t j = first; j < places.size(); ++j) {
+            const double apart = std::abs(places[j].along - place.along);
+            if (apart > CornerLength) {
+                break;
+            }
+            sum += tools[j] * (1 - apart / CornerLength);
+        }
+        rounded.push_back(sum.Normalized());
     }
-    if (sum.Modulus() < NoDirection && !faces.IsEmpty()) {
-        sum = NormalAt(TopoDS::Face(faces.First()), edge, parameter);
-    }
-    return sum;
+    return rounded;
 }
 
 } // namespace
 
-std::vector<ToolPose> PosesAlongEdge(const TopoDS_Shape& shape, int index, double spacing,
-                                     const JsonNode& node) {
-    TopTools_IndexedDataMapOfShapeListOfShape edges;
-    TopExp::MapShapesAndAncestors(shape, TopAbs_EDGE, TopAbs_FACE, edges);
-    if (index < 1 || index > edges.Extent()) {
-        node.Refuse("the number of an edge, from 1 to " + std::to_string(edges.Extent()));
-    }
-    const TopoDS_Edge edge = TopoDS::Edge(edges.FindKey(index));
-    if (BRep_Tool::Degenerated(edge)) {
-        node.Refuse("an edge that has a length");
-    }
-    const BRepAdaptor_Curve curve(edge);
-    if (GCPnts_AbscissaPoint::Length(curve) / spacing > MostPoses) {
+std::vector<ToolPose> PosesAlongEdges(const TopoDS_Shape& shape, const JsonNode& item,
+                                      const JsonNode& described) {
+    const EdgeChain chain(shape, item, described);
+    const JsonNode node = item.At("spacing_mm");
+    const double spacing = node.Length();
+    if (chain.Length() / spacing > MostPoses) {
         node.Refuse("a spacing that gives at most 1000000 poses");
     }
-    const GCPnts_UniformAbscissa samples(
-        curve, 1 + std::max(1, static_cast<int>(std::lround(GCPnts_AbscissaPoint::Length(curve) / spacing))));
+    if (spacing > chain.Length()) {
+        node.Refuse("a spacing of at most the seam's length (" + std::to_string(chain.Length()) + " mm)");
+    }
+    const std::vector<EdgeChain::Place> places = chain.Places(spacing);
+    TorchDirection torch(shape, chain, item);
+    std::vector<gp_XYZ> tools;
+    tools.reserve(places.size());
+    for (const EdgeChain::Place& place : places) {
+        tools.push_back(torch.At(place));
+    }
+    if (item.Find("edges") && HasCorner(tools)) {
+        tools = Rounded(places, tools);
+    }
     std::vector<ToolPose> poses;
-    for (int i = 1; samples.IsDone() && i <= samples.NbPoints(); ++i) {
-        const gp_Pnt point = curve.Value(samples.Parameter(i));
-        const gp_XYZ normal = MeanNormal(edges.FindFromIndex(index), edge, samples.Parameter(i));
-        if (normal.Modulus() < NoDirection) {
-            node.Refuse("an edge with a face whose normal is known all along it");
-        }
-        const gp_XYZ tool = normal.Normalized().Reversed();
-        poses.push_back({point.X(), point.Y(), point.Z(), tool.X(), tool.Y(), tool.Z()});
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const gp_Pnt& p = places[i].point;
+        poses.push_back({p.X(), p.Y(), p.Z(), tools[i].X(), tools[i].Y(), tools[i].Z()});
+    }
+    if (chain.Closed()) {
+        poses.back() = poses.front();
     }
     return poses;
 }

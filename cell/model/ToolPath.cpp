@@ -10,7 +10,6 @@ namespace {
 /// More poses than this are a slip of the decimal point.
 constexpr double MostPoses = 1e6;
 constexpr int MostSkipped = 1000000;
-constexpr int MostEdges = 1000000;
 /// Poses nearer to each other than this (mm) are one.
 constexpr double SamePlace = 1e-6;
 
@@ -32,28 +31,17 @@ const TopoDS_Shape& ShapeOf(const Workpiece& workpiece) {
     return workpiece.GetFixMdlMap().begin()->second->Shape();
 }
 
-/// An edge is known by its number, or by a name that the workpiece's item gives that number.
-int EdgeNumber(const JsonNode& edge, const JsonNode& described) {
-    if (edge.Value().isInt()) {
-        return edge.Value().asInt();
-    }
-    const auto names = described.Find("edges");
-    const auto number = names && edge.Value().isString() ? names->Find(edge.Text()) : std::nullopt;
-    if (!number) {
-        edge.Refuse("the number of an edge, or a name under edges of " + described.Path());
-    }
-    return number->Whole(1, MostEdges);
-}
-
 std::vector<ToolPose> ReadPoses(const JsonNode& item, const Workpiece& workpiece, const JsonNode& described) {
     const auto list = item.Find("poses");
-    const auto edge = item.Find("edge");
+    if (const auto strokes = item.Find("strokes")) {
+        return PosesOfStrokes(ShapeOf(workpiece), *strokes);
+    }
+    const auto edge = item.Find(item.Find("edges") ? "edges" : "edge");
     if (list.has_value() == edge.has_value()) {
         item.Refuse(list ? "both poses and edge" : "neither poses nor edge", "either poses or an edge");
     }
     if (edge) {
-        const double spacing = item.At("spacing_mm").Length();
-        return PosesAlongEdge(ShapeOf(workpiece), EdgeNumber(*edge, described), spacing, *edge);
+        return PosesAlongEdges(ShapeOf(workpiece), item, described);
     }
     std::vector<ToolPose> poses;
     for (const JsonNode& pose : list->Items("poses")) {
@@ -121,8 +109,8 @@ std::vector<ToolPose> OnWorkpiece(const ToolPath& path, const std::vector<ToolPo
 } // namespace
 
 ToolPath ReadToolPath(const JsonNode& item, Workpiece& workpiece, const JsonNode& described) {
-    item.OnlyKeys({"name", "kind", "workpiece", "poses", "edge", "spacing_mm", "smooth_mm", "keep_every",
-                   "tolerance_mm"});
+    item.OnlyKeys({"name", "kind", "workpiece", "poses", "edge", "edges", "reversed", "start_mm", "trim_mm",
+                   "strokes", "torch", "spacing_mm", "smooth_mm", "keep_every", "tolerance_mm"});
     ToolPath path{item.At("name").Text(),
                   &workpiece,
                   ReadPoses(item, workpiece, described),

@@ -34,11 +34,11 @@ CarrierChain PlaceOf(const RobotEntity& robot) {
 
 CarrierChain::CarrierChain(const gp_Trsf& place) : base(Rigid::From(place)) {}
 
-CarrierChain::CarrierChain(const GenericEntity& entity, int index) {
-    const Flange* mount = entity.GetFlangeByIndex(index);
+CarrierChain::CarrierChain(const GenericEntity& entity, int flangeIndex) {
+    const Flange* mount = entity.GetFlangeByIndex(flangeIndex);
     if (mount == nullptr) {
-        throw std::out_of_range(entity.GetName() + ": flange " + std::to_string(index) + ", expected 0 to " +
-                                std::to_string(entity.GetFlangeSize() - 1));
+        throw std::out_of_range(entity.GetName() + ": flange " + std::to_string(flangeIndex) +
+                                ", expected 0 to " + std::to_string(entity.GetFlangeSize() - 1));
     }
     base = Rigid::From(entity.GetRootMdlTrsf());
     for (const LinkRod* link = mount->link; link != nullptr; link = link->parent) {
@@ -54,7 +54,8 @@ CarrierChain::Joint CarrierChain::JointOf(const LinkRod& link) {
             {origin.X(), origin.Y(), origin.Z()},
             {direction.X(), direction.Y(), direction.Z()},
             link.jointType == JointLinear,
-            link.jointType != JointLinear && link.jointType != JointFixed};
+            link.jointType != JointLinear && link.jointType != JointFixed,
+            link.GetLimit()};
 }
 
 void CarrierChain::Extend(const gp_Trsf& mounted) { flange = flange * Rigid::From(mounted); }
@@ -81,6 +82,18 @@ Rigid CarrierChain::FlangeAt(std::span<const double> values) const {
         frame = Place(frame, joints[i], values[i]);
     }
     return frame * flange;
+}
+
+std::array<double, 3> CarrierChain::DirectionAt(std::size_t axis, std::span<const double> values) const {
+    if (values.size() != joints.size()) {
+        FlangeAt(values);
+    }
+    Rigid frame = base;
+    for (std::size_t i = 0; i < axis; ++i) {
+        frame = Place(frame, joints[i], values[i]);
+    }
+    const Vec world = Rotate(frame * joints.at(axis).center, ToVec(joints[axis].direction));
+    return {world.x, world.y, world.z};
 }
 
 void CarrierChain::AppendColumns(std::span<const double> values, const Rigid& point, double sign,

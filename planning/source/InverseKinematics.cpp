@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <mechanism/RobotEntity.h>
+#include <numbers>
 #include <stdexcept>
 #include <string>
 
@@ -107,6 +108,14 @@ Jacobian InverseKinematics::JacobianAt(std::span<const double> values) const {
         column[2] += more.z;
     }
     return jacobian;
+}
+
+InverseKinematics InverseKinematics::WithoutLimits() const {
+    InverseKinematics free(*this);
+    auto wide = std::make_shared<ArmModel>(*model);
+    wide->limits.fill({-std::numbers::pi, std::numbers::pi});
+    free.model = std::move(wide);
+    return free;
 }
 
 double InverseKinematics::Reach() const { return model->reach; }

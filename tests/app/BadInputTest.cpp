@@ -66,6 +66,7 @@ Json::Value GoodSystem() {
 
 Json::Value GoodToolPath() {
     Json::Value cell = ExampleCell("seam.json");
+    cell["motions"].resize(1);
     Json::Value poses = cell["motions"][0];
     poses["name"] = "line";
     poses.removeMember("edge");

@@ -63,11 +63,11 @@ TEST(ToolPathTest, PosesOffTheWorkpieceAreRemoved) {
     motion["poses"] = Parsed("[[-200, 0, 240, 0, 0, -1], [-160, 0, 240, 0, 0, -2], [-120, 0, 240, 0, 0, -1],"
                              " [-80, 0, 250, 0, 0, -1]]");
     const Cell cell = Cell::Load(folder.WriteJson("cell.json", json));
-    const WorkedPath worked = WorkUp(cell.ToolPaths().back());
+    const WorkedPath worked = WorkUp(cell.ToolPaths().front());
     EXPECT_GT(worked.poses.size(), 3U);
     EXPECT_LT(worked.poses.size(), worked.thinned);
     for (const ToolPose& pose : worked.poses) {
-        EXPECT_LE(pose[2], 2 * RunRadius + cell.ToolPaths().back().tolerance);
+        EXPECT_LE(pose[2], 2 * RunRadius + cell.ToolPaths().front().tolerance);
     }
 }
 

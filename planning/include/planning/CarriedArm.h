@@ -15,7 +15,7 @@ public:
     explicit CarrierChain(const gp_Trsf& place);
     /// The chain to a flange, from the entity's present placement.
     /// @throws std::out_of_range naming the flange where there is none.
-    CarrierChain(const GenericEntity& entity, int flange);
+    CarrierChain(const GenericEntity& entity, int flangeIndex);
 
     /// Appends a fixed frame, relative to the flange: the result is the new flange.
     void Extend(const gp_Trsf& mounted);
@@ -28,11 +28,19 @@ public:
     /// @param sign 1, or -1 for the motion of the world relative to the flange.
     void AppendColumns(std::span<const double> values, const Rigid& point, double sign, Jacobian& out) const;
 
+    /// Whether an axis slides; all others turn.
+    bool Slides(std::size_t axis) const { return joints.at(axis).slides; }
+    /// Limits of an axis, rad or mm.
+    const std::pair<double, double>& Limit(std::size_t axis) const { return joints.at(axis).limit; }
+    /// Direction of an axis in the world. @throws as FlangeAt.
+    std::array<double, 3> DirectionAt(std::size_t axis, std::span<const double> values) const;
+
 private:
     struct Joint {
         Rigid center;
         std::array<double, 3> origin, direction; ///< of the joint axis, in the joint's frame
         bool slides, turns;                      ///< neither for a fixed joint
+        std::pair<double, double> limit;         ///< rad or mm
     };
     Rigid Place(const Rigid& before, const Joint& joint, double value) const;
     static Joint JointOf(const LinkRod& link);

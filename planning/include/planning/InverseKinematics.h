@@ -71,6 +71,9 @@ public:
     /// Length of upper arm and forearm together, mm: the unit of length for singular values of the Jacobian.
     double Reach() const;
 
+    /// The same arm with every joint free to turn all the way round: what the true limits forbid.
+    InverseKinematics WithoutLimits() const;
+
     /// Number of joints: 6, or 7 with a coupled wrist.
     std::size_t Joints() const;
     /// Limits in force, rad; of a coupled wrist's fifth and sixth value each bounds the other.
