@@ -10,6 +10,10 @@ namespace planning {
 namespace {
 
 constexpr double SlideMargin = 150; // mm
+constexpr double Turn = 2 * std::numbers::pi;
+/// All joints but the last are taken within this of where they were before the seam (rad): with limits of two
+/// turns each, every shape would be there 64 times.
+constexpr double FarTurn = 4;
 /// Along the way to and from the seam no joint turns by more than this (rad), or the shape is another one.
 constexpr double SameShape = 1;
 
@@ -168,8 +172,24 @@ void SeamRungs::AddSolution(const Place& place, const Choice& choice, const Solu
     const double cost =
         place.cost +
         (away < costs.singularMargin ? costs.singular * Square(1 - away / costs.singularMargin) : 0);
-    arm.Arm().ForEachTurn(solution,
-                          [&](const Solution& turned) { AddTurn(place, choice, turned, cost, out); });
+    arm.Arm().ForEachTurn(solution, [&](const Solution& turned) {
+        if (IsNear(turned)) {
+            AddTurn(place, choice, turned, cost, out);
+        }
+    });
+}
+
+bool SeamRungs::IsNear(const Solution& turned) const {
+    for (std::size_t i = 0; i + 1 < arm.Arm().Joints(); ++i) {
+        const double from = start.empty() ? 0 : start[i];
+        const auto& [low, high] = limits[i];
+        // A joint whose limits lie apart from there keeps what it has.
+        if (std::abs(turned.values[i] - from) > FarTurn && low < from - FarTurn + Turn &&
+            high > from + FarTurn - Turn) {
+            return false;
+        }
+    }
+    return true;
 }
 
 void SeamRungs::AddTurn(const Place& place, const Choice& choice, const Solution& turned, double cost,
@@ -205,7 +225,6 @@ bool SeamRungs::CanApproach(const Place& place, const Solution& solution) const 
 }
 
 void SeamRungs::CountLost(const Place& place, NoWay& why) const {
-    constexpr double Turn = 2 * std::numbers::pi;
     why.limits.resize(arm.Arm().Joints());
     const Solutions shapes = unlimited.ToolCentre(place.base * place.tool);
     why.reach += static_cast<std::size_t>(shapes.empty());

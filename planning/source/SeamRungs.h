@@ -52,6 +52,7 @@ private:
     double CostOf(const Place& place, const Choice& choice) const;
     void AddSolution(const Place& place, const Choice& choice, const Solution& solution, SeamRung& out,
                      NoWay* why) const;
+    bool IsNear(const Solution& turned) const;
     void AddTurn(const Place& place, const Choice& choice, const Solution& turned, double cost,
                  SeamRung& out) const;
     double LimitCost(const double* values) const;
