@@ -12,10 +12,10 @@ class gp_Ax1;
 
 /// Builds and shows the workspace of one robot as a translucent solid, the envelope.
 ///
-/// A robot on the floor gets the profile of its workspace, revolved about its base by the range of joint 1. One
-/// with additional axes, or with fewer values than joints, gets a box, trimmed against what carries it. The
-/// solid is rebuilt only when its input changes. Copies share the view object. Lengths in
-/// mm, angles in rad; used from the view's thread alone.
+/// A robot on the floor gets the profile of its workspace, revolved about its base by the range of joint 1.
+/// One with additional axes, or with fewer values than joints, gets a box, trimmed against what carries it.
+/// The solid is rebuilt only when its input changes. Copies share the view object. Lengths in mm, angles in
+/// rad; used from the view's thread alone.
 ///
 /// The current tool is given relative to the flange, and the envelope is computed with it in the frame of the
 /// table's last row. So the flange must be at that frame's origin, its Z the last joint's positive axis;
