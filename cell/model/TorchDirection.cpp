@@ -46,7 +46,7 @@ gp_XYZ NormalAt(const TopoDS_Face& face, const TopoDS_Edge& edge, double paramet
     return Outward(face, place.X(), place.Y());
 }
 
-TopoDS_Face NearestFace(const TopoDS_Shape& shape, const std::array<double, 3>& p) {
+TopoDS_Face NearestFace(const TopoDS_Shape& shape, const spatial::Vec& p) {
     const TopoDS_Shape vertex = BRepBuilderAPI_MakeVertex(gp_Pnt(p[0], p[1], p[2])).Shape();
     TopoDS_Face nearest;
     double least = RealLast();
