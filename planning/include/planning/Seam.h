@@ -11,6 +11,7 @@
 
 namespace planning {
 
+/// One degree, rad.
 inline constexpr double DegreeInRadians = std::numbers::pi / 180;
 
 /// A place of a seam, in the frame of the work.
@@ -26,25 +27,27 @@ struct SeamPose {
 /// A number that is nominally so much and may be up to `below` less and `above` more; candidates are `step`
 /// apart. rad, or mm for lengths.
 struct Tolerance {
-    double nominal = 0;
-    double below = 0;
-    double above = 0;
-    double step = 5 * DegreeInRadians;
+    double nominal = 0;                ///< what is wanted
+    double below = 0;                  ///< allowed deviation downwards, 0 or more
+    double above = 0;                  ///< allowed deviation upwards, 0 or more
+    double step = 5 * DegreeInRadians; ///< distance of candidates, above 0
 };
 
 /// What an axis of a rail or positioner may do along a seam.
 struct AxisFreedom {
+    /// How the axis moves along the seam.
     enum class Kind : std::uint8_t {
         Fixed,   ///< stands at `from`
         Linear,  ///< goes evenly along the seam from `from` to `to`
         Free,    ///< anything within `low` to `high`
         Downhand ///< within `low` to `high`, so that the seam's up direction is near the vertical
     };
-    Kind kind = Kind::Fixed;
-    double from = 0; ///< rad or mm
-    double to = 0;
+    Kind kind = Kind::Fixed; ///< how it moves
+    double from = 0;         ///< value of Fixed, first value of Linear; rad or mm
+    double to = 0;           ///< last value of Linear; rad or mm
     /// Bounds of Free and Downhand; the limits of the axis bound them as well.
     double low = -std::numeric_limits<double>::infinity();
+    /// Upper bound, as `low`.
     double high = std::numeric_limits<double>::infinity();
     /// Distance of candidates; 0: 10 degrees, or 50 mm for an axis that slides.
     double step = 0;
@@ -90,11 +93,12 @@ struct SeamCosts {
     double start = 0.5;                        ///< of the way through the air to the seam, squared rad
 };
 
+/// A seam of a workpiece, what may be chosen along it, and how the tool comes to it and leaves it.
 struct Seam {
     std::vector<SeamPose> poses; ///< a last one on the first makes it closed
-    SeamFreedom freedom;
-    double approach = 0; ///< length of the straight way to the seam along the tool, mm
-    double retract = 0;  ///< and from it
+    SeamFreedom freedom;         ///< what may be chosen at its poses
+    double approach = 0;         ///< length of the straight way to the seam along the tool, mm
+    double retract = 0;          ///< and from it
 };
 
 } // namespace planning

@@ -17,21 +17,23 @@ struct SeamTask {
 
 /// A state of a motion along seams.
 struct MotionState {
+    /// The part of the motion: through the air, along the tool to a seam, on it, and from it.
     enum class Leg : std::uint8_t { Air, Approach, Work, Retract };
     std::vector<double> values; ///< arm, carrier, holder; rad or mm
-    Leg leg = Leg::Air;
-    std::size_t seam = 0; ///< that it belongs to, or comes before
-    int pose = -1;        ///< of the seam as it was given; -1 for a state that was added
+    Leg leg = Leg::Air;         ///< part of the motion
+    std::size_t seam = 0;       ///< that it belongs to, or comes before
+    int pose = -1;              ///< of the seam as it was given; -1 for a state that was added
 };
 
+/// The whole motion, or why there is none.
 struct SeamMotion {
     std::vector<MotionState> states; ///< empty where a seam has no way
     std::vector<bool> reversed;      ///< which seams are followed from their ends
     double distance = 0;             ///< largest deviation on the seams and the ways to and from them, mm
     double angle = 0;                ///< rad
-    double cost = 0;
-    std::size_t blocked = 0; ///< seam that has no way, if there are no states
-    NoWay why;
+    double cost = 0;                 ///< of all seams, as SeamCosts counts it
+    std::size_t blocked = 0;         ///< seam that has no way, if there are no states
+    NoWay why;                       ///< of that seam
 };
 
 /// A seam from its end to its start.

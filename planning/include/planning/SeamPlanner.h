@@ -14,7 +14,7 @@ struct SeamRules {
     double distance = 0.1;     ///< by which the tool centre may leave the path between poses, mm
     double angle = 0.2 * DegreeInRadians; ///< and the tool's axis its direction, rad
     double singular = 0.002;              ///< least manipulability, lengths in units of the reach
-    SeamCosts costs;
+    SeamCosts costs;                      ///< what is made small
 };
 
 /// A place of the planned way.
@@ -32,7 +32,7 @@ struct NoWay {
     std::size_t last = 0;            ///< to here; before `first` where no pose can be reached
     std::size_t reach = 0;           ///< candidates out of reach
     std::vector<std::size_t> limits; ///< shapes past the limit of each joint
-    std::size_t singular = 0;
+    std::size_t singular = 0;        ///< candidates nearer to a singularity than the rules allow
     std::vector<std::size_t>
         steps;                     ///< candidates that were farther than a step in an axis, before all others
     std::size_t configuration = 0; ///< candidates that no way of their configuration leads to
@@ -49,13 +49,15 @@ struct NoWay {
     }
 };
 
+/// The way along one seam, or why there is none.
 struct SeamResult {
     std::vector<SeamState> states; ///< empty where there is no way
     double cost = 0;               ///< as SeamCosts counts it
     double distance = 0;           ///< largest of the tool centre from the path between states, mm
     double angle = 0;              ///< and of its axis, rad
-    NoWay why;
+    NoWay why;                     ///< where there is no way
 
+    /// Whether there is a way.
     bool Found() const { return !states.empty(); }
 };
 
@@ -66,11 +68,14 @@ public:
     /// @throws std::invalid_argument "PLACE: VALUE, expected EXPECTATION" for rules that make no sense.
     SeamPlanner(const CarriedArm& arm_, SeamRules rules_);
 
+    /// Plans the way along one seam.
     /// @param from values of all axes before the seam, to begin near them; may be empty.
     /// @throws std::invalid_argument as above for a seam that makes no sense.
     SeamResult Plan(const Seam& seam, std::span<const double> from = {}) const;
 
+    /// The arm that was given.
     const CarriedArm& Arm() const { return arm; }
+    /// The rules that were given.
     const SeamRules& Rules() const { return rules; }
     /// Axes of arm, carrier and holder.
     std::size_t Axes() const;

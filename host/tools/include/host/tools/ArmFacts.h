@@ -8,8 +8,9 @@
 /// What several rooms must know of arms in the same way.
 namespace ArmFacts {
 
-/// Of a coupled wrist's seven values (from 0) the follower is minus the leader.
+/// Index of the coupled wrist's value that the follower depends on, from 0.
 inline constexpr std::size_t WristLeader = 4;
+/// Index of the coupled wrist's value that is minus the leader, from 0.
 inline constexpr std::size_t WristFollower = 5;
 
 /// Frame of a table row (a mm, alpha rad, d mm, theta rad) at a joint value (rad), in the frame of the row
