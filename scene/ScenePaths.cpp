@@ -11,8 +11,10 @@ namespace {
 
 /// Marks of key poses, as parts of the cell's size.
 constexpr double MarkRadius = 0.0055;
-/// How much of a tool is drawn at each pose of its path.
-constexpr double ToolLength = 0.09;
+/// How much of a tool is drawn along its path, and how far apart, as parts of the cell's size: closer tools
+/// would cover the part.
+constexpr double ToolLength = 0.05;
+constexpr double ToolGap = 0.012;
 constexpr double LineWidth = 0.004;
 /// Names of poses nearer to each other than this part of the cell's size would run together; the first stays.
 constexpr double LabelGap = 0.045;
@@ -55,12 +57,16 @@ void Scene::ShowToolPath(const WorkedPath& path, const Workpiece& workpiece, std
     BRepBuilderAPI_MakePolygon line;
     Assembly tools;
     const double length = ToolLength * Size();
+    gp_Pnt drawn; // where the last tool was drawn
     for (const auto& [x, y, z, dx, dy, dz] : path.poses) {
         const gp_Pnt point(x, y, z);
         const gp_Pnt from = point.Translated(gp_Vec(dx, dy, dz) * -length);
         // Lifted a little, or half of the line would lie inside the part.
         line.Add(point.Translated(gp_Vec(dx, dy, dz) * (-LineWidth * Size())));
-        tools.Add(BRepBuilderAPI_MakeEdge(point, from).Shape());
+        if (tools.IsEmpty() || point.Distance(drawn) >= ToolGap * Size()) {
+            tools.Add(BRepBuilderAPI_MakeEdge(point, from).Shape());
+            drawn = point;
+        }
     }
     if (line.IsDone()) {
         const auto show = [&](const TopoDS_Shape& shape, std::size_t colour, double width) {
