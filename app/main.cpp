@@ -21,7 +21,7 @@ constexpr int Done = 0;
 constexpr int WrongInput = 1;
 constexpr int WrongUsage = 2;
 
-/// The kernel's readers and drivers would put their remarks between the program's own output.
+/// Messages of Open CASCADE's readers and drivers would mix with the program's own output.
 void SilenceKernel() { Message::DefaultMessenger()->ChangePrinters().Clear(); }
 
 /// Standard error is for the one line that says what is wrong, unless the user wants to see the log as well.
@@ -37,7 +37,7 @@ void SetUpLog(bool verbose) {
     spdlog::register_logger(std::move(logger));
 }
 
-/// Red where somebody looks on; what reads along gets the bare line.
+/// Red on a terminal; the plain line otherwise.
 int Report(const std::string& line) {
     const bool coloured = isatty(STDERR_FILENO) != 0 && std::getenv("NO_COLOR") == nullptr;
     cell::Notice("");
@@ -45,7 +45,7 @@ int Report(const std::string& line) {
     return WrongInput;
 }
 
-/// One line that changes, for somebody who looks on.
+/// One line that is overwritten, on a terminal.
 void ShowNotices() {
     if (isatty(STDERR_FILENO) != 0) {
         cell::SetNotice([](const std::string& text) { std::cerr << "\r\033[K" << text << std::flush; });

@@ -2,7 +2,7 @@
 #include <Xw_Window.hxx>
 #include <poll.h>
 #include <scene/CellWindow.h>
-// Last: its macros have names like None and Bool.
+// Included last, since X11 defines macros such as None and Bool.
 #include <X11/Xlib.h>
 
 namespace cell {

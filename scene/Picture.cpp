@@ -1,6 +1,6 @@
 #include <scene/Picture.h>
 
-// The encoder below Image_AlienPixMap does not ask whether its writes arrived: only reading back tells.
+// Image_AlienPixMap does not report failed writes, so the file is read back.
 bool cell::SavePicture(Image_AlienPixMap& picture, const std::filesystem::path& file) {
     // It chooses the format by the name's end; standard output has none.
     const std::filesystem::path named = file.extension().empty() ? file.string() + ".png" : file.string();

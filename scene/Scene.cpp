@@ -6,7 +6,7 @@ namespace cell {
 
 namespace {
 
-/// Size (mm) of a cell with nothing in it.
+/// Size (mm) assumed for an empty cell.
 constexpr double EmptyScene = 1000;
 
 const Quantity_Color Ink(0.16, 0.19, 0.24, Quantity_TOC_sRGB);
@@ -47,7 +47,7 @@ opencascade::handle<AIS_TextLabel> Scene::ShowText(const std::string& text, cons
     label->SetColor(Ink);
     label->SetFont(Font_NOF_SANS_SERIF);
     label->SetFontAspect(Font_FA_Bold);
-    // In a layer of their own names cast no shadows.
+    // A separate layer keeps names from casting shadows.
     label->SetZLayer(Graphic3d_ZLayerId_Topmost);
     viewer.Context()->Display(label, Standard_False);
     return label;
@@ -63,7 +63,7 @@ void Scene::ShowCaption(const std::string& text) {
     caption->SetHeight(17);
     caption->SetColor(Ink);
     caption->SetFont(Font_NOF_SANS_SERIF);
-    caption->SetDisplayType(Aspect_TODT_SUBTITLE); // whatever it lies over
+    caption->SetDisplayType(Aspect_TODT_SUBTITLE); // readable over any background
     caption->SetColorSubTitle(Quantity_Color(0.95, 0.96, 0.97, Quantity_TOC_sRGB));
     caption->SetTransformPersistence(new Graphic3d_TransformPers(Graphic3d_TMF_2d, Aspect_TOTP_LEFT_LOWER,
                                                                  Graphic3d_Vec2i(Border, Border)));

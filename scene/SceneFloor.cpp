@@ -69,14 +69,14 @@ void Scene::ShowFloor() {
     ShowScale();
 }
 
-/// Names the major lines at the two near edges of what is shown, where the picture is sure to have floor.
+/// Labels the major lines at the two near edges of the floor, which are always in the picture.
 void Scene::ShowScale() {
     const double nearY = extent.CornerMin().Y() - MinorGrid;
     const double nearX = extent.CornerMax().X() + MinorGrid;
     for (double x = std::ceil(extent.CornerMin().X() / MajorGrid) * MajorGrid; x < nearX; x += MajorGrid) {
         ShowText("X " + Rounded(x, 0) + " mm", gp_Pnt(x, nearY, LineLift), 14);
     }
-    // The corner belongs to the other edge, or two names would lie on each other there.
+    // The corner is labelled by the other edge, so that labels do not overlap.
     for (double y = std::ceil((nearY + MajorGrid / 2) / MajorGrid) * MajorGrid; y < extent.CornerMax().Y();
          y += MajorGrid) {
         ShowText("Y " + Rounded(y, 0) + " mm", gp_Pnt(nearX, y, LineLift), 14);

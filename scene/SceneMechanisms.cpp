@@ -12,7 +12,7 @@ namespace {
 
 /// The triad, as part of the cell's size.
 constexpr double TriadSize = 0.085;
-/// Tools shorter than this need no neck to be seen as part of the arm.
+/// Tools shorter than this are drawn without a neck.
 constexpr double ShortestTool = 30; // mm
 
 /// Fine enough that silhouettes look round at the size of a screen.
@@ -88,7 +88,7 @@ void Scene::Show(GenericEntityConfig& entity) {
     if (auto* robot = dynamic_cast<RobotEntity*>(&entity)) {
         ShowPlinth(*robot);
         ShowColumn(*robot);
-        // The robot's own frame is meant for a screen that can be zoomed.
+        // The robot's own frame is too small for a picture that cannot be zoomed.
         if (!robot->GetToolFrame().IsNull()) {
             robot->GetToolFrame()->Hide();
         }

@@ -91,7 +91,7 @@ void Scene::SetPathsVisible(bool visible) {
     }
 }
 
-/// The thin line down to the floor tells where in depth the pose is.
+/// A thin line down to the floor shows the pose's position in depth.
 void Scene::ShowKeyPose(const KeyState& key, const Quantity_Color& colour) {
     const gp_Pnt place = key.state.GetLocEuler(0).location;
     const double radius = MarkRadius * Size();

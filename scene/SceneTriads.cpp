@@ -11,7 +11,7 @@ namespace {
 /// A frame's arrows, as part of the size of what the picture is of.
 constexpr double TriadSize = 0.045;
 constexpr double NameHeight = 15;
-/// Origins nearer than this part of the arrows are one place to the eye.
+/// Origins nearer to each other than this part of the arrows share a label.
 constexpr double SamePlace = 0.4;
 
 } // namespace

@@ -17,7 +17,7 @@ namespace {
 
 constexpr double Deflection = 1.5; // mm
 constexpr double Angle = 0.35;     // rad
-/// Few enough that a drawing stays small, enough to look round.
+/// Number of shades: few keep the drawing small, enough make bodies look round.
 constexpr int Shades = 6;
 constexpr double Darkest = 0.55;
 
@@ -34,7 +34,7 @@ class Shader {
 public:
     Shader(const ViewShape& model, const gp_Trsf& toView_) : toView(toView_) {
         model.Color(colour);
-        // Triangles that a picture asked for would make the drawing a hundred times larger.
+        // The finer triangles made for pictures would make the drawing a hundred times larger.
         const TopoDS_Shape shape = BRepBuilderAPI_Copy(model.Shape(), Standard_True, Standard_False).Shape();
         const BRepMesh_IncrementalMesh mesher(shape, Deflection, Standard_False, Angle);
         for (TopExp_Explorer faces(shape, TopAbs_FACE); faces.More(); faces.Next()) {

@@ -28,7 +28,7 @@ struct Command {
     std::shared_ptr<Request> request;
 };
 
-/// Lets what the system refuses name the file that the command was given.
+/// Reports errors of the file system with the file that the command was given.
 void RunOn(const std::filesystem::path& file, const Run& command) {
     try {
         command();

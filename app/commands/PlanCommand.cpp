@@ -11,7 +11,7 @@ namespace cell {
 namespace {
 
 constexpr int ShownDecimals = 3;
-/// A report for each thousand states costs nothing and is seen as movement.
+/// One report for each thousand states costs little and shows progress.
 constexpr std::size_t ProgressStep = 1000;
 
 Progress ProgressLine(bool wanted) {

@@ -51,8 +51,8 @@ std::vector<Moment> EvenlySpaced(const std::vector<Moment>& moments, std::size_t
     return chosen;
 }
 
-/// Without a state of its own the picture shows the last motion a third of the way through, where the arm is
-/// at work and hides little of what is to come.
+/// Without a given state the picture shows the last motion at a third of its steps, where the arm is
+/// working and hides little of the path.
 void Pose(const RenderRequest& request, const Cell& cell, std::vector<PlannedMotion>& plan) {
     if (!request.state.empty()) {
         MoveToNamedState(request.state, cell);

@@ -16,7 +16,7 @@ namespace {
 constexpr const char* CellName = "cell.json";
 constexpr const char* FolderName = "mechanisms";
 
-/// The saved cell stands alone: what it was built from comes along.
+/// The saved cell is complete: the files that it was built from are included.
 Json::Value InlinedItem(const JsonNode& node, const fs::path& base) {
     Json::Value item = node.Value();
     if (item.isMember("file")) {

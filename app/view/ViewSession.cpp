@@ -10,7 +10,7 @@ namespace {
 
 constexpr int Width = 1280;
 constexpr int Height = 800;
-/// Every motion plays in about this time, short ones slower than life.
+/// Every motion is played in about this time, short ones in slow motion.
 constexpr double SecondsPerMotion = 6;
 constexpr double FewestStepsPerSecond = 20;
 constexpr int TickTime = 20;    // ms
@@ -50,7 +50,7 @@ void ViewSession::Run() {
     }
 }
 
-/// Keys and mouse stay alive while it lasts; Esc ends it, and the cell is shown without motions.
+/// Keys and mouse are handled while it runs; Esc cancels it, and the cell is shown without motions.
 void ViewSession::Plan() {
     planning = true;
     try {

@@ -8,7 +8,7 @@ namespace cell {
 namespace {
 
 /// Thickness at each joint, as part of the length of the chain: industrial arms of all sizes taper alike.
-constexpr std::array<double, 7> Thickness = {0.070, 0.054, 0.045, 0.036, 0.029, 0.025, 0.022};
+constexpr std::array<double, 7> RelativeThickness = {0.070, 0.054, 0.045, 0.036, 0.029, 0.025, 0.022};
 
 /// A chain whose joints all meet in one point still gets bodies (mm).
 constexpr double ShortestChain = 50;
@@ -55,20 +55,23 @@ public:
     }
 
 private:
-    double At(std::size_t i) const { return chain * Thickness[std::min(i, Thickness.size() - 1)]; }
+    double Thickness(std::size_t i) const {
+        return chain * RelativeThickness[std::min(i, RelativeThickness.size() - 1)];
+    }
 
     /// How high along the first axis the fixed column ends.
     double Column() const {
         const double height = Dot(points[1] - points[0], arm.joints[0].axis);
-        return std::max(ColumnHeight * height, 4 * FootHalfHeight * At(0));
+        return std::max(ColumnHeight * height, 4 * FootHalfHeight * Thickness(0));
     }
 
     std::vector<Body> Base() const {
         const Vec& up = arm.joints[0].axis;
         Assembly cast;
-        cast.Add(Drum(Point(points[0] + FootHalfHeight * At(0) * up), Direction(up), FootRadius * At(0),
-                      FootHalfHeight * At(0)));
-        cast.Add(Tube(Point(points[0]), Point(points[0] + Column() * up), 1.35 * At(0), 1.12 * At(0)));
+        cast.Add(Drum(Point(points[0] + FootHalfHeight * Thickness(0) * up), Direction(up),
+                      FootRadius * Thickness(0), FootHalfHeight * Thickness(0)));
+        cast.Add(Tube(Point(points[0]), Point(points[0] + Column() * up), 1.35 * Thickness(0),
+                      1.12 * Thickness(0)));
         return {{cast.Shape(), Cast}};
     }
 
@@ -92,12 +95,12 @@ private:
         const gp_Dir axis = Direction(arm.joints[i].axis);
         if (i == 0) {
             const Vec top = points[0] + Column() * arm.joints[0].axis;
-            return Drum(Point(top), axis, 1.28 * At(0), 0.14 * At(0));
+            return Drum(Point(top), axis, 1.28 * Thickness(0), 0.14 * Thickness(0));
         }
         const bool roll = RollsLimb(i);
         const double collar = roll ? 0.86 : 1.0;
-        return Drum(Point(points[i]), axis, collar * At(i),
-                    (roll ? CollarHalfLength : HingeHalfLength) * At(i));
+        return Drum(Point(points[i]), axis, collar * Thickness(i),
+                    (roll ? CollarHalfLength : HingeHalfLength) * Thickness(i));
     }
 
     bool RollsLimb(std::size_t i) const {
@@ -114,9 +117,9 @@ private:
         const Vec start = i == 0 ? points[0] + Column() * axis : points[i];
         const Vec& end = points[i + 1];
         const Vec corner = start + Dot(end - start, axis) * axis;
-        const double thick = LimbRadius * At(i) * (i == 0 ? 1.3 : 1.0);
+        const double thick = LimbRadius * Thickness(i) * (i == 0 ? 1.3 : 1.0);
         const double thin = LimbRadius * At(i + 1);
-        const double least = ShortestLimb * At(i);
+        const double least = ShortestLimb * Thickness(i);
         const bool rises = Length(corner - start) > least;
         const bool crosses = Length(end - corner) > least;
         const double bend = crosses ? thick : thin;
@@ -136,10 +139,10 @@ private:
         const Vec normal = spatial::Column(arm.flange, 2);
         // Flange frames point every way; the disc lies on the side that the last axis comes from.
         const Vec& axis = arm.joints[last].axis;
-        const Vec centre = points.back() - FlangeHalfHeight * At(last) * axis;
+        const Vec centre = points.back() - FlangeHalfHeight * Thickness(last) * axis;
         const bool faces = std::abs(Dot(normal, axis)) > AlongLimb;
-        return Drum(Point(centre), Direction(faces ? normal : axis), FlangeRadius * At(last),
-                    FlangeHalfHeight * At(last));
+        return Drum(Point(centre), Direction(faces ? normal : axis), FlangeRadius * Thickness(last),
+                    FlangeHalfHeight * Thickness(last));
     }
 
     const ArmDescription& arm;

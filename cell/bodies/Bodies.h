@@ -12,7 +12,7 @@ namespace cell {
 struct Body {
     TopoDS_Shape shape;
     Quantity_Color colour;
-    /// Not what a picture is of, such as a long track: it does not count where the camera aims.
+    /// Ignored when the camera is fitted to the picture, such as a long track.
     bool background = false;
 };
 

@@ -127,7 +127,7 @@ private:
             {Drum(flange.Translated(gp_Vec(0, 0, -0.5 * thick)), gp::DZ(), radius, 0.5 * thick), Steel});
     }
 
-    /// What lies on a table is what the picture is of.
+    /// The camera is fitted to the table and what it carries, not to the frame below.
     void AddTable() {
         const gp_Ax2 frame(Point(top), gp::DZ(), gp::DX());
         const double half = radius + 0.5 * LowestBody;

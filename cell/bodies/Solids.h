@@ -19,7 +19,7 @@ TopoDS_Shape Tube(const gp_Pnt& a, const gp_Pnt& b, double radiusA, double radiu
 TopoDS_Shape Block(const gp_Ax2& frame, const gp_XYZ& low, const gp_XYZ& high);
 TopoDS_Shape Ball(const gp_Pnt& centre, double radius);
 
-/// Solids that are seen as one.
+/// Solids that are displayed as one shape.
 class Assembly {
 public:
     Assembly();

@@ -9,7 +9,7 @@ namespace cell {
 
 namespace {
 
-/// Files round their directions to nine digits; anything beyond this is a mistake, not rounding.
+/// Files give directions with nine digits; a larger deviation from length 1 is an error, not rounding.
 constexpr double UnitTolerance = 1e-6;
 
 constexpr int ShownDecimals = 9;

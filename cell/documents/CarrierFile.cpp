@@ -5,7 +5,7 @@ namespace cell {
 
 namespace {
 
-/// Three directions to slide along and three to turn about.
+/// A body in space has three directions of translation and three of rotation.
 constexpr std::size_t MostJoints = 6;
 
 CarrierJoint ReadJoint(const JsonNode& node) {

@@ -51,7 +51,7 @@ void PrepareChild(pid_t parent) {
     const rlimit noCore{0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
     LimitMemory();
-    // The kernel's remarks would come between the program's own lines.
+    // Messages of Open CASCADE would mix with the program's own output.
     const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
     dup2(nowhere, STDOUT_FILENO);
     dup2(nowhere, STDERR_FILENO);
@@ -82,7 +82,7 @@ void SendAll(int pipe, const std::string& bytes) {
     _exit(0);
 }
 
-/// Everything that comes until the other end closes; nothing of it counts where time runs out first.
+/// Reads until the other end closes the pipe. @return false when the time limit ends before that.
 bool ReceiveAll(int pipe, Clock::time_point deadline, std::string& bytes) {
     std::string buffer(1 << 16, '\0');
     while (true) {

@@ -13,10 +13,10 @@ namespace cell {
 namespace {
 
 constexpr std::size_t MegaByte = 1'000'000;
-/// What is larger takes a second and more.
+/// Reading a larger file takes more than a second, so progress is reported.
 constexpr std::size_t LargeFile = 5 * MegaByte;
 
-/// Pipes and the like have no length that could be held to.
+/// Length of a regular file; 0 for pipes and devices, which have none.
 std::uintmax_t LengthOf(const std::filesystem::path& file) {
     std::error_code error;
     const bool isRegular = std::filesystem::is_regular_file(file, error);
@@ -47,7 +47,7 @@ std::string ReadAll(const std::filesystem::path& file) {
     return text;
 }
 
-/// What is not UTF-8 would spoil names, messages and every document that is written from them.
+/// Text that is not UTF-8 would make names, messages and all documents written from them invalid.
 void RequireText(const std::filesystem::path& file, const std::string& text) {
     const std::string utf8 = DataHandle::StringToUTF8string(text);
     if (utf8 != text) {

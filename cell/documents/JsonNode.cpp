@@ -10,10 +10,10 @@ namespace cell {
 
 namespace {
 
-// Enough digits to recognise the value in the file, without the tail of its binary form.
+// Enough digits to recognise the value in the file, without the rounding error of its binary form.
 constexpr int ShownDigits = 15;
 
-/// Beyond a kilometre (mm) there is no cell, and solids lose their precision.
+/// Coordinates beyond a kilometre (mm) are errors in a cell, and solids lose precision there.
 constexpr double FarthestOut = 1e6;
 
 /// The first elements and the depth that a message can show at all.
@@ -104,7 +104,7 @@ void JsonNode::OnlyKeys(const std::vector<const char*>& known) const {
     }
 }
 
-/// Half of a character, written as an escape, passes the parser.
+/// The parser accepts an escaped lone surrogate, which is not valid UTF-8.
 void JsonNode::RequireUtf8(const std::string& text) const {
     const std::string utf8 = DataHandle::StringToUTF8string(text);
     if (utf8 != text) {

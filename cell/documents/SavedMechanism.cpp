@@ -69,7 +69,7 @@ void RestoreParts(const GenericEntityConfig& entity, const JsonNode& manifest) {
     }
 }
 
-/// Names may hold what file names must not; the hash keeps those apart that come out the same.
+/// Replaces characters that file names must not contain; the hash distinguishes names that become equal.
 std::string FileNameOf(const GenericEntityConfig& entity) {
     std::string text = entity.GetName();
     std::replace_if(
@@ -95,7 +95,7 @@ void SaveMechanism(GenericEntityConfig& entity, const fs::path& base, const std:
     const std::string package = folder + "/" + FileNameOf(entity);
     Json::Value document = entity.ToJson((base / package).string());
     entity.ExportParaToJson(document);
-    // Some kinds write no package of their own, and all fail to write one without a word.
+    // Some kinds write no package, and none reports a failure to write one.
     if (!fs::exists(base / package / "manifest.json")) {
         GenericEntityConfig::ExportEntityPkg(&entity, (base / package).string());
     }

@@ -26,7 +26,7 @@ namespace {
 /// Beyond a kilometre (mm) there is no cell.
 constexpr double FarthestOut = 1e6;
 
-/// Large assemblies take a minute; what takes longer is broken more often than it is large.
+/// Large assemblies take up to a minute; files that take longer are usually broken.
 std::chrono::milliseconds timeLimit = std::chrono::seconds(120);
 
 [[noreturn]] void RefuseEmpty(const fs::path& file) {

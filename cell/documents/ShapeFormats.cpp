@@ -20,7 +20,7 @@ namespace cell {
 
 namespace {
 
-/// What the kernel finds wrong before it makes a shape of it: going on would crash it.
+/// The faults that Open CASCADE finds before it transfers the model; transferring such a file may crash.
 void RequireSound(const STEPControl_Reader& reader, const fs::path& file) {
     Interface_CheckIterator checks = reader.WS()->ModelCheckList();
     if (checks.IsEmpty(Standard_True)) {
@@ -54,7 +54,8 @@ TopoDS_Shape ReadBRep(const fs::path& file) {
     return shape;
 }
 
-/// The kernel's reader keeps what a cut file still holds. Binary files tell their length, texts end by name.
+/// Open CASCADE's reader accepts a truncated file. Binary files state their length, text files end with their
+/// name.
 bool IsWholeStl(const fs::path& file) {
     constexpr std::size_t Header = 80;
     constexpr std::uintmax_t Facet = 50;

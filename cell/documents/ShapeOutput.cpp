@@ -15,7 +15,7 @@
 
 namespace fs = std::filesystem;
 
-// The kernel's writers do not all report a full disk, so each file is looked at before it counts.
+// Not all writers of Open CASCADE report a full disk, so each file is checked after writing.
 
 namespace cell {
 
@@ -56,7 +56,7 @@ bool WriteStl(const TopoDS_Shape& shape, const fs::path& file) {
     IMeshTools_Parameters parameters;
     parameters.Deflection = StlDeflection;
     parameters.Angle = StlAngle;
-    // Cones of revolution are straight between their rims; points in between would only take minutes.
+    // Cones are straight between their rims; intermediate points would only cost minutes.
     parameters.InternalVerticesMode = Standard_False;
     const BRepMesh_IncrementalMesh mesher(shape, parameters);
     std::uintmax_t triangles = 0;

@@ -10,7 +10,7 @@ namespace cell {
 
 namespace {
 
-/// How far the robot's axes may stray from the description's: its rounded digits move them by less.
+/// Largest deviation of the robot's axes from the description's; rounding of its digits causes less.
 constexpr double SameLine = 1e-4;      // mm
 constexpr double SameDirection = 1e-7; // rad
 

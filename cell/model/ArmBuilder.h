@@ -8,8 +8,8 @@
 
 namespace cell {
 
-/// Builds a robot from a description: one link a joint, with its bodies, limits and the flange, then the
-/// robot proper, whose links follow its table.
+/// Builds a robot from a description: one link for each joint, with its bodies, limits and the flange, then
+/// the robot proper, whose links follow its table.
 ///
 /// The coupling record of the hash is filled as well, since the robot's limits are read along it.
 /// @throws InputError when the joints do not fit the arm structure, so that the table would stand for another

@@ -66,7 +66,7 @@ void CellReader::ReadMotion(const JsonNode& item) {
     cell.motions.push_back(std::move(motion));
 }
 
-/// Two motions of one system would ask it to be in two places.
+/// Two motions of one system cannot run together, since each sets all of its values.
 std::vector<std::size_t> CellReader::RequireParts(const JsonNode& list) const {
     std::vector<std::size_t> parts;
     for (const JsonNode& reference : list.Items("names of motions")) {

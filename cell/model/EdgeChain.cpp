@@ -15,9 +15,9 @@ namespace {
 
 constexpr int MostEdges = 1000000;
 constexpr double MostPoses = 1e6;
-/// Ends of edges nearer to each other than this (mm) join.
+/// Ends of edges nearer to each other than this (mm) count as joined.
 constexpr double Joined = 1e-3;
-/// Parts of an edge shorter than this (mm) are none.
+/// Parts of an edge shorter than this (mm) are ignored.
 constexpr double Nothing = 1e-6;
 
 double LengthOf(const TopoDS_Edge& edge) { return GCPnts_AbscissaPoint::Length(BRepAdaptor_Curve(edge)); }

@@ -8,7 +8,7 @@ namespace cell {
 
 namespace {
 
-/// Steps of a millionth of a path are a slip of the decimal point.
+/// A spacing that gives more poses than this is taken for an input error.
 constexpr double MostPoses = 1e6;
 /// Round a corner the tool turns over this length before and after it, mm.
 constexpr double CornerLength = 20;

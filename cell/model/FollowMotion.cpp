@@ -37,7 +37,7 @@ Carried WhereIs(const Workpiece& workpiece, const System& system, const JsonNode
     return {std::nullopt, 0, Rigid::From(workpiece.GetRootMdlTrsf())};
 }
 
-/// Everything that is asked for, read and checked.
+/// All parameters of the motion, read and checked.
 struct Follow {
     JsonNode item;
     const System* system;
@@ -109,7 +109,7 @@ std::vector<GrpState> Follow::States(const std::vector<GrpState>& keys) const {
             state.SetPathStateType(GrpState::PathTypeWork);
         }
     }
-    // What was taught stays to the bit: thinning looks for it.
+    // Key states stay equal to the bit, since thinning searches for them.
     states.front() = keys.front();
     states.back() = keys.back();
     return states;

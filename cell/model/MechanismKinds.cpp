@@ -7,7 +7,7 @@ namespace cell {
 
 namespace {
 
-/// The library's tool list ends here.
+/// Largest index of the library's tool list.
 constexpr std::size_t MostTools = 11;
 
 std::vector<gp_Trsf> ReadTools(const JsonNode& item) {

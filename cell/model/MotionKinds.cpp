@@ -10,7 +10,7 @@ namespace cell {
 
 namespace {
 
-/// More states in one motion are a slip of the decimal point, and would not fit into memory.
+/// More states in one motion are taken for an input error, and would not fit into memory.
 constexpr double MostStates = 1e6;
 
 void RequireReasonableCount(const JsonNode& parameter, double count) {

@@ -7,7 +7,7 @@ namespace cell {
 
 namespace {
 
-/// Spray cones need two different radii; closer ones (mm) are one.
+/// Spray cones need two different radii: smallest difference, mm.
 constexpr double SameRadius = 0.01;
 
 int ReadWorkType(const JsonNode& item) {

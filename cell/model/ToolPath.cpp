@@ -7,10 +7,10 @@ namespace cell {
 
 namespace {
 
-/// More poses than this are a slip of the decimal point.
+/// A path of more poses than this is taken for an input error.
 constexpr double MostPoses = 1e6;
 constexpr int MostSkipped = 1000000;
-/// Poses nearer to each other than this (mm) are one.
+/// Poses nearer to each other than this (mm) count as equal.
 constexpr double SamePlace = 1e-6;
 
 ToolPose ReadPose(const JsonNode& node) {

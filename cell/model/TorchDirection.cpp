@@ -15,10 +15,10 @@ namespace cell {
 
 namespace {
 
-/// Normals that cancel each other to less than this have no mean.
+/// A sum of normals shorter than this has no direction.
 constexpr double NoDirection = 1e-6;
 constexpr double SameParameter = 1e-9;
-/// The space around an edge is looked at so far from it (mm), in so many directions, halved so often.
+/// Sampling of the space around an edge: distance from it (mm), number of directions, number of bisections.
 constexpr double Around = 0.05;
 constexpr int Directions = 72;
 constexpr int Halvings = 14;

@@ -8,7 +8,7 @@ namespace cell {
 
 namespace {
 
-/// Values (mm, rad) closer than this are one place to every controller.
+/// Values (mm, rad) closer than this are equal for every controller.
 constexpr double SameValue = 1e-6;
 
 double LargestChange(const std::vector<double>& a, const std::vector<double>& b) {
@@ -48,7 +48,7 @@ std::vector<GrpState> KeysOf(const Motion& motion) {
     return states;
 }
 
-/// Leg by leg, so that a way that comes straight back keeps its turning point and every key state.
+/// Thins each leg by itself, so that a motion that reverses keeps its turning point and every key state.
 std::vector<GrpState> Thinned(const std::vector<GrpState>& states, std::vector<GrpState> keys) {
     std::vector<GrpState> thinned;
     auto begin = states.begin();
@@ -74,7 +74,7 @@ PlannedMotion PlanAlone(const Motion& motion) {
     return planned;
 }
 
-/// One context a step of the longest motion; all arrive at once.
+/// One context for each step of the longest motion; the others are spread so that all end together.
 PlannedMotion PlanTogether(const Motion& motion, const std::vector<PlannedMotion>& plan) {
     PlannedMotion planned{&motion};
     std::size_t steps = 0;

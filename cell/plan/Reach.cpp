@@ -11,7 +11,7 @@ namespace cell {
 
 namespace {
 
-/// The workspace builder keeps this far off both stops.
+/// The workspace builder keeps this distance from both limits.
 constexpr double MarginDeg = 3;
 constexpr int AngleDecimals = 4;
 

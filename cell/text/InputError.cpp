@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Longer values say no more, and push the expectation off the screen.
+/// Longer values are cut in messages, so that the expectation stays visible.
 constexpr std::size_t LongestValue = 80;
 
 std::string OneLine(std::string text) {

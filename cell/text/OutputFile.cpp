@@ -16,7 +16,7 @@ namespace {
                            "a place that can be written to, with room for the result");
 }
 
-/// Runs a step, and lets what the system refuses name the target that the user asked for.
+/// Runs a step; errors of the file system are reported with the target that the user gave.
 template <typename Step>
 auto Named(const fs::path& target, const Step& step) {
     try {
@@ -50,7 +50,7 @@ void RequireOwn(const fs::path& target, const fs::path& folder,
     }
 }
 
-/// A report that names the place the user asked for, not the scratch that is gone.
+/// A report that names the user's target instead of the temporary file.
 std::string About(const fs::path& target, const fs::path& scratch, std::string report) {
     for (std::size_t at = 0; (at = report.find(scratch.string(), at)) != std::string::npos;) {
         report.replace(at, scratch.string().size(), target.string());
@@ -101,7 +101,7 @@ void WriteTo(std::ostream& stream, const fs::path& target, const std::string& by
     }
 }
 
-/// Devices and pipes get the bytes as they are: nothing takes their place.
+/// Devices and pipes are written to directly; they are never replaced.
 void WriteStraight(const fs::path& target, const fs::path& place, const std::string& bytes) {
     if (cell::IsStandardOutput(target)) {
         WriteTo(std::cout, target, bytes);
@@ -111,7 +111,7 @@ void WriteStraight(const fs::path& target, const fs::path& place, const std::str
     }
 }
 
-/// What `write` makes of a file that lives no longer than this call.
+/// The result of `write` on a temporary file, which is removed afterwards.
 std::string BytesOf(const fs::path& target, const std::function<bool(const fs::path&)>& write) {
     const cell::ScratchFolder scratch(fs::temp_directory_path());
     const fs::path made = scratch.Path() / target.filename();
@@ -169,13 +169,13 @@ void cell::WriteFolder(const fs::path& target, const std::function<bool(const st
         const ScratchFolder scratch(FolderOf(place));
         const fs::path made = scratch.Path() / place.filename();
         Fill(target, made, fill);
-        // A signal would else empty the new folder while it is put in place of the old one.
+        // Otherwise a signal would remove the new folder's files while it replaces the old one.
         const auto kept = ScratchFolder::Keep();
         if (const std::error_code error = ExchangeFolder(made, place)) {
             Refuse(target, "cannot be replaced (" + error.message() + ")");
         }
         try {
-            RequireOwn(target, made, isOwn); // what came while the new folder was being filled
+            RequireOwn(target, made, isOwn); // entries that appeared while the new folder was filled
         } catch (const InputError&) {
             ExchangeFolder(made, place);
             throw;

@@ -42,7 +42,7 @@ std::error_code ExchangeByRenames(const fs::path& made, const fs::path& place) {
 } // namespace
 
 fs::path cell::FollowLinks(const fs::path& target) {
-    constexpr int MostLinks = 40; // as many as the system follows
+    constexpr int MostLinks = 40; // the limit of the operating system
     fs::path place = target;
     for (int links = 0; links <= MostLinks; ++links) {
         std::error_code error;
