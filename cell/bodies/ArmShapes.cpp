@@ -118,7 +118,7 @@ private:
         const Vec& end = points[i + 1];
         const Vec corner = start + Dot(end - start, axis) * axis;
         const double thick = LimbRadius * Thickness(i) * (i == 0 ? 1.3 : 1.0);
-        const double thin = LimbRadius * At(i + 1);
+        const double thin = LimbRadius * Thickness(i + 1);
         const double least = ShortestLimb * Thickness(i);
         const bool rises = Length(corner - start) > least;
         const bool crosses = Length(end - corner) > least;

@@ -13,6 +13,7 @@ constexpr double OnSeam = 1e-6;   // mm; STEP and IK keep more
 constexpr double Deviation = 0.1; // mm, the default
 constexpr double Turned = 2e-7;   // rad, of a direction that was found by acos
 constexpr double Degree = std::numbers::pi / 180;
+constexpr double AxisDeviation = 0.2 * Degree; // the default
 
 gp_Dir ToDir(const Json::Value& v) { return {v[0].asDouble(), v[1].asDouble(), v[2].asDouble()}; }
 gp_Pnt ToPoint(const Json::Value& v) { return {v[0].asDouble(), v[1].asDouble(), v[2].asDouble()}; }
@@ -31,6 +32,24 @@ sample::Mechanism FromFile(const Json::Value& file) {
     return mechanism;
 }
 
+/// Refuses a value outside the limits in the axis' file.
+void ExpectWithinLimits(const Json::Value& file, const std::vector<double>& values) {
+    for (Json::ArrayIndex i = 0; i < values.size(); ++i) {
+        const Json::Value& joint = file["joints"][i];
+        const bool slides = joint["motion"].asString() == "linear";
+        const double value = slides ? values[i] : values[i] / Degree;
+        const char* unit = slides ? "_mm" : "_deg";
+        ASSERT_GE(value, joint[std::string("min") + unit].asDouble() - Turned) << "axis " << i + 1;
+        ASSERT_LE(value, joint[std::string("max") + unit].asDouble() + Turned) << "axis " << i + 1;
+    }
+}
+
+/// Direction at part `t` of the turn from one to another in their plane.
+gp_Dir Between(const gp_Dir& from, const gp_Dir& to, double t) {
+    const double angle = from.Angle(to);
+    return angle < Turned ? from : gp_Dir(from).Rotated(gp_Ax1(gp_Pnt(), from.Crossed(to)), t * angle);
+}
+
 struct Expected {
     const char* file;
     double tilt;     ///< that the tool may lean off the path's direction, rad
@@ -43,6 +62,7 @@ protected:
         for (const Json::Value& item : json["mechanisms"]) {
             if (item.isMember("structure")) {
                 models[item["name"].asString()] = FromFile(item["structure"]);
+                files[item["name"].asString()] = item["structure"];
             }
         }
     }
@@ -74,6 +94,7 @@ protected:
     const ToolPath& path = cell.ToolPaths().back();
     const Workpiece& workpiece = *path.workpiece;
     std::map<std::string, sample::Mechanism> models;
+    std::map<std::string, Json::Value> files;
 };
 
 double Distance(const gp_Pnt& p, const gp_Pnt& a, const gp_Pnt& b) {
@@ -94,6 +115,10 @@ TEST_P(FollowedCell, KeepsItsPathAnglesLimitsAndStepsByProductsOfExponentials) {
             const bool slides = motion.system->pedestal != nullptr && i + 1 == values.size();
             ASSERT_LE(std::abs(values[i] - before->GetValues()[i]), (slides ? 50 : 10 * Degree) + Turned);
         }
+        ExpectWithinLimits(files.at(motion.system->robot->GetName()), state.GetValues(Robot));
+        if (motion.system->pedestal != nullptr) {
+            ExpectWithinLimits(files.at(motion.system->pedestal->GetName()), state.GetValues(Pedestal));
+        }
         const bool onWay = before != nullptr && before->IsWorkState() && state.IsWorkState();
         for (int k = 1; onWay && k < 20; ++k) {
             GrpState between = *before;
@@ -105,6 +130,9 @@ TEST_P(FollowedCell, KeepsItsPathAnglesLimitsAndStepsByProductsOfExponentials) {
             ASSERT_LE(Distance(Tool(between).TranslationPart(), Tool(*before).TranslationPart(),
                                Tool(state).TranslationPart()),
                       Deviation);
+            const auto axis = [&](GrpState& at) { return gp_Dir(0, 0, 1).Transformed(Tool(at)); };
+            ASSERT_LE(axis(between).Angle(Between(axis(*before), axis(state), k / 20.0)),
+                      AxisDeviation + Turned);
         }
         before = &state;
         if (!state.IsWorkState()) {
