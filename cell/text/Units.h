@@ -1,10 +1,10 @@
 #pragma once
 
-#include <numbers>
+#include <host/tools/Angles.h>
 
 /// Units of files and reports, beside rad and mm inside: one place for all of them.
 namespace cell {
 
-inline constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
+using Angles::RadiansPerDegree;
 
 } // namespace cell

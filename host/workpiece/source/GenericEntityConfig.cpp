@@ -1,3 +1,4 @@
+#include <host/tools/Angles.h>
 #include <host/workpiece/GenericEntityConfig.h>
 
 #include <BRepMesh_IncrementalMesh.hxx>
@@ -6,13 +7,12 @@
 #include <host/tools/DataHandle.h>
 #include <host/tools/gpHandle.h>
 #include <memory>
-#include <numbers>
 #include <stdexcept>
 #include <utility>
 
 namespace {
 
-constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
+using Angles::DegreesPerRadian;
 
 // Deviation of collision triangles from the surface: length (mm) and angle (rad).
 constexpr double MeshDeflection = 0.5;

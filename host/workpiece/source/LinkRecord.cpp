@@ -1,8 +1,8 @@
 #include <cmath>
+#include <host/tools/Angles.h>
 #include <host/tools/DataHandle.h>
 #include <host/tools/TextHandle.h>
 #include <host/workpiece/GenericEntityConfig.h>
-#include <numbers>
 #include <optional>
 #include <stdexcept>
 
@@ -19,7 +19,7 @@ constexpr double SameFrame = 1e-10;
 /// Directions (rad) closer than this are the same: they were written with six decimals.
 constexpr double SameAxis = 1e-5;
 
-constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
+using Angles::DegreesPerRadian;
 
 std::uint64_t ReadHash(const Json::Value& json, const char* key) {
     const Json::Value& value = json[key];

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <host/tools/Angles.h>
 #include <limits>
 #include <numbers>
 #include <planning/Export.h>
@@ -12,7 +13,7 @@
 namespace planning {
 
 /// One degree, rad.
-inline constexpr double DegreeInRadians = std::numbers::pi / 180;
+inline constexpr double DegreeInRadians = Angles::RadiansPerDegree;
 
 /// A place of a seam, in the frame of the work.
 struct SeamPose {

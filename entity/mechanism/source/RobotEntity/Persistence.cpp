@@ -6,10 +6,10 @@
 #include "ModelNames.h"
 
 #include <algorithm>
+#include <host/tools/Angles.h>
 #include <host/tools/DataHandle.h>
 #include <host/tools/RefusedValue.h>
 #include <mechanism/RobotEntity.h>
-#include <numbers>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -18,7 +18,7 @@ using namespace mechanism_detail;
 
 namespace {
 
-constexpr double DegreesPerRadian = 180.0 / std::numbers::pi;
+using Angles::DegreesPerRadian;
 
 std::string LinkKey(std::size_t number) { return "J" + std::to_string(number); }
 

@@ -7,12 +7,12 @@
 #include <cmath>
 #include <gp_Ax2.hxx>
 #include <gp_Quaternion.hxx>
+#include <host/tools/Angles.h>
 #include <host/tools/CADParamConfig.h>
 #include <host/tools/Rigid.h>
 #include <host/tools/gpHandle.h>
 #include <host/view/ViewShapeUtil.h>
 #include <mechanism/RobotEntity.h>
-#include <numbers>
 #include <stdexcept>
 
 using namespace mechanism_detail;
@@ -20,7 +20,7 @@ using namespace mechanism_detail;
 namespace {
 
 constexpr int ToolFrameSize = 50;
-constexpr double RadiansPerDegree = std::numbers::pi / 180.0;
+using Angles::RadiansPerDegree;
 /// Squared norm below which four numbers are no rotation.
 constexpr double NoRotation = 1e-7;
 
