@@ -43,7 +43,7 @@ struct PlanRequest {
     bool json = false;     ///< the table as JSON
 };
 /// Writes trace.json into the folder and prints a table of the motions.
-void Plan(const PlanRequest& request, std::ostream& out);
+void Plan(const PlanRequest& request, std::ostream& standard);
 
 struct PathRequest {
     std::filesystem::path file;
@@ -54,7 +54,7 @@ struct PathRequest {
 };
 /// Smooths, thins and checks a tool path, writes its poses (mm) as JSON and prints how many poses each step
 /// left. The poses are in the workpiece's frame, or with a state in the world.
-void WritePath(const PathRequest& request, std::ostream& out);
+void WritePath(const PathRequest& request, std::ostream& standard);
 
 struct SaveRequest {
     std::filesystem::path file;
@@ -73,7 +73,7 @@ struct WorkspaceRequest {
     bool json = false;             ///< sizes and section as JSON
 };
 /// Writes what a robot reaches and prints its size. A picture needs a display.
-void WriteWorkspace(const WorkspaceRequest& request, std::ostream& out);
+void WriteWorkspace(const WorkspaceRequest& request, std::ostream& standard);
 
 struct RenderRequest {
     std::filesystem::path file;
