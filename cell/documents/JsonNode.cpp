@@ -69,8 +69,8 @@ std::vector<JsonNode> JsonNode::Items(const std::string& what) const {
     }
     std::vector<JsonNode> items;
     items.reserve(value->size());
-    for (auto it = value->begin(); it != value->end(); ++it) {
-        items.push_back({document, &*it, path + "[" + std::to_string(items.size()) + "]"});
+    for (const Json::Value& item : *value) {
+        items.push_back({document, &item, path + "[" + std::to_string(items.size()) + "]"});
     }
     return items;
 }

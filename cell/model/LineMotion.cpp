@@ -27,10 +27,10 @@ planning::CarriedArm ArmOf(const JsonNode& item, const System& system) {
 
 class Line {
 public:
-    Line(const JsonNode& item_, const System& system, const GrpState& from_, const GrpState& to_)
-        : item(item_), from(from_), to(to_), start(gpHandle::EulerToTrsf(from.GetLocEuler(0))),
-          end(gpHandle::EulerToTrsf(to.GetLocEuler(0))), arm(ArmOf(item, system)),
-          follower(arm, way, from.GetValues(Robot)) {}
+    Line(const JsonNode& item_, const System& system, GrpState from_, GrpState to_)
+        : item(item_), from(std::move(from_)), to(std::move(to_)),
+          start(gpHandle::EulerToTrsf(from.GetLocEuler(0))), end(gpHandle::EulerToTrsf(to.GetLocEuler(0))),
+          arm(ArmOf(item, system)), follower(arm, way, from.GetValues(Robot)) {}
 
     /// Values at a part of the line; parts ascend.
     const std::vector<double>& ValuesAt(double part) {

@@ -60,7 +60,7 @@ void Jog::MoveTool(const Axis& axis, double step) {
     const gp_Trsf tool = arm.ToolCentreInWorld({values, carrier}).ToTrsf();
     const planning::ToolWay way = {
         [&](double part) { return Rigid::From(Moved(tool, StepOf(axis.place, part * step), axis.inTool)); },
-        [&](double) { return carrier; }};
+        [&](double) { return std::vector<double>(carrier); }};
     planning::PoseFollower follower(arm, way, values);
     obstacle = follower.Follow(1) ? "" : follower.Why().Text();
     if (obstacle.empty()) {

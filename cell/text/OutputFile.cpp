@@ -28,7 +28,7 @@ auto Named(const fs::path& target, const Step& step) {
 
 /// The folder that the place lies in, made where it does not exist.
 fs::path FolderOf(const fs::path& place) {
-    const fs::path folder = place.has_parent_path() ? place.parent_path() : fs::path(".");
+    fs::path folder = place.has_parent_path() ? place.parent_path() : fs::path(".");
     fs::create_directories(folder);
     return folder;
 }
