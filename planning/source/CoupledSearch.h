@@ -92,7 +92,7 @@ private:
     Branch At(double q, int label, const Branch& like) const;
     void Append(const Stations& stations, std::size_t i, int label, int& sense);
     void FollowWhole(const Stations& stations);
-    void FollowRun(const Stations& stations, std::size_t first, std::size_t length);
+    void FollowRun(const Stations& stations, std::size_t first, std::size_t run);
     void SearchChain();
     void SearchPair(const Sample& a, const Sample& b, int depth);
     void SearchTriple(const Sample& a, const Sample& b, const Sample& c);

@@ -55,7 +55,7 @@ void SolveParallel(const ArmModel& model, const ParallelArm& arm, const Rigid& t
         const ShoulderSide& shoulder = shoulders[static_cast<std::size_t>(i)];
         const Hand hand = HandIn(arm, target, shoulder);
         const double bent = std::hypot(hand.sixth.x, hand.sixth.z);
-        const std::uint8_t singular = static_cast<std::uint8_t>(
+        const auto singular = static_cast<std::uint8_t>(
             (std::abs(shoulder.radial) < NearSingular * model.reach ? ShoulderSingular : NotSingular) |
             (bent < NearSingular ? WristSingular : NotSingular));
         for (int wrist = 0; wrist < (bent < FreeSine ? 1 : 2); ++wrist) {
