@@ -1,5 +1,6 @@
 #include <cell/Cell.h>
 #include <cell/InputError.h>
+#include <cell/documents/ArmFile.h>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
