@@ -23,7 +23,14 @@ void Load(Subject<RobotEntity>& robot, const Json::Value& json) {
     }
 }
 
+/// The list of tools grows to any index, up to the end of memory, where a sanitizer stops the process.
+constexpr int MostTools = 100000;
+
 void StoreTool(Subject<RobotEntity>& robot, const Json::Value& json) {
+    const Json::Value index = json.isObject() ? json["ToolIndex"] : Json::Value();
+    if (index.isNumeric() && index.asDouble() > MostTools) {
+        return;
+    }
     try {
         robot->SetToolData(json);
         robot->GetCurrentTCP();
