@@ -7,6 +7,7 @@
 #include <TopoDS.hxx>
 #include <algorithm>
 #include <cell/model/EdgeChain.h>
+#include <cell/model/ToolPathReader.h>
 #include <cmath>
 
 namespace cell {
@@ -14,7 +15,6 @@ namespace cell {
 namespace {
 
 constexpr int MostEdges = 1000000;
-constexpr double MostPoses = 1e6;
 /// Ends of edges nearer to each other than this (mm) count as joined.
 constexpr double Joined = 1e-3;
 /// Parts of an edge shorter than this (mm) are ignored.

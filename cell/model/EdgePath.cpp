@@ -8,8 +8,6 @@ namespace cell {
 
 namespace {
 
-/// A spacing that gives more poses than this is taken for an input error.
-constexpr double MostPoses = 1e6;
 /// Round a corner the tool turns over this length before and after it, mm.
 constexpr double CornerLength = 20;
 /// Edges that meet at a smaller angle (rad) than this have no corner.

@@ -18,7 +18,6 @@ namespace cell {
 
 namespace {
 
-constexpr double MostPoses = 1e6;
 constexpr double Tolerance = 1e-7;
 constexpr double NoDirection = 1e-6;
 /// The edge of the face is found to the step over 2 to this.

@@ -7,8 +7,6 @@ namespace cell {
 
 namespace {
 
-/// A path of more poses than this is taken for an input error.
-constexpr double MostPoses = 1e6;
 constexpr int MostSkipped = 1000000;
 /// Poses nearer to each other than this (mm) count as equal.
 constexpr double SamePlace = 1e-6;

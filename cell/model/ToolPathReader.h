@@ -6,6 +6,9 @@
 
 namespace cell {
 
+/// Items that would give a path of more poses than this are taken for input errors.
+inline constexpr double MostPoses = 1e6;
+
 /// Reads a motion of kind "tool_path" on a workpiece: its "poses", or the poses along edges of its shape.
 /// @param described the workpiece's own item, whose "edges" may give edges names. @throws InputError.
 ToolPath ReadToolPath(const JsonNode& item, Workpiece& workpiece, const JsonNode& described);
